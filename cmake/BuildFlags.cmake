@@ -1,0 +1,26 @@
+# Flags for what is built here; none of them reaches a user of the library.
+add_library(vesk_build_flags INTERFACE)
+
+# Without contraction the same numbers give the same bytes with every compiler
+# and at every level of optimisation.
+target_compile_options(vesk_build_flags INTERFACE
+  -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror
+  $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
+  -Wcast-qual -Wformat=2>)
+target_compile_definitions(vesk_build_flags INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
+if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+  # The x87 unit keeps more digits than a double has.
+  target_compile_options(vesk_build_flags INTERFACE -msse2 -mfpmath=sse)
+endif()
+
+if(VESK_SANITIZE)
+  target_compile_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE}
+    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE})
+endif()
+
+if(VESK_COVERAGE)
+  target_compile_options(vesk_build_flags INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(vesk_build_flags INTERFACE --coverage)
+endif()

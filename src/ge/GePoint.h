@@ -1,0 +1,45 @@
+#ifndef VESK_GE_GEPOINT_H
+#define VESK_GE_GEPOINT_H
+
+#include "ge/GeVector.h"
+
+// A position: three doubles and nothing else.
+class GePoint {
+ public:
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+
+  constexpr GePoint() = default;
+  constexpr GePoint(double px, double py, double pz) : x(px), y(py), z(pz) {}
+
+  // Copies three doubles; null throws GeEx::NullPtr with place "GePoint".
+  // Not explicit: an array of three doubles is how hosts write a point.
+  GePoint(const double* xyz);  // NOLINT(google-explicit-constructor)
+
+  GePoint& operator+=(const GeVector& v);
+
+  // Each coordinate is replaced only if the other's is strictly smaller (or
+  // larger), so a NaN of the other changes nothing.
+  void takeMinimum(const GePoint& other);
+  void takeMaximum(const GePoint& other);
+
+  // Exact comparison of all three coordinates; -0.0 equals 0.0.
+  friend constexpr bool operator==(const GePoint& a, const GePoint& b) {
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+  }
+};
+
+inline GePoint operator+(const GePoint& p, const GeVector& v) {
+  return {p.x + v.x, p.y + v.y, p.z + v.z};
+}
+inline GePoint operator-(const GePoint& p, const GeVector& v) {
+  return {p.x - v.x, p.y - v.y, p.z - v.z};
+}
+inline GeVector operator-(const GePoint& a, const GePoint& b) {
+  return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+
+double distance(const GePoint& a, const GePoint& b);
+
+#endif

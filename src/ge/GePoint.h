@@ -17,6 +17,9 @@ class GePoint {
   // Not explicit: an array of three doubles is how hosts write a point.
   GePoint(const double* xyz);  // NOLINT(google-explicit-constructor)
 
+  // The point that this vector leads to from the origin.
+  explicit constexpr GePoint(const GeVector& v) : x(v.x), y(v.y), z(v.z) {}
+
   GePoint& operator+=(const GeVector& v);
 
   // Each coordinate is replaced only if the other's is strictly smaller (or

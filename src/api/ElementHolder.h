@@ -1,0 +1,50 @@
+#ifndef VESK_API_ELEMENTHOLDER_H
+#define VESK_API_ELEMENTHOLDER_H
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "api/HeaderRecord.h"
+#include "output/Output.h"
+#include "prims/Geo.h"
+
+namespace Vesk {
+
+// Carries the element being written: an owned copy of one primitive, the header
+// of the elements and the two closing attributes.
+class ElementHolder {
+ public:
+  HeaderRecord header;
+
+  // Tokens after a mode 3 element: "ft " and "tk " with the value.
+  std::optional<std::int32_t> ft;
+  std::optional<std::int32_t> tk;
+
+  // Whether a primitive is held.
+  bool isValid() const { return element_ != nullptr && valid_; }
+
+  // Deletes the primitive.
+  void reset();
+
+  // Replaces the primitive by a copy of `g`, chosen by its type code; header
+  // and attributes stay. Holds nothing afterwards when the type code is not 1
+  // to 9, when g is not of the class that its code says, or when there is no
+  // memory for the copy.
+  void setElement(const Geo& g);
+
+  // The primitive, null if none is held.
+  const Geo* element() const { return element_.get(); }
+
+  // Writes header, primitive and closing attributes. The holder must be valid.
+  // Throws what the assembler and the primitive throw.
+  void writeRecords(Output& out) const;
+
+ private:
+  std::unique_ptr<Geo> element_;
+  bool valid_ = false;
+};
+
+}  // namespace Vesk
+
+#endif

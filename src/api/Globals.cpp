@@ -1,0 +1,8 @@
+#include "api/Globals.h"
+
+namespace Vesk {
+
+OutFile outFile;
+ElementHolder elementHolder;
+
+}  // namespace Vesk

@@ -1,0 +1,44 @@
+#include "api/HeaderRecord.h"
+
+#include <string_view>
+
+#include "output/Base36.h"
+
+namespace Vesk {
+namespace {
+
+void appendAttribute(std::string& attributes, std::string_view name, const FixStrB& field) {
+  if (field.isBlank()) return;
+  const std::string_view text(field.data());
+  attributes += name;
+  attributes += text.substr(0, text.find_last_not_of(" \r\n") + 1);
+  attributes += ',';
+}
+
+}  // namespace
+
+bool HeaderRecord::set(const char* a, const char* b, int n) {
+  f1.assign(a, true);
+  f2.assign(b, true);
+  char digits[kCounterWidth + 1] = {};
+  const bool fits = encodeBase36(n, std::span(digits, kCounterWidth));
+  f3.assign(digits, false);
+  return fits;
+}
+
+void HeaderRecord::writeTo(Output& out) const {
+  out.prefix.clear();
+  out.attributes.clear();
+  const auto append = [&out](const auto&... fields) { (out.prefix.append(fields.data()), ...); };
+  if (out.mode == kFixedColumns) {
+    out.prefix = "60";
+    append(f6, f2, f4, f1, f3);
+  } else if (out.mode == kTokens) {
+    append(f1, f2, f3, f4, f5);
+    out.prefix += "00";
+    appendAttribute(out.attributes, "cs ", f6);
+    appendAttribute(out.attributes, "sp ", f7);
+  }
+}
+
+}  // namespace Vesk

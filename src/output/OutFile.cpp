@@ -1,0 +1,63 @@
+#include "output/OutFile.h"
+
+#include <utility>
+
+#include "api/ElementHolder.h"
+#include "ge/ExceptionInfo.h"
+
+namespace Vesk {
+
+Recs& OutFile::records() { return output_.recs; }
+
+int OutFile::setRecords(const Recs& lines) {
+  output_.counter = 0;
+  if (&lines != &output_.recs) output_.recs = lines;
+  return static_cast<int>(output_.recs.size());
+}
+
+bool OutFile::open(const char* name, int mode) { return open(name, mode, false); }
+
+void OutFile::close() { file_.reset(); }
+
+OutFile::~OutFile() { OutFile::close(); }
+
+bool OutFile::open(const char* name, int mode, bool append) {
+  close();
+  if (name == nullptr) return false;
+  std::string copy = name;
+  file_.reset(std::fopen(name, append ? "at" : "wt"));
+  if (file_ == nullptr) return false;
+  name_ = std::move(copy);
+  status_ = 0;
+  mode_ = mode;
+  output_.mode = mode;
+  output_.format = mode;
+  output_.valueDecimals = 6;
+  output_.pointDecimals = 4;
+  output_.lineSize = mode == kFixedColumns ? kFixedColumnsLineSize : kTokensLineSize;
+  return true;
+}
+
+int OutFile::writeElement(const ElementHolder& holder) {
+  if (!holder.isValid()) return 0;
+  output_.counter = 0;
+  output_.clear();
+  try {
+    holder.writeRecords(output_);
+    output_.flushLine();
+  } catch (const ExceptionInfo&) {
+    // The element is cut short in the file.
+  }
+  if (file_ == nullptr) return 0;
+  print();
+  return static_cast<int>(output_.recs.size());
+}
+
+void OutFile::print() const {
+  for (const std::string& line : output_.recs) {
+    std::fwrite(line.data(), 1, line.size(), file_.get());
+    std::fputc('\n', file_.get());
+  }
+}
+
+}  // namespace Vesk

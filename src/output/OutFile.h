@@ -1,0 +1,54 @@
+#ifndef VESK_OUTPUT_OUTFILE_H
+#define VESK_OUTPUT_OUTFILE_H
+
+#include "output/FileBase.h"
+#include "output/Output.h"
+
+namespace Vesk {
+
+class ElementHolder;
+
+// The output file: owns the file handle from open to the next open, close or
+// destruction, and the line assembler that builds the records.
+class OutFile : public FileBase {
+ public:
+  OutFile() = default;
+
+  Recs& records() override;
+  int setRecords(const Recs& lines) override;
+
+  // Closes the open file and creates `name`, or empties it. On failure (a null
+  // name too) returns false, and all else is as the close left it.
+  bool open(const char* name, int mode) override;
+
+  void close() override;
+
+  virtual ~OutFile();
+
+  // The same, or with `append` adds to what the file holds.
+  bool open(const char* name, int mode, bool append);
+
+  bool isOpen() const { return file_ != nullptr; }
+
+  // Assembles the element that the holder keeps and prints its lines, each
+  // followed by a newline. Returns the number of lines printed: 0 for an
+  // invalid holder (the lines of the element before stay in records() then) and
+  // 0 when no file is open.
+  //
+  // An ExceptionInfo ends the element early: the lines finished so far are
+  // printed, the unfinished one is lost. Any other exception passes and nothing
+  // is printed; file, holder and assembler serve the next element as ever.
+  int writeElement(const ElementHolder& holder);
+
+  // The assembler.
+  Output& output() { return output_; }
+
+ private:
+  void print() const;
+
+  Output output_;
+};
+
+}  // namespace Vesk
+
+#endif

@@ -1,0 +1,80 @@
+#ifndef VESK_PRIMS_PGON_H
+#define VESK_PRIMS_PGON_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <vector>
+
+#include "prims/ArcEntry.h"
+#include "prims/Geo.h"
+#include "prims/PgonVertex.h"
+
+namespace Vesk {
+
+// A plane face: a closed polygon of at least three vertices.
+//
+//   mode 2  TRI, QUA     three, four points
+//           TRN, QUN     the same, and on line "61" their normals
+//   mode 3  g   pt x y z,pt dx dy dz ... ,vn nx ny nz ... ,ar radius i i i ...
+//
+// In mode 3 every later point is relative to the first one. In mode 2 vertex 0
+// decides whether normals are written. A polygon of more than four vertices
+// becomes one record for each triangle of its triangulation or, if that yields
+// none, a fan of quadrangles from vertex 0 with a closing triangle; each further
+// record takes the next element counter, and when the counters are used up the
+// rest is not written.
+//
+// Writing fewer than three vertices throws ExceptionInfo "pgon: less than 3
+// vertices" in every mode.
+class Pgon : public Geo {
+ public:
+  static constexpr std::int32_t kTypeCode = 8;
+
+  std::vector<PgonVertex> vertices;  // the boundary, in order
+  std::vector<ArcEntry> arcs;        // kept in mode 3 only
+
+  Pgon() = default;
+
+  Pgon(std::initializer_list<GePoint> points);
+
+  // The point and the normal of vertex i; std::out_of_range if there is none.
+  GePoint point(std::size_t i) const { return vertices.at(i).point; }
+  GeVector normal(std::size_t i) const { return vertices.at(i).normal; }
+
+  void addVertex(const GePoint& point);
+  void addVertex(const GePoint& point, const GeVector& normal);
+
+  // Replaces `pieces` by the triangles that ear clipping cuts off, without
+  // those of an area of 1e-8 or less. False if none is left.
+  bool triangulate(std::vector<Pgon>& pieces) const;
+
+  std::int32_t typeCode() const override { return kTypeCode; }
+  std::int32_t write(Output& out) const override;
+  void move(const GeVector& v) override;
+
+  // Normals are made unit directions again; a null one throws GeEx::NullDir and
+  // nothing is changed.
+  void rot(const GeMatrix& m) override;
+
+  void scale(double factor) override;
+  Extents& addExtents(Extents& box) const override;
+  std::int32_t checkSize() const override { return 0; }
+  std::int32_t pieceCount() const override;
+  bool isSolid() const override { return false; }
+  // Weighted by area over the triangulation; (0, 0, 0) when that yields none.
+  GePoint& centroid(GePoint& p) const override;
+
+  // Vertex by vertex in order, normals too; arcs are not compared.
+  bool equal(const Geo& other, double tolerance) const override;
+
+ private:
+  std::vector<std::array<std::uint32_t, 3>> keptTriangles() const;
+  void writeFixedColumns(Output& out) const;
+  void writeTokens(Output& out) const;
+};
+
+}  // namespace Vesk
+
+#endif

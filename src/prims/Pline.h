@@ -1,0 +1,66 @@
+#ifndef VESK_PRIMS_PLINE_H
+#define VESK_PRIMS_PLINE_H
+
+#include <initializer_list>
+#include <vector>
+
+#include "prims/ArcEntry.h"
+#include "prims/Geo.h"
+
+namespace Vesk {
+
+// Everything made of straight pieces: a point (one vertex), a segment (two), an
+// open polyline.
+//
+//   mode 2  PNT vertex                     one vertex
+//           PNT vertex size                pointSize at least 1
+//           PNT vertex 0 0 0 direction     else, a direction that is not null
+//           SEG vertex vertex              one record for each pair of neighbours
+//   mode 3  l   pt x y z,pt dx dy dz ... ,ar radius i i i
+//
+// In mode 3 every later vertex is relative to the first one. Each further SEG
+// record takes the next element counter; when the counters are used up the
+// remaining pieces are not written.
+class Pline : public Geo {
+ public:
+  static constexpr std::int32_t kTypeCode = 7;
+
+  std::int32_t pointSize = 0;     // symbol size of a single point
+  GePoint pointDirection;         // of a single point; (0, 0, 0) is none
+  std::vector<GePoint> vertices;  // in drawing order
+  std::vector<ArcEntry> arcs;     // kept in mode 3 only
+
+  Pline() = default;
+
+  Pline(std::initializer_list<GePoint> points) : vertices(points) {}
+
+  // Vertex i; (0, 0, 0) if there is none.
+  GePoint vertex(int i) const;
+
+  void addArc(double radius, std::int32_t a, std::int32_t b, std::int32_t c);
+
+  std::int32_t typeCode() const override { return kTypeCode; }
+  std::int32_t write(Output& out) const override;
+  void move(const GeVector& v) override;
+  void rot(const GeMatrix& m) override;
+  void scale(double factor) override;
+  Extents& addExtents(Extents& box) const override;
+  std::int32_t checkSize() const override { return 0; }
+  std::int32_t pieceCount() const override;
+  bool isSolid() const override { return false; }
+  // Weighted by length; (0, 0, 0) when there is none.
+  GePoint& centroid(GePoint& p) const override;
+
+  // Every coordinate of every vertex, in order; arcs, size and direction of a
+  // point are not compared.
+  bool equal(const Geo& other, double tolerance) const override;
+
+ private:
+  void writePoint(Output& out) const;
+  void writeSegments(Output& out) const;
+  void writeTokens(Output& out) const;
+};
+
+}  // namespace Vesk
+
+#endif

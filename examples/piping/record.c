@@ -4,7 +4,7 @@
 #include <stdio.h>
 #include <string.h>
 
-enum { kNumberAt = 17, kKeywordAt = 19, kHead = 64 };
+enum { kNumberAt = 17, kKeywordAt = 19, kHead = 64, kLongestLine = 1 << 16 };
 
 /* The kind of an element by its keyword and, for "l ", by the number of its points;
    -1 if it is none that this program writes. */
@@ -51,6 +51,7 @@ int recordCount(Record* record, const char* file) {
       continue;
     }
     if (length < kHead) head[length] = (char)c;
+    if (length > kLongestLine) break; /* no record; a device may never end a line */
     ++length;
     /* Those behind the keyword; the header text may hold commas of its own. */
     if (c == ',' && length > kKeywordAt) ++commas;

@@ -275,4 +275,13 @@ TEST(TorusTest, EqualComparesCentreMiddleAndEndsInEitherOrder) {
   }
 }
 
+// Just above and just below half a turn: the ends are near each other, but the
+// arcs run on opposite sides.
+TEST(TorusTest, ArcsOnOppositeSidesAreNotEqual) {
+  const Torus above = torus({0, 0, 0}, {100, 0, 0}, {-100, 0.125, 0}, 20);
+  const Torus below = torus({0, 0, 0}, {100, 0, 0}, {-100, -0.125, 0}, 20);
+  EXPECT_FALSE(above.equal(below, 0.5));
+  EXPECT_TRUE(above.equal(above, 0.5));
+}
+
 }  // namespace

@@ -32,6 +32,7 @@ bool isBefore(const PlanePoint& a, const PlanePoint& b) {
 // ---------------------------------------------------------------------------
 // From space to the plane
 
+// The largest absolute coordinate, or one that is NaN or infinite.
 double largestCoordinate(std::span<const GePoint> polygon) {
   double largest = 0.0;
   for (const GePoint& p : polygon) {
@@ -238,12 +239,7 @@ class Sweep {
   Sweep(const Ring& ring, std::size_t vertexCount, const std::vector<Index>& order)
       : ring_(ring), gapOfEdge_(vertexCount, kNone), triangleCounts_(vertexCount, 0) {
     nodes_.reserve(order.size() * 2);
-    for (const Index v : order) {
-      if (!meet(v)) {
-        valid_ = false;
-        return;
-      }
-    }
+    for (std::size_t i = 0; i < order.size() && valid_; ++i) meet(order[i]);
   }
   Sweep(const Sweep&) = delete;
   Sweep& operator=(const Sweep&) = delete;
@@ -296,36 +292,35 @@ class Sweep {
     return false;
   }
 
-  bool meet(Index v) {
+  void meet(Index v) {
     const bool entersFromLeft = isBefore(ring_.at(ring_.before(v)), ring_.at(v));
     const bool leavesToRight = isBefore(ring_.at(v), ring_.at(ring_.after(v)));
     if (entersFromLeft && leavesToRight) return passAlong(kBelow, ring_.before(v), v, v);
     if (!entersFromLeft && !leavesToRight) return passAlong(kAbove, v, ring_.before(v), v);
-    if (!entersFromLeft) return ring_.turnAt(v) > 0.0 ? beginGap(v) : splitGap(v);
+    if (leavesToRight) return ring_.turnAt(v) > 0.0 ? beginGap(v) : splitGap(v);
     const Index upper = gapOfEdge_[ring_.before(v)];
     const Index lower = gapOfEdge_[v];
     return upper == lower ? endGap(v, lower) : mergeGaps(v, lower, upper);
   }
 
   // An edge of a gap ends at v and another one continues it.
-  bool passAlong(Side side, Index endingEdge, Index nextEdge, Index v) {
+  void passAlong(Side side, Index endingEdge, Index nextEdge, Index v) {
     const Index gap = gapOfEdge_[endingEdge];
     setEdge(gap, side, nextEdge);
     append(gap, side, v);
-    return true;
   }
 
-  bool beginGap(Index v) {
+  void beginGap(Index v) {
     const Index node = addNode(v);
     const Index gap = addGap(v, {node, node}, node);
     setEdge(gap, kAbove, ring_.before(v));
-    return true;
   }
 
   // The chain comes apart at the hub, which stays in both halves.
-  bool splitGap(Index v) {
+  void splitGap(Index v) {
     const Index upper = addGap(v, {kNone, kNone}, kNone);
-    if (gaps_[upper].place == lowestFirst_.begin()) return false;
+    valid_ = gaps_[upper].place != lowestFirst_.begin();
+    if (!valid_) return;
     const Index lower = *std::prev(gaps_[upper].place);
     setEdge(upper, kAbove, gaps_[lower].edge[kAbove]);
     setEdge(lower, kAbove, ring_.before(v));
@@ -341,10 +336,9 @@ class Sweep {
     gaps_[upper].hub = copy;
     append(lower, kAbove, v);
     append(upper, kBelow, v);
-    return true;
   }
 
-  bool mergeGaps(Index v, Index lower, Index upper) {
+  void mergeGaps(Index v, Index lower, Index upper) {
     append(lower, kAbove, v);
     append(upper, kBelow, v);
     const Index hub = gaps_[lower].hub;
@@ -352,15 +346,13 @@ class Sweep {
     gaps_[lower].chainEnd[kAbove] = gaps_[upper].chainEnd[kAbove];
     setEdge(lower, kAbove, gaps_[upper].edge[kAbove]);
     lowestFirst_.erase(gaps_[upper].place);
-    return true;
   }
 
   // Both edges end at v, which sees the whole chain.
-  bool endGap(Index v, Index gap) {
+  void endGap(Index v, Index gap) {
     gaps_[gap].hub = gaps_[gap].chainEnd[kAbove];
     append(gap, kBelow, v);
     lowestFirst_.erase(gaps_[gap].place);
-    return true;
   }
 
   // Makes v the end of a gap's chain, and its hub.
@@ -498,17 +490,16 @@ class EarSearch {
   }
 
  private:
-  // Keeps the time of the largest polygons to about a second.
+  // Keeps the time of a wild polygon of a million vertices to a few seconds.
   static constexpr std::size_t kMaxComparisons = std::size_t{1} << 25;
 
   bool isEar(Index v) {
-    if (!(ring_.turnAt(v) > 0.0)) return false;
-    std::array<Index, 3> corners = ring_.earAt(v);
+    if (++comparisons_ > kMaxComparisons || !(ring_.turnAt(v) > 0.0)) return false;
+    const EarTriangle corners = ring_.earAt(v);
     const auto [first, last] = std::minmax_element(
         corners.begin(), corners.end(),
         [this](Index a, Index b) { return isBefore(ring_.at(a), ring_.at(b)); });
-    const Index end = *last;
-    for (Index w = nextInOrder_[*first]; w != kNone && w != end; w = nextInOrder_[w]) {
+    for (Index w = nextInOrder_[*first]; w != kNone && w != *last; w = nextInOrder_[w]) {
       if (++comparisons_ > kMaxComparisons || isBlockedBy(v, w)) return false;
     }
     return true;

@@ -280,12 +280,12 @@ class Sweep {
   };
 
   // Whether the gap that begins now lies above the lower edge of another. If
-  // the vertex at which it begins lies on that edge, its neighbours decide:
-  // the gap and the other do not overlap.
+  // the vertex at which it begins lies on that edge, the end of its own lower
+  // edge decides; that cannot lie there too, or the gaps would overlap.
   bool beginsAbove(Index newest, Index other) const {
     const Index v = gaps_[newest].edge[kBelow];
     const Index from = gaps_[other].edge[kBelow];
-    for (const Index w : {v, ring_.after(v), ring_.before(v)}) {
+    for (const Index w : {v, ring_.after(v)}) {
       const double side = orientation(ring_.at(from), ring_.at(ring_.after(from)), ring_.at(w));
       if (side != 0.0) return side > 0.0;
     }
@@ -330,7 +330,6 @@ class Sweep {
     const Index above = nodes_[hub].neighbour[kAbove];
     const Index top = gaps_[lower].chainEnd[kAbove];
     if (above != kNone) link(copy, above);
-    nodes_[hub].neighbour[kAbove] = kNone;
     gaps_[lower].chainEnd[kAbove] = hub;
     gaps_[upper].chainEnd = {copy, top == hub ? copy : top};
     gaps_[upper].hub = copy;

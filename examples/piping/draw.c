@@ -253,12 +253,20 @@ static void drawFurtherEnds(const Item* item, double widening) {
   }
 }
 
+/* Whether the component has a place, but no two ends to draw a body between. */
+static int isSpot(const Item* item) {
+  if (item->end2 != NULL || item->component->portCount == 0) return 0;
+  return item->end1 == NULL ? pcfPort(item->component, kPortPlace, 0) != NULL
+                            : strncmp(item->component->name, "INSTRUMENT", 10) == 0;
+}
+
 static void drawStraight(Item* item, double widening) {
-  if (item->component->portCount == 1 && item->end1 == NULL &&
-      item->component->ports[0].role == kPortPlace) {
-    /* A dial or a balloon: it has a place, but no ends. */
-    putPoint(item->drawing, item->component->ports[0].at);
-    remark(item, "no END-POINT; drawn as a point at its CO-ORDS");
+  if (isSpot(item)) {
+    const Port* place = pcfPort(item->component, kPortPlace, 0);
+    putPoint(item->drawing, place != NULL ? place->at : item->end1->at);
+    /* A dial is one by nature. */
+    if (strncmp(item->component->name, "INSTRUMENT", 10) != 0)
+      remark(item, "expected two END-POINTs; drawn as a point at its CO-ORDS");
     return;
   }
   if (!hasBody(item)) return;

@@ -34,6 +34,7 @@ static const Kind kKinds[] = {
     {"GASKET",                kShapeGasket},
     {"HOSE",                  kShapePipe},
     {"INSTRUMENT",            kShapeFitting},
+    {"INSTRUMENT-BALLOON",    kShapeMark},
     {"INSULATION-SYMBOL",     kShapeNothing},
     {"LAP-JOINT-RING",        kShapeBlind},
     {"LAP-JOINT-STUBEND",     kShapeStubEnd},

@@ -261,7 +261,7 @@ static void readAttribute(Reader* reader, const char* key, char* value) {
     readPort(reader, key, (PortRole)role, value);
   else if (component->shape == kShapeMessage && isTextKey(key))
     addText(component, value);
-  else if (component->shape == kShapeMark && strstr(key, "-REFERENCE") != NULL)
+  else if (component->shape == kShapeMark && (strstr(key, "-REFERENCE") != NULL || isTextKey(key)))
     addText(component, value);
   else if (strcmp(key, "ANGLE") == 0)
     readAngle(component, value);

@@ -1,3 +1,4 @@
+#!/usr/bin/env bash
 # Sourced by the scripts beside it: strict mode, the project's folder as the
 # current one, and a word about what is going on.
 

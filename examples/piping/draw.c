@@ -136,8 +136,8 @@ static Item itemOf(Drawing* drawing, size_t index) {
   else if (item.end1 != NULL && item.end2 != NULL)
     item.centre = vecBetween(item.end1->at, item.end2->at, 0.5);
   const Port* bore1 = withBore(component, item.end1);
-  const Port* bore2 = withBore(component, item.end2 != NULL && item.end2->bore > 0 ? item.end2
-                                                                                  : item.end1);
+  const Port* bore2 =
+      withBore(component, item.end2 != NULL && item.end2->bore > 0 ? item.end2 : item.end1);
   if (bore1 != NULL) item.size1 = sizeOf(drawing, bore1);
   if (bore2 != NULL) item.size2 = sizeOf(drawing, bore2);
   return item;
@@ -510,8 +510,7 @@ static void drawReducer(Item* item) {
   if (!hasBody(item)) return;
   if (item->end1->bore <= 0 || item->end2->bore <= 0)
     remark(item, "expected a bore behind both END-POINTs; the one given is taken for both");
-  putCone(item->drawing, item->end1->at, item->end2->at, item->size1.outside,
-          item->size2.outside);
+  putCone(item->drawing, item->end1->at, item->end2->at, item->size1.outside, item->size2.outside);
   putSegment(item->drawing, item->end1->at, item->end2->at);
   drawBranches(item, 1);
 }

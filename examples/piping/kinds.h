@@ -3,12 +3,12 @@
 #define PIPING_KINDS_H
 
 typedef enum Shape {
-  kShapeUnknown, /* a word that is not in the table */
-  kShapeHeader,  /* no component: units, pipeline data, materials */
+  kShapeUnknown,   /* a word that is not in the table */
+  kShapeHeader,    /* no component: units, pipeline data, materials */
   kShapeAttribute, /* no component: part of one */
-  kShapeNothing, /* a component with nothing to draw */
-  kShapePipe,    /* straight, as wide as the pipe; branches if it has any */
-  kShapeFitting, /* the same, wider than the pipe */
+  kShapeNothing,   /* a component with nothing to draw */
+  kShapePipe,      /* straight, as wide as the pipe; branches if it has any */
+  kShapeFitting,   /* the same, wider than the pipe */
   kShapeElbow,
   kShapeTee,
   kShapeOlet,

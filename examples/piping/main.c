@@ -94,16 +94,16 @@ static void printPipelines(const Piping* piping) {
     for (size_t k = 0; k < piping->componentCount; ++k)
       if (piping->components[k].pipeline == wanted) ++components;
     if (wanted != kNoPipeline)
-      printf("Pipeline %s: %ld components\n", piping->pipelines[i], components);
+      printf("Components of pipeline %s: %ld\n", piping->pipelines[i], components);
     else if (components > 0)
-      printf("Without a PIPELINE-REFERENCE: %ld components\n", components);
+      printf("Components without a PIPELINE-REFERENCE: %ld\n", components);
   }
 }
 
 static void printElements(const Record* record) {
-  static const char* const kNames[kElements] = {"points", "segments",  "texts", "boxes",
-                                                "cylinders", "cones", "tori"};
-  printf("%ld elements in %ld lines:\n", record->elements, record->lines);
+  static const char* const kNames[kElements] = {"points",    "segments", "texts", "boxes",
+                                                "cylinders", "cones",    "tori"};
+  printf("Elements: %ld, in lines: %ld\n", record->elements, record->lines);
   for (int i = 0; i < kElements; ++i)
     if (record->kinds[i] > 0) printf("%8ld  %s\n", record->kinds[i], kNames[i]);
 }
@@ -140,7 +140,7 @@ static Exit finish(const Drawing* drawing, const char* file) {
   printPipelines(drawing->piping);
   reportPrint(report, stdout);
   if (drawing->unknownBores > 0)
-    printf("Bores that are no nominal size were drawn as they are: %ld components\n",
+    printf("Components with bores that are no nominal size, drawn as they are: %ld\n",
            drawing->unknownBores);
   if (fflush(stdout) != 0 || ferror(stdout)) {
     fprintf(stderr, "piping: error: standard output: %s\n", strerror(errno));

@@ -19,13 +19,13 @@ typedef struct Reader {
   Piping* piping;
   Report* report;
   long line;
-  size_t indent;        /* smallest indentation so far: that of components and headers */
-  double coordinate;    /* millimetres of one unit of the co-ordinates */
-  double bore;          /* the same of the bores */
+  size_t indent;     /* smallest indentation so far: that of components and headers */
+  double coordinate; /* millimetres of one unit of the co-ordinates */
+  double bore;       /* the same of the bores */
   int boreInches;
   size_t pipeline;
-  int open;             /* the last word began a component */
-  int header;           /* the last word was a header */
+  int open;   /* the last word began a component */
+  int header; /* the last word was a header */
   int looseTold;
 } Reader;
 
@@ -148,8 +148,8 @@ static int readPlace(Reader* reader, const char* key, char* value, Vec* at) {
     const char* word = nextWord(&value);
     double number = 0;
     if (word[0] == '\0') {
-      reportError(reader->report, reader->line,
-                  "%s: expected three co-ordinates (x y z), found %s", key,
+      reportError(reader->report, reader->line, "%s: expected three co-ordinates (x y z), found %s",
+                  key,
                   i == 0   ? "none"
                   : i == 1 ? "only one"
                            : "only two");
@@ -270,13 +270,11 @@ static double unitOf(const char* name) {
     const char* name;
     double millimetres;
   } kUnits[] = {
-      {"MM", 1},          {"MILLIMETRE", 1},  {"MILLIMETRES", 1},
-      {"MILLIMETER", 1},  {"MILLIMETERS", 1}, {"MM-HUNDREDTH", 0.01},
-      {"CM", 10},         {"M", 1000},        {"METRE", 1000},
-      {"METRES", 1000},   {"METER", 1000},    {"METERS", 1000},
-      {"INCH", 25.4},     {"INCHES", 25.4},   {"IN", 25.4},
-      {"INCH-SIXTEENTH", 25.4 / 16},          {"FEET", 304.8},
-      {"FOOT", 304.8},    {"FT", 304.8},
+      {"MM", 1},          {"MILLIMETRE", 1},      {"MILLIMETRES", 1}, {"MILLIMETER", 1},
+      {"MILLIMETERS", 1}, {"MM-HUNDREDTH", 0.01}, {"CM", 10},         {"M", 1000},
+      {"METRE", 1000},    {"METRES", 1000},       {"METER", 1000},    {"METERS", 1000},
+      {"INCH", 25.4},     {"INCHES", 25.4},       {"IN", 25.4},       {"INCH-SIXTEENTH", 25.4 / 16},
+      {"FEET", 304.8},    {"FOOT", 304.8},        {"FT", 304.8},
   };
   for (size_t i = 0; i < sizeof kUnits / sizeof kUnits[0]; ++i)
     if (strcmp(name, kUnits[i].name) == 0) return kUnits[i].millimetres;
@@ -338,8 +336,7 @@ static void closeComponent(Reader* reader) {
 
 static void startComponent(Reader* reader, const char* key, const char* value, Shape shape) {
   Piping* piping = reader->piping;
-  piping->components =
-      memoryGrow(piping->components, piping->componentCount, sizeof(Component));
+  piping->components = memoryGrow(piping->components, piping->componentCount, sizeof(Component));
   Component* component = &piping->components[piping->componentCount++];
   memset(component, 0, sizeof *component);
   component->name = memoryText(key, strlen(key));

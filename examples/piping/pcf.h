@@ -41,17 +41,17 @@ typedef struct Port {
 } Port;
 
 typedef struct Component {
-  char* name;      /* the word in capitals */
+  char* name; /* the word in capitals */
   Shape shape;
   long line;       /* of the word */
   size_t pipeline; /* index into the pipelines, kNoPipeline before the first one */
   Port* ports;     /* in the order of the file */
   size_t portCount;
-  char** texts;    /* of a message or of what an end connects to */
+  char** texts; /* of a message or of what an end connects to */
   size_t textCount;
-  double angle;    /* degrees, 0 if not given */
-  int hasValue;    /* 1 if something stands behind the word */
-  int damaged;     /* 1 if a line with a place could not be read; it was reported */
+  double angle; /* degrees, 0 if not given */
+  int hasValue; /* 1 if something stands behind the word */
+  int damaged;  /* 1 if a line with a place could not be read; it was reported */
 } Component;
 
 typedef struct Piping {

@@ -51,8 +51,8 @@ void reportWarning(Report* report, long line, const char* format, ...) {
   ++report->warnings;
 }
 
-static void count(Tally** tallies, size_t* tallyCount, const char* name, long line,
-                  Outcome outcome, const char* reason) {
+static void count(Tally** tallies, size_t* tallyCount, const char* name, long line, Outcome outcome,
+                  const char* reason) {
   for (size_t i = 0; i < *tallyCount; ++i) {
     Tally* tally = &(*tallies)[i];
     if (tally->outcome == outcome && strcmp(tally->name, name) == 0 &&

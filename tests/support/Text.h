@@ -10,14 +10,14 @@
 namespace VeskTest {
 
 // The text with its blanks and line ends made visible, so that a difference in
-// a failing test can be seen: "a b\n" -> "a·b¶\n".
+// a failing test can be seen: "a b\n" -> "a_b$\n".
 inline std::string visible(std::string_view text) {
   std::string shown;
   for (const char c : text) {
     if (c == ' ') {
-      shown += "\u00b7";
+      shown += '_';
     } else if (c == '\n') {
-      shown += "\u00b6\n";
+      shown += "$\n";
     } else {
       shown += c;
     }

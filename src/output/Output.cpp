@@ -140,7 +140,10 @@ void Output::addHeading() {
 // A text that reaches beyond the prefix lengthens it; one that would leave a
 // gap is not written.
 void Output::overwritePrefix(std::size_t position, std::string_view text) {
-  if (position <= prefix.size()) prefix.replace(position, text.size(), text);
+  if (position > prefix.size()) return;
+  // Not by replace: gcc 12 warns of an overlap that cannot be.
+  prefix.resize(std::max(prefix.size(), position + text.size()));
+  std::copy(text.begin(), text.end(), prefix.data() + position);
 }
 
 std::size_t Output::counterColumn() const {

@@ -88,6 +88,9 @@ TEST_F(ExportsTest, AFailedOpenReturnsZeroAndHasClosedTheFile) {
 }
 
 TEST_F(ExportsTest, WithoutAFileNothingIsPrintedAndTheCountIsZero) {
+  ASSERT_EQ(vk_openVesk("closed"), 1);  // which sets the style that lines are assembled in
+  vk_openVesk(nullptr);
+  std::filesystem::remove("veskclosed.dat");
   testing::internal::CaptureStdout();
   EXPECT_EQ(writeCyl(), 0);
   EXPECT_EQ(vk_writeCon(kOrigin, kZ30, 1, 2), 0);

@@ -2,6 +2,8 @@
 # is given, leaves a file OUTPUT of the same bytes.
 #
 #   cmake -DHOST=program -DFOLDER=folder [-DOUTPUT=name -DEXPECTED=file] -P RunHost.cmake
+cmake_minimum_required(VERSION 3.25)
+
 file(REMOVE_RECURSE ${FOLDER})
 file(MAKE_DIRECTORY ${FOLDER})
 execute_process(COMMAND ${HOST} WORKING_DIRECTORY ${FOLDER} RESULT_VARIABLE result)

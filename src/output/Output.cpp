@@ -140,7 +140,9 @@ void Output::addHeading() {
 // A text that reaches beyond the prefix lengthens it; one that would leave a
 // gap is not written.
 void Output::overwritePrefix(std::size_t position, std::string_view text) {
-  if (position <= prefix.size()) prefix.replace(position, text.size(), text);
+  if (position > prefix.size()) return;
+  prefix.resize(std::max(prefix.size(), position + text.size()));
+  text.copy(prefix.data() + position, text.size());
 }
 
 std::size_t Output::counterColumn() const {

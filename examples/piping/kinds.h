@@ -22,7 +22,7 @@ typedef enum Shape {
   kShapeWeld,
   kShapeSupport,
   kShapeMessage,
-  kShapeMark /* an end of the pipeline: a point and what it connects to */
+  kShapeMark /* a point and its text: an end of the pipeline, a balloon */
 } Shape;
 
 /*

@@ -23,6 +23,12 @@ if(VESK_SANITIZE)
   target_compile_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE}
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # A program in C that uses a library in C++ has to bring the latter's checks.
+    target_link_options(vesk_build_flags INTERFACE
+      $<$<LINK_LANGUAGE:C>:-fsanitize-link-c++-runtime>)
+    target_link_libraries(vesk_build_flags INTERFACE $<$<LINK_LANGUAGE:C>:stdc++>)
+  endif()
 endif()
 
 if(VESK_COVERAGE)

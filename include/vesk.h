@@ -28,8 +28,10 @@
  *            GeEx::NullDir as well, see there. A C++ host catches them by
  *            class; in a host of another language an exception ends the
  *            program, so check before you call. Lack of memory is
- *            std::bad_alloc. After any exception the open file, the header and
- *            the library are fit for the next call.
+ *            std::bad_alloc or, where the library keeps its copy of the
+ *            element, a call that writes nothing and returns 0. After any of
+ *            these the open file, the header and the library are fit for the
+ *            next call.
  *   State    One open file, one header, one element for each process that has
  *            loaded the library. The header stays in force until it is set
  *            again, also across files.

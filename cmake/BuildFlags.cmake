@@ -9,6 +9,11 @@ target_compile_options(vesk_build_flags INTERFACE
   -Wcast-qual -Wformat=2>)
 target_compile_definitions(vesk_build_flags INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
+if(MINGW)
+  # In C its isfinite and the like are macros that convert to float.
+  target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:C>:-Wno-float-conversion>)
+endif()
+
 if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
   # The x87 unit keeps more digits than a double has.
   target_compile_options(vesk_build_flags INTERFACE -msse2 -mfpmath=sse)

@@ -68,7 +68,9 @@ extern "C" {
  *   name   zero-terminated; put between "vesk" and ".dat" as it is, so the
  *          file lies in the current folder unless name holds a '/' (a name
  *          "a/b" is the file "veska/b.dat"). NULL opens nothing: it only
- *          closes what is open.
+ *          closes what is open. On Windows a name that is valid UTF-8 is
+ *          taken as UTF-8, any other in the system's code page; elsewhere the
+ *          bytes are the file's name as they are.
  *
  * Returns 1 if the file was opened, else 0: the name is NULL or the system
  * refused (errno is the C library's). After a 0 no file is open.

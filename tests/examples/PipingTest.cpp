@@ -632,7 +632,8 @@ INSTANTIATE_TEST_SUITE_P(Piping, Commands, testing::ValuesIn(kCommands),
                          [](const auto& row) { return std::string(row.param.name); });
 
 // A limit on the size of files stands in for a full disk: the library's writes fail
-// and nobody hears of it.
+// and nobody hears of it. Windows has no such limit.
+#ifndef _WIN32
 TEST(Piping, FindsOutThatTheDiskRefused) {
   std::string text;
   for (int i = 0; i < 5000; ++i) text += "WELD\n CO-ORDS 1000 2000 3000\n";
@@ -645,5 +646,6 @@ TEST(Piping, FindsOutThatTheDiskRefused) {
       << run.err;
   EXPECT_NE(run.err.find(" of the 5000 elements"), std::string::npos) << run.err;
 }
+#endif
 
 }  // namespace

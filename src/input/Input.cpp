@@ -136,6 +136,14 @@ double Input::getDouble() {
   return *value;
 }
 
+double Input::getLastDouble() {
+  skipChars(kBlank, true);
+  const std::string_view token = takeToken();
+  const auto value = parseDouble(token);
+  if (!value) failNumber(token);
+  return *value;
+}
+
 double Input::getFixedDouble(std::size_t width) {
   const std::string_view field = takeFixed(width);
   const auto value = parseDouble(field);
@@ -186,10 +194,14 @@ std::string_view Input::getRest() {
 }
 
 std::int32_t Input::toInt(double value) {
-  // One more than the largest int is a double; so is one less than the smallest.
-  constexpr double kAbove = 2147483648.0;
-  if (!(value > -kAbove - 1.0 && value < kAbove)) fail("Input: number out of range");
+  if (!isInt(value)) fail("Input: number out of range");
   return static_cast<std::int32_t>(value);
+}
+
+bool Input::isInt(double value) {
+  // One more than the largest int; a double holds it and its neighbours.
+  constexpr double kAbove = 2147483648.0;
+  return value > -kAbove - 1.0 && value < kAbove;
 }
 
 // `cursor` is at startColumn then; an index without a line gives an empty one.

@@ -117,6 +117,9 @@ class Input {
   // parseDouble for what is a number.
   double getDouble();
 
+  // The same, but stays right behind the token.
+  double getLastDouble();
+
   // Reads a number from exactly `width` characters.
   double getFixedDouble(std::size_t width);
   void getFixedDoubles(std::size_t count, double* values, std::size_t width);
@@ -145,6 +148,9 @@ class Input {
   // Drops the decimals; throws "Input: number out of range" for what no int can
   // hold.
   static std::int32_t toInt(double value);
+
+  // Whether an int can hold it without its decimals.
+  static bool isInt(double value);
 
  private:
   void loadLine(std::size_t index);

@@ -9,6 +9,11 @@ target_compile_options(vesk_build_flags INTERFACE
   -Wcast-qual -Wformat=2>)
 target_compile_definitions(vesk_build_flags INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
+if(MINGW)
+  # In C its isfinite and the like are macros that convert to float.
+  target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:C>:-Wno-float-conversion>)
+endif()
+
 if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
   # The x87 unit keeps more digits than a double has.
   target_compile_options(vesk_build_flags INTERFACE -msse2 -mfpmath=sse)
@@ -18,6 +23,12 @@ if(VESK_SANITIZE)
   target_compile_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE}
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # A program in C that uses a library in C++ has to bring the latter's checks.
+    target_link_options(vesk_build_flags INTERFACE
+      $<$<LINK_LANGUAGE:C>:-fsanitize-link-c++-runtime>)
+    target_link_libraries(vesk_build_flags INTERFACE $<$<LINK_LANGUAGE:C>:stdc++>)
+  endif()
 endif()
 
 if(VESK_COVERAGE)

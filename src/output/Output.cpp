@@ -6,6 +6,7 @@
 #include "ge/ExceptionInfo.h"
 #include "output/Base36.h"
 #include "output/NumberText.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
@@ -28,9 +29,13 @@ void Output::beginRecord(std::string_view word, bool resetNumber) {
   keyword = word.substr(0, 4);
   clearLine();
   if (resetNumber) {
-    if (mode == kFixedColumns) overwritePrefix(kFixedColumnsLayout.lineNumber, "60");
-    if (mode == kTokens) overwritePrefix(kTokensLayout.lineNumber, "00");
-    if (keyword.starts_with("TXT")) overwritePrefix(0, "7");
+    if (mode == kFixedColumns) {
+      overwritePrefix(kFixedColumnsLayout.lineNumber, LineNumbers::kFirst);
+    }
+    if (mode == kTokens) overwritePrefix(kTokensLayout.lineNumber, LineNumbers::kFirstOfTokens);
+    if (keyword.starts_with(Keywords::kTxt.fixedColumns)) {
+      overwritePrefix(0, LineNumbers::kTextFirst.substr(0, 1));
+    }
   }
   addHeading();
   addText(attributes);
@@ -40,8 +45,14 @@ void Output::addText(std::string_view text, bool comma) {
   const std::size_t length = text.size() + (comma ? 1 : 0);
   if (lineSize == 0) throw ExceptionInfo("Output: line size is not set", ExceptionInfo::kFatal);
   if (length > lineSize) throwTooBig();
-  if (lineLength + length > lineSize) nextLine();
-  line += text;
+  if (lineLength + length > lineSize) {
+    // A copy: the token may be a part of the line or the prefix, which change.
+    const std::string token(text);
+    nextLine();
+    line += token;
+  } else {
+    line += text;
+  }
   if (comma) line += ',';
   lineLength += static_cast<std::uint32_t>(length);
 }
@@ -140,7 +151,9 @@ void Output::addHeading() {
 // A text that reaches beyond the prefix lengthens it; one that would leave a
 // gap is not written.
 void Output::overwritePrefix(std::size_t position, std::string_view text) {
-  if (position <= prefix.size()) prefix.replace(position, text.size(), text);
+  if (position > prefix.size()) return;
+  prefix.resize(std::max(prefix.size(), position + text.size()));
+  text.copy(prefix.data() + position, text.size());
 }
 
 std::size_t Output::counterColumn() const {

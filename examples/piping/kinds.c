@@ -1,5 +1,6 @@
 #include "kinds.h"
 
+#include <stdbool.h>
 #include <stddef.h>
 #include <string.h>
 
@@ -101,7 +102,6 @@ static const Kind kKinds[] = {
 
     {"ATTRIBUTE",             kShapeHeader},
     {"DATE-DMY",              kShapeHeader},
-    {"ISOGEN-FILES",          kShapeHeader},
     {"INSULATION",            kShapeHeader},
     {"MATERIAL",              kShapeHeader},
     {"MATERIALS",             kShapeHeader},
@@ -119,6 +119,11 @@ static const Kind kKinds[] = {
 };
 /* clang-format on */
 
+static bool endsWith(const char* word, const char* end) {
+  const size_t length = strlen(word);
+  return length >= strlen(end) && strcmp(word + length - strlen(end), end) == 0;
+}
+
 Shape shapeOf(const char* word) {
   Shape shape = kShapeUnknown;
   size_t longest = 0;
@@ -130,5 +135,6 @@ Shape shapeOf(const char* word) {
     longest = length;
     shape = kKinds[i].shape;
   }
+  if (shape == kShapeUnknown && endsWith(word, "-FILES")) return kShapeHeader;
   return shape;
 }

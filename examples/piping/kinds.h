@@ -28,7 +28,8 @@ typedef enum Shape {
 /*
  * The shape for a word in capitals. A word that is not in the table but begins
  * with one that is, followed by '-' or a digit, takes its shape: "VALVE-RELIEF" is
- * a valve.
+ * a valve. A word in -FILES is a header: a file begins with the name of its style
+ * files.
  */
 Shape shapeOf(const char* word);
 

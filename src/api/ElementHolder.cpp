@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "output/RecordWords.h"
 #include "prims/Box.h"
 #include "prims/Cone.h"
 #include "prims/Cyl.h"
@@ -75,8 +76,8 @@ void ElementHolder::writeRecords(Output& out) const {
   header.writeTo(out);
   element_->write(out);
   if (out.mode != kTokens) return;
-  writeClosing(out, "ft ", ft);
-  writeClosing(out, "tk ", tk);
+  writeClosing(out, Words::kFt, ft);
+  writeClosing(out, Words::kTk, tk);
 }
 
 }  // namespace Vesk

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "output/Base36.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
@@ -31,13 +32,13 @@ void HeaderRecord::writeTo(Output& out) const {
   out.attributes.clear();
   const auto append = [&out](const auto&... fields) { (out.prefix.append(fields.data()), ...); };
   if (out.mode == kFixedColumns) {
-    out.prefix = "60";
+    out.prefix = LineNumbers::kFirst;
     append(f6, f2, f4, f1, f3);
   } else if (out.mode == kTokens) {
     append(f1, f2, f3, f4, f5);
-    out.prefix += "00";
-    appendAttribute(out.attributes, "cs ", f6);
-    appendAttribute(out.attributes, "sp ", f7);
+    out.prefix += LineNumbers::kFirstOfTokens;
+    appendAttribute(out.attributes, Words::kCs, f6);
+    appendAttribute(out.attributes, Words::kSp, f7);
   }
 }
 

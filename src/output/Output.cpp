@@ -6,6 +6,7 @@
 #include "ge/ExceptionInfo.h"
 #include "output/Base36.h"
 #include "output/NumberText.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
@@ -28,9 +29,13 @@ void Output::beginRecord(std::string_view word, bool resetNumber) {
   keyword = word.substr(0, 4);
   clearLine();
   if (resetNumber) {
-    if (mode == kFixedColumns) overwritePrefix(kFixedColumnsLayout.lineNumber, "60");
-    if (mode == kTokens) overwritePrefix(kTokensLayout.lineNumber, "00");
-    if (keyword.starts_with("TXT")) overwritePrefix(0, "7");
+    if (mode == kFixedColumns) {
+      overwritePrefix(kFixedColumnsLayout.lineNumber, LineNumbers::kFirst);
+    }
+    if (mode == kTokens) overwritePrefix(kTokensLayout.lineNumber, LineNumbers::kFirstOfTokens);
+    if (keyword.starts_with(Keywords::kTxt.fixedColumns)) {
+      overwritePrefix(0, LineNumbers::kTextFirst.substr(0, 1));
+    }
   }
   addHeading();
   addText(attributes);

@@ -25,6 +25,11 @@ class Cone : public Geo {
   Cone(const GeVector& start, const GeVector& end, double startDiameter, double endDiameter);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Messages: "line "60" not found" (mode 2), "Cone: wrong style" and the
+  // scanner's, all with ", primitive cone".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;

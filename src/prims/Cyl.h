@@ -23,6 +23,11 @@ class Cyl : public Geo {
   Cyl(const GeVector& start, const GeVector& end, double faceDiameter);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 2 begins at the current first line whatever its number is. Messages:
+  // "cylinder: wrong style" and the scanner's, all with ", primitive cylinder".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;

@@ -40,6 +40,14 @@ class Pline : public Geo {
   void addArc(double radius, std::int32_t a, std::int32_t b, std::int32_t c);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 2 keeps one piece a record, and no arcs. Mode 3 keeps neither size nor
+  // direction of a point. Messages: "line "60" not found" (mode 2), "Pline: wrong
+  // style" (also for a digit where an item should begin), "Pline: unknown
+  // identifier "xy"" (mode 3) and the scanner's, with ", primitive point" or
+  // ", primitive segment" by the mode 2 keyword, else ", primitive polyline".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;

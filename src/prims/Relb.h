@@ -33,6 +33,19 @@ class Relb : public Geo {
        double innerRadius);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 2 keeps the points, not the fields: the centre is the middle of the
+  // first two, the vectors run from the first to the third and fourth less half
+  // the depth, which is the first one's length less the inner radius. `flipped`
+  // follows from the side of the bend plane that the first point is on. Points
+  // that rounding has put out of square come back within their last decimal.
+  // Mode 3 does not keep `flipped`.
+  //
+  // Messages: "line "60" not found", "line "61" not found" (mode 2), "relb: wrong
+  // style", the scanner's and that of GeEx::NullDir for an outer point at the
+  // first one, all with ", primitive relbow".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;

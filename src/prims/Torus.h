@@ -31,6 +31,12 @@ class Torus : public Geo {
         double tubeDiameter);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 3 does not keep the bend radius: it comes back as not given, -1.0.
+  // Messages: "line "60" not found" (mode 2) and the scanner's with ", primitive
+  // torus"; "torus: wrong style" stands alone.
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;

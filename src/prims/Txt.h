@@ -35,6 +35,14 @@ class Txt : public Geo {
       double textHeight, std::int32_t alignmentCode, std::int32_t flag, std::string characters);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Gives back exactly the characters that were written. Mode 3 does not keep the
+  // flag. A length that does not fit the line, as in a record made by hand, is
+  // passed over: the text is the rest of the line then. Messages: "line "70" not
+  // found", "line "72" not found" (mode 2), "Txt: wrong style" and the scanner's,
+  // all with ", primitive text".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
 
   // Does nothing: a text is not moved by a translation.

@@ -87,7 +87,8 @@ TEST_F(ExportsTest, AFailedOpenReturnsZeroAndHasClosedTheFile) {
   }
 }
 
-TEST_F(ExportsTest, WithoutAFileNothingIsPrintedAndTheCountIsZero) {
+// Writes elements while no file is open.
+void writeNowhere() {
   testing::internal::CaptureStdout();
   EXPECT_EQ(writeCyl(), 0);
   EXPECT_EQ(vk_writeCon(kOrigin, kZ30, 1, 2), 0);
@@ -96,11 +97,22 @@ TEST_F(ExportsTest, WithoutAFileNothingIsPrintedAndTheCountIsZero) {
   vk_writePnt(kOrigin);
   vk_writeTxt(kOrigin, kX10, kY20, 1, 2, 1, 0, "text");
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+TEST_F(ExportsTest, BeforeTheFirstOpenNothingIsPrintedAndTheCountIsZero) {
+  writeNowhere();
   EXPECT_TRUE(std::filesystem::is_empty("."));
-  EXPECT_EQ(Vesk::outFile.records().size(), 2u);
   ASSERT_EQ(vk_openVesk("a"), 1);
   EXPECT_EQ(writeCyl(), 1);
   EXPECT_TEXT(written("a"), joined({kCylLine}));
+}
+
+TEST_F(ExportsTest, AfterAFailedOpenLinesAreAssembledButNotPrinted) {
+  ASSERT_EQ(vk_openVesk("a"), 1);
+  ASSERT_EQ(vk_openVesk("/no/such/folder"), 0);
+  writeNowhere();
+  EXPECT_EQ(Vesk::outFile.records().size(), 2u);  // of the text
+  EXPECT_TEXT(readFile("veska.dat"), "");
 }
 
 // vk_setHeader

@@ -175,7 +175,7 @@ const DrawingCase kDrawings[] = {
     {"AFamilyNameWithAnotherSuffixIsOfTheFamily", 1,
      "PIPE-OF-LEAD\n    END-POINT 0 0 0 100\n    END-POINT 1000 0 0 100\n", PIPE_1000, nullptr},
     {"HeadersAreNoComponents", 1,
-     "ISOGEN-FILES x.fls\nUNITS-WEIGHT KGS\nUNITS-BOLT-DIA MM\nPIPELINE-REFERENCE P-1\n"
+     "STYLE-FILES x.fls\nUNITS-WEIGHT KGS\nUNITS-BOLT-DIA MM\nPIPELINE-REFERENCE P-1\n"
      "PIPELINE-TEMP 80\nPIPE-SPEC A1\nATTRIBUTE1 x\nREVISION 0\nSPOOL-IDENTIFIER 2\nMATERIALS\n"
      "PIPE\n    END-POINT 0 0 0 100\n    END-POINT 1000 0 0 100\n", PIPE_1000, nullptr},
 

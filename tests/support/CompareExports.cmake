@@ -1,6 +1,8 @@
 # Fails unless the dynamic symbols that a library defines are those of a list.
 #
 #   cmake -DNM=nm -DLIBRARY=libCVeskDll.so -DLIST=exports.txt -P CompareExports.cmake
+cmake_minimum_required(VERSION 3.25)
+
 execute_process(COMMAND ${NM} -D --defined-only ${LIBRARY}
   OUTPUT_VARIABLE symbols RESULT_VARIABLE result)
 if(NOT result EQUAL 0)

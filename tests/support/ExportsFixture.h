@@ -16,6 +16,7 @@ class ExportsFixture : public testing::Test {
  protected:
   ExportsFixture() {
     vk_openVesk(nullptr);
+    Vesk::outFile.output() = Vesk::Output();
     Vesk::elementHolder = Vesk::ElementHolder();
   }
   ~ExportsFixture() override { vk_openVesk(nullptr); }

@@ -1,6 +1,8 @@
 # Makes private copies of locales in FOLDER, for LOCPATH.
 #
 #   cmake -DFOLDER=folder "-DLOCALES=de_DE.UTF-8;ps_AF.UTF-8" -P MakeLocales.cmake
+cmake_minimum_required(VERSION 3.25)
+
 find_program(localedef localedef)
 if(NOT localedef)
   message(FATAL_ERROR "localedef is missing; on Debian it is in the package libc-bin")

@@ -3,6 +3,8 @@
 # line ends).
 #
 #   cmake "-DHOST=[emulator;]program" -DFOLDER=folder [-DOUTPUT=name -DEXPECTED=file] -P RunHost.cmake
+cmake_minimum_required(VERSION 3.25)
+
 file(REMOVE_RECURSE ${FOLDER})
 file(MAKE_DIRECTORY ${FOLDER})
 execute_process(COMMAND ${HOST} WORKING_DIRECTORY ${FOLDER} RESULT_VARIABLE result)

@@ -7,9 +7,15 @@ target_compile_options(vesk_build_flags INTERFACE
   -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
   -Wcast-qual -Wformat=2>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # At -O3 it takes copies inside its own std::string for overlapping ones.
+  target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+endif()
 target_compile_definitions(vesk_build_flags INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
 if(MINGW)
+  # Programs carry the compiler's runtime, so that they start anywhere.
+  target_link_options(vesk_build_flags INTERFACE -static)
   # In C its isfinite and the like are macros that convert to float.
   target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:C>:-Wno-float-conversion>)
 endif()

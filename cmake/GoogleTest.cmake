@@ -12,8 +12,6 @@ add_library(vesk_gtest STATIC ${VESK_GTEST_ALL})
 target_include_directories(vesk_gtest PRIVATE ${VESK_GTEST_SOURCE})
 target_include_directories(vesk_gtest SYSTEM INTERFACE ${VESK_GTEST_SOURCE}/include)
 target_include_directories(vesk_gtest SYSTEM PRIVATE ${VESK_GTEST_SOURCE}/include)
-# Test programs carry their runtime, so that they start beside the DLL alone.
-target_link_options(vesk_gtest INTERFACE -static)
 add_library(GTest::gtest ALIAS vesk_gtest)
 
 add_library(vesk_gtest_main STATIC ${PROJECT_SOURCE_DIR}/tests/support/WindowsTestMain.cpp)

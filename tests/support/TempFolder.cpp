@@ -25,7 +25,11 @@ TempFolder::~TempFolder() {
 std::string readFile(const fs::path& name) {
   std::ifstream file(name, std::ios::binary);
   if (!file) return "<no file " + name.string() + ">";
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+#ifdef _WIN32
+  for (std::size_t i = 0; (i = text.find("\r\n", i)) != std::string::npos;) text.erase(i, 1);
+#endif
+  return text;
 }
 
 }  // namespace VeskTest

@@ -22,7 +22,7 @@ class TempFolder {
   std::filesystem::path path_;
 };
 
-// All bytes of a file; "<no file NAME>" if it can't be read.
+// All bytes of a file, on Windows with "\r\n" as "\n"; "<no file NAME>" if it can't be read.
 std::string readFile(const std::filesystem::path& name);
 
 }  // namespace VeskTest

@@ -1,5 +1,6 @@
 #include "kinds.h"
 
+#include <stdbool.h>
 #include <stddef.h>
 #include <string.h>
 
@@ -34,6 +35,7 @@ static const Kind kKinds[] = {
     {"GASKET",                kShapeGasket},
     {"HOSE",                  kShapePipe},
     {"INSTRUMENT",            kShapeFitting},
+    {"INSTRUMENT-BALLOON",    kShapeMark},
     {"INSULATION-SYMBOL",     kShapeNothing},
     {"LAP-JOINT-RING",        kShapeBlind},
     {"LAP-JOINT-STUBEND",     kShapeStubEnd},
@@ -100,18 +102,27 @@ static const Kind kKinds[] = {
 
     {"ATTRIBUTE",             kShapeHeader},
     {"DATE-DMY",              kShapeHeader},
-    {"ISOGEN-FILES",          kShapeHeader},
+    {"INSULATION",            kShapeHeader},
     {"MATERIAL",              kShapeHeader},
     {"MATERIALS",             kShapeHeader},
     {"PIPELINE",              kShapeHeader},
+    {"PIPE-CLASS",            kShapeHeader},
+    {"PIPE-SPEC",             kShapeHeader},
+    {"PIPING-CLASS",          kShapeHeader},
     {"PIPING-SPEC",           kShapeHeader},
     {"PROJECT-IDENTIFIER",    kShapeHeader},
     {"REVISION",              kShapeHeader},
     {"SPOOL",                 kShapeHeader},
     {"START-CO-ORDS",         kShapeHeader},
+    {"TRACING",               kShapeHeader},
     {"UNITS",                 kShapeHeader},
 };
 /* clang-format on */
+
+static bool endsWith(const char* word, const char* end) {
+  const size_t length = strlen(word);
+  return length >= strlen(end) && strcmp(word + length - strlen(end), end) == 0;
+}
 
 Shape shapeOf(const char* word) {
   Shape shape = kShapeUnknown;
@@ -124,5 +135,6 @@ Shape shapeOf(const char* word) {
     longest = length;
     shape = kKinds[i].shape;
   }
+  if (shape == kShapeUnknown && endsWith(word, "-FILES")) return kShapeHeader;
   return shape;
 }

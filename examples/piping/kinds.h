@@ -22,13 +22,14 @@ typedef enum Shape {
   kShapeWeld,
   kShapeSupport,
   kShapeMessage,
-  kShapeMark /* an end of the pipeline: a point and what it connects to */
+  kShapeMark /* a point and its text: an end of the pipeline, a balloon */
 } Shape;
 
 /*
  * The shape for a word in capitals. A word that is not in the table but begins
  * with one that is, followed by '-' or a digit, takes its shape: "VALVE-RELIEF" is
- * a valve.
+ * a valve. A word in -FILES is a header: a file begins with the name of its style
+ * files.
  */
 Shape shapeOf(const char* word);
 

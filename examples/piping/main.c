@@ -169,7 +169,7 @@ static Exit run(const Arguments* arguments, Report* report, const char* file) {
   }
   Exit result = kExitInput;
   /* A file without components is left alone, and so is an older output file. */
-  if (piping.componentCount == 0)
+  if (!pcfHasComponents(&piping))
     reportError(report, 0, "expected a piping component file, found no component");
   else
     result = draw(arguments, &piping, report, file);

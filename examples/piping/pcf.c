@@ -48,10 +48,13 @@ static char* nextWord(char** text) {
   return word;
 }
 
-/* Bytes above 127 stay: they are letters of one code page or another. */
+/* Bytes above 127 stay: they are letters of one code page or another. What would
+   upset a terminal goes. */
 static void toCapitals(char* word) {
-  for (; *word != '\0'; ++word)
+  for (; *word != '\0'; ++word) {
     if (*word >= 'a' && *word <= 'z') *word = (char)(*word - 'a' + 'A');
+    if ((unsigned char)*word < ' ' || *word == 127) *word = '?';
+  }
 }
 
 /* Takes "<" from the front and ">" from the end of a text that has both. */
@@ -232,8 +235,10 @@ static void addText(Component* component, const char* text) {
   component->texts[component->textCount++] = memoryText(text, strlen(text));
 }
 
-/* TEXT, TEXT1, MESSAGE-TEXT. */
+/* TEXT, TEXT1, MESSAGE-TEXT; some programs use other words for it. */
 static int isTextKey(const char* key) {
+  if (strcmp(key, "DESCRIPTION") == 0 || strcmp(key, "NOTE") == 0 || strcmp(key, "LABEL") == 0)
+    return 1;
   if (strncmp(key, "MESSAGE-", 8) == 0) key += 8;
   return strncmp(key, "TEXT", 4) == 0 && key[4 + strspn(key + 4, "0123456789")] == '\0';
 }
@@ -256,7 +261,7 @@ static void readAttribute(Reader* reader, const char* key, char* value) {
     readPort(reader, key, (PortRole)role, value);
   else if (component->shape == kShapeMessage && isTextKey(key))
     addText(component, value);
-  else if (component->shape == kShapeMark && strstr(key, "-REFERENCE") != NULL)
+  else if (component->shape == kShapeMark && (strstr(key, "-REFERENCE") != NULL || isTextKey(key)))
     addText(component, value);
   else if (strcmp(key, "ANGLE") == 0)
     readAngle(component, value);
@@ -410,6 +415,14 @@ void pcfFree(Piping* piping) {
   free(piping->pipelines);
   free(piping->components);
   memset(piping, 0, sizeof *piping);
+}
+
+int pcfHasComponents(const Piping* piping) {
+  for (size_t i = 0; i < piping->componentCount; ++i) {
+    const Component* component = &piping->components[i];
+    if (component->shape != kShapeUnknown || component->portCount > 0) return 1;
+  }
+  return 0;
 }
 
 const Port* pcfPort(const Component* component, PortRole role, size_t index) {

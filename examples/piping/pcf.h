@@ -70,6 +70,9 @@ int pcfRead(Piping* piping, const char* file, Report* report);
 
 void pcfFree(Piping* piping);
 
+/* Whether there is any component that is known or has a place: a letter holds none. */
+int pcfHasComponents(const Piping* piping);
+
 /* The port of that role, counted from 0; NULL if there are fewer. */
 const Port* pcfPort(const Component* component, PortRole role, size_t index);
 

@@ -3,6 +3,7 @@
 #include <new>
 #include <typeinfo>
 
+#include "output/RecordWords.h"
 #include "prims/Box.h"
 #include "prims/Cone.h"
 #include "prims/Cyl.h"
@@ -79,8 +80,8 @@ void ElementHolder::writeRecords(Output& out) const {
   header.writeTo(out);
   element_->write(out);
   if (out.mode != kTokens) return;
-  writeClosing(out, "ft ", ft);
-  writeClosing(out, "tk ", tk);
+  writeClosing(out, Words::kFt, ft);
+  writeClosing(out, Words::kTk, tk);
 }
 
 }  // namespace Vesk

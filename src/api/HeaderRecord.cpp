@@ -6,28 +6,21 @@
 #include <string_view>
 
 #include "output/Base36.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
 
-std::string_view textOf(std::string_view word) { return word; }
+// Collects the parts of a prefix, so that the string takes one step.
+class PrefixText {
+ public:
+  void add(std::string_view part) { end_ = std::copy(part.begin(), part.end(), end_); }
+  std::string_view text() const { return {chars_.data(), end_}; }
 
-template <std::size_t N>
-std::string_view textOf(const FixStr<N>& field) {
-  return field.view();
-}
-
-// Puts the parts together, with one step of the string.
-template <class... Parts>
-void setText(std::string& text, const Parts&... parts) {
-  std::array<char, kFixedColumnsLayout.keyword> chars;
-  char* end = chars.data();
-  const auto add = [&end](std::string_view part) {
-    end = std::copy(part.begin(), part.end(), end);
-  };
-  (add(textOf(parts)), ...);
-  text.assign(chars.data(), end);
-}
+ private:
+  std::array<char, kFixedColumnsLayout.keyword> chars_;  // the longer prefix
+  char* end_ = chars_.data();
+};
 
 template <std::size_t N>
 void appendAttribute(std::string& attributes, std::string_view name, const FixStr<N>& field) {
@@ -50,14 +43,16 @@ bool HeaderRecord::set(const char* a, const char* b, int n) {
 }
 
 void HeaderRecord::writeTo(Output& out) const {
-  out.prefix.clear();
+  PrefixText prefix;
+  if (out.mode == kFixedColumns) prefix.add(LineNumbers::kFirst);
+  visitPrefix(*this, out.mode, [&prefix](const auto& field) { prefix.add(field.view()); });
+  if (out.mode == kTokens) prefix.add(LineNumbers::kFirstOfTokens);
+  out.prefix = prefix.text();
+
   out.attributes.clear();
-  if (out.mode == kFixedColumns) {
-    setText(out.prefix, std::string_view("60"), f6, f2, f4, f1, f3);
-  } else if (out.mode == kTokens) {
-    setText(out.prefix, f1, f2, f3, f4, f5, std::string_view("00"));
-    appendAttribute(out.attributes, "cs ", f6);
-    appendAttribute(out.attributes, "sp ", f7);
+  if (out.mode == kTokens) {
+    appendAttribute(out.attributes, Words::kCs, f6);
+    appendAttribute(out.attributes, Words::kSp, f7);
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "api/ElementHolder.h"
 #include "ge/ExceptionInfo.h"
+#include "output/TextFile.h"
 
 namespace Vesk {
 namespace {
@@ -46,7 +47,7 @@ bool OutFile::open(const char* name, int mode, bool append) {
   close();
   if (name == nullptr) return false;
   std::string copy = name;
-  file_.reset(std::fopen(name, append ? "at" : "wt"));
+  file_.reset(openTextFile(name, append));
   if (file_ == nullptr) return false;
   // Without memory for it the C library's own buffer serves.
   buffer_.reset(new (std::nothrow) char[kFileBufferSize]);

@@ -3,19 +3,15 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
-#include <initializer_list>
 #include <utility>
 
 #include "ge/ExceptionInfo.h"
 #include "output/Base36.h"
 #include "output/NumberText.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
-
-[[noreturn]] void throwTooBig() {
-  throw ExceptionInfo("Output: line too big for output", ExceptionInfo::kFatal);
-}
 
 // The number that the text begins with, 0 if none.
 int leadingNumber(std::string_view text) {
@@ -31,9 +27,13 @@ void Output::beginRecord(std::string_view word, bool resetNumber) {
   keyword = word.substr(0, 4);
   clearLine();
   if (resetNumber) {
-    if (mode == kFixedColumns) overwritePrefix(kFixedColumnsLayout.lineNumber, "60");
-    if (mode == kTokens) overwritePrefix(kTokensLayout.lineNumber, "00");
-    if (keyword.starts_with("TXT")) overwritePrefix(0, "7");
+    if (mode == kFixedColumns) {
+      overwritePrefix(kFixedColumnsLayout.lineNumber, LineNumbers::kFirst);
+    }
+    if (mode == kTokens) overwritePrefix(kTokensLayout.lineNumber, LineNumbers::kFirstOfTokens);
+    if (keyword.starts_with(Keywords::kTxt.fixedColumns)) {
+      overwritePrefix(0, LineNumbers::kTextFirst.substr(0, 1));
+    }
   }
   addHeading();
   if (!attributes.empty()) addText(attributes);
@@ -41,12 +41,16 @@ void Output::beginRecord(std::string_view word, bool resetNumber) {
 
 void Output::addText(std::string_view text, bool comma) {
   const std::size_t length = text.size() + (comma ? 1 : 0);
-  if (!fits(length)) {
-    if (lineSize == 0) throw ExceptionInfo("Output: line size is not set", ExceptionInfo::kFatal);
-    if (length > lineSize) throwTooBig();
+  if (fits(length)) {
+    append(text);
+  } else {
+    checkLength(length);
+    // The token waits in the scratch, where numbers are already: it may be a
+    // part of the line or the prefix, which change.
+    if (text.data() != scratch_.data()) scratch_ = text;
     nextLine();
+    append({scratch_.data(), text.size()});
   }
-  append(text);
   if (comma) append(",");
 }
 
@@ -82,12 +86,13 @@ void Output::addPoint(double x, double y, double z, int decimals, bool comma, in
 
 void Output::addPointToken(std::string_view word, double x, double y, double z, int decimals,
                            bool comma) {
-  char* const text = scratch(word.size() + 3 * (1 + fixedRoom(decimals)));
+  char* const text = scratch(word.size() + 3 * (fixedRoom(decimals) + 1));
   char* end = std::copy(word.begin(), word.end(), text);
-  for (const double value : {x, y, z}) {
-    *end++ = ' ';
-    end = writeFixed(end, value, decimals);
-  }
+  end = writeFixed(end, x, decimals);
+  *end++ = ' ';
+  end = writeFixed(end, y, decimals);
+  *end++ = ' ';
+  end = writeFixed(end, z, decimals);
   addText({text, end}, comma);
 }
 
@@ -184,25 +189,26 @@ char* Output::scratch(std::size_t room) {
   return scratch_.data();
 }
 
-// Prefix and keyword. If both together are too long for a line, each new line
-// would ask for another.
+void Output::checkLength(std::size_t length) const {
+  if (lineSize == 0) throw ExceptionInfo("Output: line size is not set", ExceptionInfo::kFatal);
+  if (length > lineSize)
+    throw ExceptionInfo("Output: line too big for output", ExceptionInfo::kFatal);
+}
+
+// Prefix and keyword, at the beginning of a line. If both together are too long
+// for a line, each new line would ask for another.
 void Output::addHeading() {
-  if (lineLength == 0 && fits(prefix.size() + keyword.size())) {
-    append(prefix);
-    append(keyword);
-    return;
-  }
-  if (lineSize != 0 && prefix.size() + keyword.size() > lineSize) throwTooBig();
-  addText(prefix);
-  addText(keyword);
+  checkLength(prefix.size() + keyword.size());
+  append(prefix);
+  append(keyword);
 }
 
 // A text that reaches beyond the prefix lengthens it; one that would leave a
 // gap is not written.
 void Output::overwritePrefix(std::size_t position, std::string_view text) {
   if (position > prefix.size()) return;
-  if (prefix.size() < position + text.size()) prefix.resize(position + text.size());
-  for (const char c : text) prefix[position++] = c;
+  prefix.resize(std::max(prefix.size(), position + text.size()));
+  text.copy(prefix.data() + position, text.size());
 }
 
 std::size_t Output::counterColumn() const {

@@ -69,7 +69,8 @@ class Output {
   // character of the prefix to '7', in any mode.
   void beginRecord(std::string_view word, bool resetNumber);
 
-  // Appends one token, and a comma that counts as part of it.
+  // Appends one token, and a comma that counts as part of it. The text may be
+  // one of the assembler's own.
   void addText(std::string_view text, bool comma = false);
 
   // Appends the value in the nine-character form.
@@ -87,7 +88,8 @@ class Output {
     addPoint(p.x, p.y, p.z, decimals, comma, width);
   }
 
-  // Appends `word` and the three values, each after a blank, as one token.
+  // Appends `word` and three values in the trimmed fixed form, a blank between
+  // each two, all as one token.
   void addPointToken(std::string_view word, double x, double y, double z, int decimals, bool comma);
 
   // Appends three values in the nine-character form.
@@ -132,6 +134,7 @@ class Output {
  private:
   void clearLine();
   bool fits(std::size_t length) const;
+  void checkLength(std::size_t length) const;
   void append(std::string_view text);
   char* scratch(std::size_t room);
   void addHeading();

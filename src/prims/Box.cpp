@@ -2,6 +2,7 @@
 
 #include "ge/PointMatch.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 
@@ -21,19 +22,19 @@ std::array<GePoint, 8> Box::corners() const {
 
 std::int32_t Box::write(Output& out) const {
   if (out.mode == kFixedColumns) {
-    out.beginRecord("BOX", true);
+    out.beginRecord(Keywords::kBox.fixedColumns, true);
     out.addPoint9(origin);
     out.addPoint9(origin + edge1);
     out.addPoint9(origin + edge2);
     out.addPoint9(origin + edge3);
     writeTagLines(out, edges);
   } else if (out.mode == kTokens) {
-    out.beginRecord("b ", true);
+    out.beginRecord(Keywords::kBox.tokens, true);
     out.addPoint(edge1, out.valueDecimals, true);
     out.addPoint(origin, out.pointDecimals, true);
     out.addPoint(edge2, out.valueDecimals, true);
     out.addPoint(edge3, out.valueDecimals, false);
-    if (!edges.empty()) out.startLine("be");
+    if (!edges.empty()) out.startLine(Keywords::kBoxTags);
     for (const TagEntry& mark : edges) {
       std::string token = tagToken(mark);
       for (const auto& values : mark.values) appendTagValues(token, values, out);

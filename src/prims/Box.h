@@ -35,6 +35,12 @@ class Box : public Geo {
   std::array<GePoint, 8> corners() const;
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Messages: "line "60" not found", "bad line "63"", "bad line "64"" (mode 2),
+  // "unknown tag xy" (mode 3, level 2), "box: wrong style" and the scanner's, all
+  // with ", primitive box". See readTagLines for what marks can't keep.
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;

@@ -6,6 +6,7 @@
 #include "ge/GeConstants.h"
 #include "ge/PointMatch.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
@@ -22,13 +23,13 @@ Cone::Cone(const GeVector& start, const GeVector& end, double startDiameter, dou
 
 std::int32_t Cone::write(Output& out) const {
   if (out.mode == kFixedColumns) {
-    out.beginRecord("CON", true);
+    out.beginRecord(Keywords::kCone.fixedColumns, true);
     out.addPoint9(origin);
     out.addPoint9(origin + axis);
     out.addNumber(diameter1);
     out.addNumber(diameter2);
   } else if (out.mode == kTokens) {
-    out.beginRecord("n ", true);
+    out.beginRecord(Keywords::kCone.tokens, true);
     out.addPoint(origin, out.pointDecimals, true);
     out.addPoint(axis, out.valueDecimals, true);
     out.addFixed(diameter1, out.valueDecimals, true);

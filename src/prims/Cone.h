@@ -25,11 +25,19 @@ class Cone : public Geo {
   Cone(const GeVector& start, const GeVector& end, double startDiameter, double endDiameter);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Messages: "line "60" not found" (mode 2), "Cone: wrong style" and the
+  // scanner's, all with ", primitive cone".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
+
+  // Of both faces; without an axis, of the start's centre alone.
   Extents& addExtents(Extents& box) const override;
+
   // 2 for a diameter below 0; 1 for both diameters below 0.01 or an axis shorter
   // than 1e-7, a finer limit than the cylinder's.
   std::int32_t checkSize() const override;

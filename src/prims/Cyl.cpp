@@ -6,6 +6,7 @@
 #include "ge/GeConstants.h"
 #include "ge/PointMatch.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
@@ -21,12 +22,12 @@ Cyl::Cyl(const GeVector& start, const GeVector& end, double faceDiameter)
 
 std::int32_t Cyl::write(Output& out) const {
   if (out.mode == kFixedColumns) {
-    out.beginRecord("CYL", true);
+    out.beginRecord(Keywords::kCyl.fixedColumns, true);
     out.addPoint9(origin);
     out.addPoint9(origin + axis);
     out.addNumber(diameter);
   } else if (out.mode == kTokens) {
-    out.beginRecord("c ", true);
+    out.beginRecord(Keywords::kCyl.tokens, true);
     out.addPoint(origin, out.pointDecimals, true);
     out.addPoint(axis, out.valueDecimals, true);
     out.addFixed(diameter, out.valueDecimals, false);

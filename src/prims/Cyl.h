@@ -23,11 +23,19 @@ class Cyl : public Geo {
   Cyl(const GeVector& start, const GeVector& end, double faceDiameter);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 2 begins at the current first line whatever its number is. Messages:
+  // "cylinder: wrong style" and the scanner's, all with ", primitive cylinder".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
+
+  // Of both faces; without an axis, of the start's centre alone.
   Extents& addExtents(Extents& box) const override;
+
   // 2 for a diameter below 0; 1 for a diameter or an axis shorter than 0.01.
   std::int32_t checkSize() const override;
   bool isSolid() const override { return true; }

@@ -20,6 +20,9 @@ constexpr Index kNone = 0xffffffff;
 // nothing. Relative to coordinates below 1.
 constexpr double kRounding = 0x1p-48;
 
+// The part of the area that triangles may cover twice or beside the polygon.
+constexpr double kMaxInverted = 0x1p-10;
+
 // The order in which the sweep line meets points: by x, and by y where x is
 // equal, as if the line were a little tilted.
 bool isBefore(const PlanePoint& a, const PlanePoint& b) {
@@ -29,6 +32,7 @@ bool isBefore(const PlanePoint& a, const PlanePoint& b) {
 // ---------------------------------------------------------------------------
 // From space to the plane
 
+// The largest absolute coordinate, or one that is NaN or infinite.
 double largestCoordinate(std::span<const GePoint> polygon) {
   double largest = 0.0;
   for (const GePoint& p : polygon) {
@@ -198,25 +202,33 @@ std::vector<Index> sweepOrder(const Ring& ring) {
 // ---------------------------------------------------------------------------
 // The sweep
 
-// Triangulates a ring while a line sweeps over it from left to right.
+// Triangulates a ring while a line sweeps over it from left to right, after
+// Hertel and Mehlhorn.
 //
-// Where the line lies inside the polygon it is cut into gaps. A gap is bounded
-// by two edges, below and above, and on the left by a chain of vertices that
-// leads from the left end of one edge to that of the other: what lies left of
-// the chain is triangulated. From its last met vertex, the hub, which can be at
-// an end, the chain runs back to the left on both sides and bends towards the
-// gap all the way.
+// The part of the line inside the polygon consists of gaps. A gap lies between
+// two edges, one below and one above. On its left is a chain of vertices from
+// the left end of one edge to the left end of the other; everything to the left
+// of the chain is triangulated already. The vertex of the chain that was met
+// last is the hub. From there the chain runs to the left on both sides and
+// bulges into the gap.
 //
-//        ----------+---------            Met next is the end of an edge, or a
-//                   \                    vertex between the two. It is joined
-//                    \      gap          to the hub and to as many vertices
-//                    hub        |        beyond it as it sees; each new pair
-//                    /          |        of neighbours closes a triangle. After
-//         ---------+--------    |        that it is the hub itself.
-//                             line
+//        -------------+-----------         What the line meets next is the
+//                      \                   right end of one of the two edges,
+//                       \       gap        or a vertex between them. It sees
+//                        hub        |      the hub and everything before it,
+//                       /           |      and perhaps a few vertices beyond:
+//                      /            |      with each two neighbours it makes a
+//            ---------+-------------|-     triangle, and the inner ones leave
+//                                 line     the chain. It is the new hub.
 //
-// Each vertex enters and leaves a chain a fixed number of times, and only where
-// a gap begins the ordered set of gaps is searched: n log n altogether.
+//   right end of one edge, another follows   the gap goes on
+//   edges begin, inside between them         a gap begins
+//   edges begin, inside around them          a gap is split in two at its hub
+//   edges end, inside between them           a gap ends
+//   edges end, inside around them            two gaps become one
+//
+// A vertex enters chains at most three times and leaves each once, and only a
+// gap that begins is searched for in their ordered set: n log n altogether.
 //
 // An edge is named by the vertex at which it starts in the sense of the ring.
 // One that leads to the right has a gap above it, one that leads to the left
@@ -227,7 +239,7 @@ class Sweep {
   Sweep(const Ring& ring, std::size_t vertexCount, const std::vector<Index>& order)
       : ring_(ring), gapOfEdge_(vertexCount, kNone), triangleCounts_(vertexCount, 0) {
     nodes_.reserve(order.size() * 2);
-    valid_ = std::all_of(order.begin(), order.end(), [this](Index v) { return meet(v); });
+    for (std::size_t i = 0; i < order.size() && valid_; ++i) meet(order[i]);
   }
   Sweep(const Sweep&) = delete;
   Sweep& operator=(const Sweep&) = delete;
@@ -250,8 +262,8 @@ class Sweep {
     std::array<Index, 2> neighbour;  // by side
   };
 
-  struct Gap;
   // Gaps are compared only while one of them is put into the set, the newest.
+  // Edges that cross can contradict each other; the place is then any.
   struct IsLower {
     const Sweep* sweep;
     bool operator()(Index a, Index b) const {
@@ -268,48 +280,47 @@ class Sweep {
   };
 
   // Whether the gap that begins now lies above the lower edge of another. If
-  // the vertex at which it begins lies on that edge, its neighbours decide:
-  // the gap and the other do not overlap.
+  // the vertex at which it begins lies on that edge, the end of its own lower
+  // edge decides; that cannot lie there too, or the gaps would overlap.
   bool beginsAbove(Index newest, Index other) const {
     const Index v = gaps_[newest].edge[kBelow];
     const Index from = gaps_[other].edge[kBelow];
-    for (const Index w : {v, ring_.after(v), ring_.before(v)}) {
+    for (const Index w : {v, ring_.after(v)}) {
       const double side = orientation(ring_.at(from), ring_.at(ring_.after(from)), ring_.at(w));
       if (side != 0.0) return side > 0.0;
     }
     return false;
   }
 
-  bool meet(Index v) {
+  void meet(Index v) {
     const bool entersFromLeft = isBefore(ring_.at(ring_.before(v)), ring_.at(v));
     const bool leavesToRight = isBefore(ring_.at(v), ring_.at(ring_.after(v)));
     if (entersFromLeft && leavesToRight) return passAlong(kBelow, ring_.before(v), v, v);
     if (!entersFromLeft && !leavesToRight) return passAlong(kAbove, v, ring_.before(v), v);
-    if (!entersFromLeft) return ring_.turnAt(v) > 0.0 ? beginGap(v) : splitGap(v);
+    if (leavesToRight) return ring_.turnAt(v) > 0.0 ? beginGap(v) : splitGap(v);
     const Index upper = gapOfEdge_[ring_.before(v)];
     const Index lower = gapOfEdge_[v];
     return upper == lower ? endGap(v, lower) : mergeGaps(v, lower, upper);
   }
 
   // An edge of a gap ends at v and another one continues it.
-  bool passAlong(Side side, Index endingEdge, Index nextEdge, Index v) {
+  void passAlong(Side side, Index endingEdge, Index nextEdge, Index v) {
     const Index gap = gapOfEdge_[endingEdge];
     setEdge(gap, side, nextEdge);
     append(gap, side, v);
-    return true;
   }
 
-  bool beginGap(Index v) {
+  void beginGap(Index v) {
     const Index node = addNode(v);
     const Index gap = addGap(v, {node, node}, node);
     setEdge(gap, kAbove, ring_.before(v));
-    return true;
   }
 
   // The chain comes apart at the hub, which stays in both halves.
-  bool splitGap(Index v) {
+  void splitGap(Index v) {
     const Index upper = addGap(v, {kNone, kNone}, kNone);
-    if (gaps_[upper].place == lowestFirst_.begin()) return false;
+    valid_ = gaps_[upper].place != lowestFirst_.begin();
+    if (!valid_) return;
     const Index lower = *std::prev(gaps_[upper].place);
     setEdge(upper, kAbove, gaps_[lower].edge[kAbove]);
     setEdge(lower, kAbove, ring_.before(v));
@@ -319,16 +330,14 @@ class Sweep {
     const Index above = nodes_[hub].neighbour[kAbove];
     const Index top = gaps_[lower].chainEnd[kAbove];
     if (above != kNone) link(copy, above);
-    nodes_[hub].neighbour[kAbove] = kNone;
     gaps_[lower].chainEnd[kAbove] = hub;
     gaps_[upper].chainEnd = {copy, top == hub ? copy : top};
     gaps_[upper].hub = copy;
     append(lower, kAbove, v);
     append(upper, kBelow, v);
-    return true;
   }
 
-  bool mergeGaps(Index v, Index lower, Index upper) {
+  void mergeGaps(Index v, Index lower, Index upper) {
     append(lower, kAbove, v);
     append(upper, kBelow, v);
     const Index hub = gaps_[lower].hub;
@@ -336,15 +345,13 @@ class Sweep {
     gaps_[lower].chainEnd[kAbove] = gaps_[upper].chainEnd[kAbove];
     setEdge(lower, kAbove, gaps_[upper].edge[kAbove]);
     lowestFirst_.erase(gaps_[upper].place);
-    return true;
   }
 
   // Both edges end at v, which sees the whole chain.
-  bool endGap(Index v, Index gap) {
+  void endGap(Index v, Index gap) {
     gaps_[gap].hub = gaps_[gap].chainEnd[kAbove];
     append(gap, kBelow, v);
     lowestFirst_.erase(gaps_[gap].place);
-    return true;
   }
 
   // Makes v the end of a gap's chain, and its hub.
@@ -417,39 +424,36 @@ class Sweep {
 // ---------------------------------------------------------------------------
 // Cutting
 
-// Whether a triangle turns to the right by more than the rounding of its
-// coordinates explains.
-bool isInverted(const Ring& ring, Index v, double turn) {
-  if (turn >= 0.0) return false;
-  const PlanePoint& p = ring.at(ring.before(v));
-  const PlanePoint& q = ring.at(ring.after(v));
-  const PlanePoint& tip = ring.at(v);
-  const double size =
-      std::abs(p.x - tip.x) + std::abs(p.y - tip.y) + std::abs(q.x - tip.x) + std::abs(q.y - tip.y);
-  return -turn > kRounding * size;
-}
-
 // Cuts the ears of a known triangulation: a vertex that is in one triangle
-// only is the tip of an ear. False if the triangles do not fit together or one
-// turns the wrong way. If all turn to the left they cover each point as many
-// times as the polygon winds around it, which is once inside a polygon that
-// does not cross itself: they are right, however they were found.
-bool cutKnownEars(Ring ring, std::vector<Index> triangleCounts, std::vector<EarTriangle>& ears) {
-  if (triangleCounts.empty()) return false;
+// only is the tip of an ear. No ears if the triangles do not fit together.
+//
+// If all of them turn to the left, they cover each point as many times as the
+// polygon winds around it, which is once inside a polygon that does not cross
+// itself: they are right, however they were found. The area of those that turn
+// to the right is the most that the others can cover in excess; a little of it
+// comes from a crossing without weight, or from vertices that touched an edge
+// before their coordinates were rounded.
+std::vector<EarTriangle> cutKnownEars(Ring ring, std::vector<Index> triangleCounts) {
+  if (triangleCounts.empty()) return {};
+  std::vector<EarTriangle> ears;
+  ears.reserve(ring.size() - 2);
+  double area = 0.0;
+  double invertedArea = 0.0;
   std::vector<Index> tips = ring.vertices();
   std::erase_if(tips, [&](Index v) { return triangleCounts[v] != 1; });
   for (std::size_t i = 0; i < tips.size() && ring.size() > 2; ++i) {
     const Index v = tips[i];
     const double turn = ring.turnAt(v);
-    if (isInverted(ring, v, turn)) return false;
     if (turn > 0.0) ears.push_back(ring.earAt(v));
+    (turn > 0.0 ? area : invertedArea) += std::abs(turn);
     for (const Index w : {ring.before(v), ring.after(v)}) {
-      if (triangleCounts[w] == 0) return false;
+      if (triangleCounts[w] == 0) return {};
       if (--triangleCounts[w] == 1) tips.push_back(w);
     }
     ring.remove(v);
   }
-  return ring.size() == 2;
+  const bool isRight = ring.size() == 2 && invertedArea <= kMaxInverted * area;
+  return isRight ? std::move(ears) : std::vector<EarTriangle>();
 }
 
 // Searches a polygon that may cross itself for ears, each of which is compared
@@ -485,17 +489,16 @@ class EarSearch {
   }
 
  private:
-  // Keeps the time of the largest polygons to about a second.
-  static constexpr std::size_t kMaxComparisons = std::size_t{1} << 27;
+  // Keeps the time of a wild polygon of a million vertices to a few seconds.
+  static constexpr std::size_t kMaxComparisons = std::size_t{1} << 25;
 
   bool isEar(Index v) {
-    if (!(ring_.turnAt(v) > 0.0)) return false;
-    std::array<Index, 3> corners = ring_.earAt(v);
+    if (++comparisons_ > kMaxComparisons || !(ring_.turnAt(v) > 0.0)) return false;
+    const EarTriangle corners = ring_.earAt(v);
     const auto [first, last] = std::minmax_element(
         corners.begin(), corners.end(),
         [this](Index a, Index b) { return isBefore(ring_.at(a), ring_.at(b)); });
-    const Index end = *last;
-    for (Index w = nextInOrder_[*first]; w != kNone && w != end; w = nextInOrder_[w]) {
+    for (Index w = nextInOrder_[*first]; w != kNone && w != *last; w = nextInOrder_[w]) {
       if (++comparisons_ > kMaxComparisons || isBlockedBy(v, w)) return false;
     }
     return true;
@@ -543,10 +546,9 @@ std::vector<EarTriangle> clipEars(std::span<const GePoint> polygon) {
   ring.removeSpikes();
   if (ring.size() < 3) return {};
   const std::vector<Index> order = sweepOrder(ring);
-  std::vector<EarTriangle> ears;
-  ears.reserve(ring.size() - 2);
   Sweep sweep(ring, points.size(), order);
-  if (cutKnownEars(ring, sweep.takeTriangleCounts(), ears)) return ears;
+  std::vector<EarTriangle> ears = cutKnownEars(ring, sweep.takeTriangleCounts());
+  if (!ears.empty()) return ears;
   return EarSearch(std::move(ring), points.size(), order).cut();
 }
 

@@ -3,11 +3,13 @@
 #include <array>
 #include <initializer_list>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "ge/ExceptionInfo.h"
 #include "ge/GeDirect.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 #include "prims/CentroidAccumulator.h"
 #include "prims/EarClipper.h"
 
@@ -22,7 +24,10 @@ constexpr double kSmallestNormal = 1e-8;  // length of the area normal by area
 void writeRecord(Output& out, std::span<const PgonVertex* const> corners) {
   const bool triangle = corners.size() == 3;
   const bool normals = corners.front()->hasNormal;
-  out.beginRecord(triangle ? (normals ? "TRN" : "TRI") : (normals ? "QUN" : "QUA"), true);
+  const Keyword& keyword =
+      triangle ? (normals ? Keywords::kTriangleWithNormals : Keywords::kTriangle)
+               : (normals ? Keywords::kQuadrangleWithNormals : Keywords::kQuadrangle);
+  out.beginRecord(keyword.fixedColumns, true);
   for (const PgonVertex* corner : corners) out.addPoint9(corner->point);
   if (!normals) return;
   out.nextLine();
@@ -109,9 +114,9 @@ void Pgon::writeFixedColumns(Output& out) const {
 }
 
 void Pgon::writeTokens(Output& out) const {
-  out.beginRecord("g ", true);
+  out.beginRecord(Keywords::kTriangle.tokens, true);
   bool first = true;
-  const auto beginItem = [&](const char* word) {
+  const auto beginItem = [&](std::string_view word) {
     if (!first) out.addText(",");
     out.addText(word);
     first = false;
@@ -119,7 +124,7 @@ void Pgon::writeTokens(Output& out) const {
   const GePoint& origin = vertices.front().point;
   for (const PgonVertex& vertex : vertices) {
     const bool absolute = first;
-    beginItem("pt ");
+    beginItem(Words::kPoint);
     if (absolute) {
       out.addPoint(vertex.point, out.pointDecimals, false);
     } else {
@@ -128,11 +133,11 @@ void Pgon::writeTokens(Output& out) const {
   }
   for (const PgonVertex& vertex : vertices) {
     if (!vertex.hasNormal) continue;
-    beginItem("vn ");
+    beginItem(Words::kNormal);
     out.addPoint(vertex.normal, out.valueDecimals, false);
   }
   for (const ArcEntry& arc : arcs) {
-    beginItem("ar ");
+    beginItem(Words::kArc);
     out.addFixed(arc.radius, out.valueDecimals, false);
     for (const std::int32_t value : arc.values) {
       out.addText(" ");

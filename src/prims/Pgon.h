@@ -51,6 +51,19 @@ class Pgon : public Geo {
   bool triangulate(std::vector<Pgon>& pieces) const;
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 2 keeps one piece a record, and no arcs; a record with normals gives
+  // every vertex one. Mode 3 does not keep which vertices have a normal if not all
+  // have: those that were written belong to the first vertices. Messages: "line
+  // "60" not found", "line "61" not found" (mode 2); "identifier expected" for a
+  // digit where an item should begin, "unknown tag "xy"" (level 2; also for a
+  // normal without a vertex, mode 3); "Can't process this kind of style" for a
+  // wrong style or keyword; and the scanner's. The suffix is ", primitive
+  // triangle" or ", primitive quadrangle", with " with normals" if so, by the
+  // keyword (mode 2) or by what was read so far, more than three points being a
+  // quadrangle.
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
 
@@ -61,8 +74,13 @@ class Pgon : public Geo {
   void scale(double factor) override;
   Extents& addExtents(Extents& box) const override;
   std::int32_t checkSize() const override { return 0; }
+
+  // 1 for fewer than five vertices, else half their number, however many records
+  // the polygon becomes.
   std::int32_t pieceCount() const override;
+
   bool isSolid() const override { return false; }
+
   // Weighted by area over the triangulation; (0, 0, 0) when that yields none.
   GePoint& centroid(GePoint& p) const override;
 

@@ -5,6 +5,7 @@
 #include "ge/GeConstants.h"
 #include "output/NumberText.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 #include "prims/CentroidAccumulator.h"
 
 namespace Vesk {
@@ -32,7 +33,7 @@ std::int32_t Pline::write(Output& out) const {
 }
 
 void Pline::writePoint(Output& out) const {
-  out.beginRecord("PNT", true);
+  out.beginRecord(Keywords::kPoint.fixedColumns, true);
   out.addPoint9(vertices.front());
   if (pointSize >= 1) {
     out.addNumber(pointSize);
@@ -48,20 +49,21 @@ void Pline::writeSegments(Output& out) const {
       out.flushLine();
       if (!out.incrementCounter()) return;
     }
-    out.beginRecord("SEG", true);
+    out.beginRecord(Keywords::kSegment.fixedColumns, true);
     out.addPoint9(vertices[i - 1]);
     out.addPoint9(vertices[i]);
   }
 }
 
 void Pline::writeTokens(Output& out) const {
-  out.beginRecord("l ", true);
+  out.beginRecord(Keywords::kSegment.tokens, true);
   for (std::size_t i = 0; i < vertices.size(); ++i) {
     const GeVector p = vertices[i] - (i == 0 ? GePoint() : vertices.front());
-    out.addPointToken("pt", p.x, p.y, p.z, out.pointDecimals, i + 1 < vertices.size());
+    out.addPointToken(Words::kPoint, p.x, p.y, p.z, out.pointDecimals, i + 1 < vertices.size());
   }
   for (const ArcEntry& arc : arcs) {
-    std::string token = ",ar ";
+    std::string token = ",";
+    token += Words::kArc;
     appendFixed(token, arc.radius, out.pointDecimals, 0);
     for (const std::int32_t value : arc.values) {
       token += ' ';

@@ -20,7 +20,8 @@ namespace Vesk {
 //
 // In mode 3 every later vertex is relative to the first one. Each further SEG
 // record takes the next element counter; when the counters are used up the
-// remaining pieces are not written.
+// remaining pieces are not written. Without vertices mode 2 writes nothing, mode
+// 3 a record that holds the arcs only.
 class Pline : public Geo {
  public:
   static constexpr std::int32_t kTypeCode = 7;
@@ -40,14 +41,26 @@ class Pline : public Geo {
   void addArc(double radius, std::int32_t a, std::int32_t b, std::int32_t c);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 2 keeps one piece a record, and no arcs. Mode 3 keeps neither size nor
+  // direction of a point. Messages: "line "60" not found" (mode 2), "Pline: wrong
+  // style" (also for a digit where an item should begin), "Pline: unknown
+  // identifier "xy"" (mode 3) and the scanner's, with ", primitive point" or
+  // ", primitive segment" by the mode 2 keyword, else ", primitive polyline".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
   Extents& addExtents(Extents& box) const override;
   std::int32_t checkSize() const override { return 0; }
+
+  // The number of SEG records; 1 for a point or nothing.
   std::int32_t pieceCount() const override;
+
   bool isSolid() const override { return false; }
+
   // Weighted by length; (0, 0, 0) when there is none.
   GePoint& centroid(GePoint& p) const override;
 

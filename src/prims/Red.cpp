@@ -2,6 +2,7 @@
 
 #include "ge/GeConstants.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 
 namespace Vesk {
 namespace {
@@ -48,14 +49,14 @@ GePoint Red::corner(int k) const {
 
 std::int32_t Red::write(Output& out) const {
   if (out.mode == kFixedColumns) {
-    out.beginRecord("RED", true);
+    out.beginRecord(Keywords::kRed.fixedColumns, true);
     for (int k = 0; k < 8; ++k) {
       if (k == 4) out.nextLine();
       out.addPoint9(corner(k));
     }
     writeTagLines(out, tags);
   } else if (out.mode == kTokens) {
-    out.beginRecord("r ", true);
+    out.beginRecord(Keywords::kRed.tokens, true);
     out.addPoint(origin, out.pointDecimals, true);
     for (const GeVector& v : cornerVectors) {
       out.addPoint(v, out.valueDecimals, &v != &cornerVectors.back());
@@ -68,7 +69,7 @@ std::int32_t Red::write(Output& out) const {
 // The last tag is a token anew after each of its value pairs.
 void Red::writeTagTokens(Output& out) const {
   if (tags.empty()) return;
-  out.startLine("re");
+  out.startLine(Keywords::kRedTags);
   for (const TagEntry& tag : tags) {
     const bool last = &tag == &tags.back();
     std::string token = tagToken(tag);

@@ -38,6 +38,13 @@ class Red : public Geo {
   GePoint corner(int k) const;
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Messages: "line "60" not found", "line "61" not found", "bad line "63"",
+  // "bad line "64"" (mode 2), "unknown tag" (mode 3, level 2), "reducer: wrong
+  // style" and the scanner's, all with ", primitive reducer". The repeated last
+  // tag of mode 3 comes back as one tag. See readTagLines for what tags can't keep.
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;

@@ -6,6 +6,7 @@
 #include "ge/GeConstants.h"
 #include "ge/GeDirect.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 #include "prims/BendArc.h"
 
 namespace Vesk {
@@ -46,7 +47,7 @@ Relb::Relb(const GeVector& p0, const GeVector& p1, const GeVector& p2, const GeV
 std::int32_t Relb::write(Output& out) const {
   if (out.mode == kFixedColumns) {
     const CornerPoints points = cornerPoints(*this);
-    out.beginRecord("ELB", true);
+    out.beginRecord(Keywords::kRelb.fixedColumns, true);
     out.addPoint9(points.a);
     out.addPoint9(points.b);
     out.addPoint9(points.c);
@@ -55,7 +56,7 @@ std::int32_t Relb::write(Output& out) const {
     // The inner radius at the start, whichever side the points are on.
     out.addNumber(startVector.length() - 0.5 * depth);
   } else if (out.mode == kTokens) {
-    out.beginRecord("e ", true);
+    out.beginRecord(Keywords::kRelb.tokens, true);
     out.addPoint(centre, out.pointDecimals, true);
     out.addPoint(startVector, out.valueDecimals, true);
     out.addPoint(endVector, out.valueDecimals, true);

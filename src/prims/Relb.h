@@ -33,11 +33,27 @@ class Relb : public Geo {
        double innerRadius);
 
   std::int32_t typeCode() const override { return kTypeCode; }
+
+  // Mode 2 keeps the points, not the fields: the centre is the middle of the
+  // first two, the vectors run from the first to the third and fourth less half
+  // the depth, which is the first one's length less the inner radius. `flipped`
+  // follows from the side of the bend plane that the first point is on. Points
+  // that rounding has put out of square come back within their last decimal.
+  // Mode 3 does not keep `flipped`.
+  //
+  // Messages: "line "60" not found", "line "61" not found" (mode 2), "relb: wrong
+  // style", the scanner's and that of GeEx::NullDir for an outer point at the
+  // first one, all with ", primitive relbow".
+  std::int32_t read(Input& in) override;
+
   std::int32_t write(Output& out) const override;
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
+
+  // The centre alone when the vectors are collinear or one is null.
   Extents& addExtents(Extents& box) const override;
+
   // 2 for half the depth above the mean radius by more than 0.01; 1 for a vector
   // shorter than 1e-7.
   std::int32_t checkSize() const override;
@@ -46,8 +62,9 @@ class Relb : public Geo {
   // Sweep times mean radius times section; 0.0 when a vector has no length.
   double volume() const override;
 
-  // Throws GeEx::NullDir when a vector is null or both are opposite. A sweep of
-  // 0 gives a NaN point.
+  // That of the solid with the start vector's length as the mean bend radius.
+  // Throws GeEx::NullDir when a vector is null or both are opposite; a sweep of 0
+  // gives a NaN point.
   GePoint& centroid(GePoint& p) const override;
 
   // Two elbows are equal when their widths, depths, centres, middles and, in

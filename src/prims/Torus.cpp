@@ -5,6 +5,7 @@
 
 #include "ge/GeConstants.h"
 #include "output/Output.h"
+#include "output/RecordWords.h"
 #include "prims/BendArc.h"
 
 namespace Vesk {
@@ -23,14 +24,14 @@ Torus::Torus(const GeVector& bendCentre, const GeVector& start, const GeVector& 
 
 std::int32_t Torus::write(Output& out) const {
   if (out.mode == kFixedColumns) {
-    out.beginRecord("TOR", true);
+    out.beginRecord(Keywords::kTorus.fixedColumns, true);
     out.addPoint9(centre);
     out.addPoint9(centre + startVector);
     out.addPoint9(centre + endVector);
     out.addNumber(bendRadius > 0.0 ? bendRadius : arcOf(*this).meanRadius());
     out.addNumber(diameter);
   } else if (out.mode == kTokens) {
-    out.beginRecord("t ", true);
+    out.beginRecord(Keywords::kTorus.tokens, true);
     out.addPoint(centre, out.pointDecimals, true);
     out.addPoint(startVector, out.valueDecimals, true);
     out.addPoint(endVector, out.valueDecimals, true);
@@ -82,7 +83,6 @@ double Torus::volume() const {
 GePoint& Torus::centroid(GePoint& p) const {
   const double radius = startVector.length();
   const double half = diameter / 2.0;
-  // The 8 is this system's choice: a torus segment has 4 there.
   return p = arcOf(*this).onBisector((radius * radius + half * half / 8.0) / radius);
 }
 

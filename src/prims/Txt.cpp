@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "output/Output.h"
+#include "output/RecordWords.h"
 #include "prims/CentroidAccumulator.h"
 
 namespace Vesk {
@@ -44,19 +45,19 @@ Txt::Txt(const GePoint& place, const GeVector& along, const GeVector& up, double
 std::int32_t Txt::write(Output& out) const {
   const double length = static_cast<double>(text.size());
   if (out.mode == kFixedColumns) {
-    out.beginRecord("TXT", true);
+    out.beginRecord(Keywords::kTxt.fixedColumns, true);
     out.addPoint9(position);
     out.addPoint9(direction);
     out.addPoint9(upDirection);
     out.addNumber(height);
     out.addNumber(charWidth);
     out.addNumber(alignmentNumber(*this));
-    out.startLine("71");
-    out.startLine("72");
+    out.startLine(LineNumbers::kTextSecond);
+    out.startLine(LineNumbers::kTextThird);
     out.addFixed(length, 0, false, 3);
     out.addText(text);
   } else if (out.mode == kTokens) {
-    out.beginRecord("x ", true);
+    out.beginRecord(Keywords::kTxt.tokens, true);
     out.addPoint(position, out.pointDecimals, true);
     out.addPoint(direction, out.valueDecimals, true);
     out.addPoint(upDirection, out.valueDecimals, true);

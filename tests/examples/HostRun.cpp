@@ -1,20 +1,31 @@
 #include "examples/HostRun.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <sstream>
 #include <stdexcept>
+#include <string>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
 
 HostFolder::HostFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "vesk-host-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder " + pattern);
-  path_ = pattern;
+  std::random_device random;
+#ifdef _WIN32
+  // The paths that CMake hands over have no drive letter: they mean the current drive.
+  const std::filesystem::path parent = std::filesystem::current_path();
+#else
+  const std::filesystem::path parent = std::filesystem::temp_directory_path();
+#endif
+  do {
+    path_ = parent / ("vesk-host-" + std::to_string(random()));
+  } while (!std::filesystem::create_directory(path_));
 }
 
 HostFolder::~HostFolder() {
@@ -28,16 +39,31 @@ void HostFolder::write(const std::string& name, const std::string& bytes) const 
 
 std::string HostFolder::read(const std::string& name) const {
   std::ifstream stream(path_ / name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+#ifdef _WIN32
+  std::erase(text, '\r');
+#endif
+  return text;
 }
 
 HostRun runHost(const HostFolder& folder, const std::string& program, const std::string& arguments,
                 const std::string& before) {
+#ifdef _WIN32
+  // cmd.exe quotes with " alone.
+  std::string quoted = arguments;
+  std::replace(quoted.begin(), quoted.end(), '\'', '"');
+  const std::string command = "cd /d \"" + folder.path().string() + "\" && " + before + " \"" +
+                              std::filesystem::path(program).make_preferred().string() + "\" " +
+                              quoted + " >stdout.txt 2>stderr.txt";
+  const int exitCode = std::system(command.c_str());
+#else
   const std::string command = "cd '" + folder.path().string() + "' && { " + before + " '" +
                               program + "' " + arguments + "; } >stdout.txt 2>stderr.txt";
   const int status = std::system(command.c_str());
+  const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
   HostRun run;
-  run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  run.exitCode = exitCode;
   run.out = folder.read("stdout.txt");
   run.err = folder.read("stderr.txt");
   return run;

@@ -15,7 +15,7 @@ class HostFolder {
 
   const std::filesystem::path& path() const { return path_; }
   void write(const std::string& name, const std::string& bytes) const;
-  // The bytes of a file; empty if there is none.
+  // The bytes of a file, with line ends of any system as "\n"; empty if there is none.
   std::string read(const std::string& name) const;
   bool has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
 
@@ -30,7 +30,8 @@ struct HostRun {
   std::string err;
 };
 
-// Runs a shell command in the folder. `program` is quoted, `arguments` are not.
+// Runs a shell command in the folder. `program` is quoted here; `arguments` are quoted by
+// their writer, with ', and `before` is text of the system's own shell.
 HostRun runHost(const HostFolder& folder, const std::string& program, const std::string& arguments,
                 const std::string& before = "");
 

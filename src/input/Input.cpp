@@ -1,0 +1,276 @@
+#include "input/Input.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ge/ExceptionInfo.h"
+#include "input/ParseDouble.h"
+#include "output/RecordWords.h"
+
+namespace Vesk {
+namespace {
+
+constexpr std::string_view kBlank = " ";
+constexpr std::string_view kComma = ",";
+
+[[noreturn]] void fail(std::string message) {
+  throw ExceptionInfo(std::move(message), ExceptionInfo::kFatal);
+}
+
+[[noreturn]] void failNumber(std::string_view token) {
+  std::string message = "Input: can't get double from expression \"";
+  message += token;
+  message += '"';
+  fail(std::move(message));
+}
+
+// The sets have one or two characters.
+bool contains(std::string_view set, char c) {
+  return std::any_of(set.begin(), set.end(), [c](char each) { return each == c; });
+}
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+void Input::rewind() {
+  hold.clear();
+  ft.reset();
+  tk.reset();
+  textLength.reset();
+  tokenLine = 0;
+  tokenColumn = 0;
+  loadLine(0);
+  cursor = 0;
+}
+
+void Input::startAt(std::uint32_t column) {
+  startColumn = column;
+  cursor = column;
+  skipAttributes();
+}
+
+void Input::setCursor(std::uint32_t column) {
+  if (column <= lineLength) cursor = column;
+}
+
+bool Input::findLine(std::string_view number, int occurrence) {
+  if (mode == kTokens) hold.clear();
+  if (mode != kFixedColumns) return false;
+  for (std::size_t i = 0; i < recs.size(); ++i) {
+    if (!recs[i].starts_with(number) || occurrence-- > 0) continue;
+    loadLine(i);
+    return true;
+  }
+  return false;
+}
+
+int Input::countLines(std::string_view number) const {
+  if (mode != kFixedColumns) return 0;
+  return static_cast<int>(
+      std::count_if(recs.begin(), recs.end(),
+                    [number](const std::string& each) { return each.starts_with(number); }));
+}
+
+bool Input::nextLine() {
+  if (!nextLineVerbatim()) return false;
+  skipAttributes();
+  return true;
+}
+
+bool Input::nextLineVerbatim() {
+  if (lineIndex < recs.size()) ++lineIndex;
+  if (!hold.empty()) return false;
+  if (lineIndex < recs.size()) {
+    loadLine(lineIndex);
+    return true;
+  }
+  cursor = lineLength;
+  return false;
+}
+
+bool Input::atEnd() {
+  while (cursor >= lineLength) {
+    if (!nextLine()) return true;
+  }
+  return false;
+}
+
+void Input::skipChars(std::string_view set, bool advance) {
+  do {
+    while (cursor < lineLength && contains(set, line[cursor])) ++cursor;
+  } while (advance && cursor >= lineLength && nextLine());
+}
+
+void Input::skipChar(std::string_view set, bool advance) {
+  if (cursor >= lineLength || !contains(set, line[cursor])) return;
+  ++cursor;
+  if (advance && cursor >= lineLength) nextLine();
+}
+
+void Input::peekToken(std::string& token) { peekTokenN(token, std::string::npos); }
+
+void Input::peekTokenN(std::string& token, std::size_t longest) {
+  token.clear();
+  if (!atEnd()) token = tokenAt().substr(0, longest);
+}
+
+void Input::getToken(std::string& token) {
+  token.clear();
+  token = takeToken();
+}
+
+void Input::getFixedString(std::string& text, std::size_t length) {
+  text.clear();
+  text = takeFixed(length);
+}
+
+double Input::getDouble() {
+  skipChars(kBlank, true);
+  const std::string_view token = takeToken();
+  const auto value = parseDouble(token);
+  // Skipping may load another line over the token.
+  if (!value) failed_ = token;
+  skipChars(delimiters, true);
+  if (!value) failNumber(failed_);
+  return *value;
+}
+
+double Input::getLastDouble() {
+  skipChars(kBlank, true);
+  const std::string_view token = takeToken();
+  const auto value = parseDouble(token);
+  if (!value) failNumber(token);
+  return *value;
+}
+
+double Input::getFixedDouble(std::size_t width) {
+  const std::string_view field = takeFixed(width);
+  const auto value = parseDouble(field);
+  if (!value) failNumber(field);
+  return *value;
+}
+
+void Input::getFixedDoubles(std::size_t count, double* values, std::size_t width) {
+  for (std::size_t i = 0; i < count; ++i) values[i] = getFixedDouble(width);
+}
+
+void Input::getPoint(GePoint& point) {
+  skipChars(kBlank, true);
+  if (atEnd()) {
+    markToken();
+    fail("Input: can't get double");
+  }
+  setDelimiters(kBlank);
+  point.x = getDouble();
+  point.y = getDouble();
+  setDelimiters(kComma);
+  point.z = getDouble();
+}
+
+bool Input::atDigit() {
+  skipChars(kBlank, true);
+  return !atEnd() && isDigit(line[cursor]);
+}
+
+bool Input::atNonDigit() {
+  skipChars(kBlank, true);
+  return !atEnd() && !isDigit(line[cursor]);
+}
+
+void Input::pushPoint(const GePoint& point) {
+  if (pointCount < points.size()) {
+    points[pointCount] = point;
+  } else {
+    points.push_back(point);
+  }
+  ++pointCount;
+}
+
+std::string_view Input::getRest() {
+  markToken();
+  if (atLineEnd()) return {};
+  const std::string_view rest = std::string_view(line).substr(cursor);
+  cursor = lineLength;
+  return rest;
+}
+
+void Input::markToken() { markToken(lineIndex, cursor); }
+
+// Behind the last line the cursor is still at the end of that one.
+void Input::markToken(std::size_t index, std::size_t column) {
+  const std::size_t last = recs.empty() ? 0 : recs.size() - 1;
+  tokenLine = static_cast<std::uint32_t>(std::min(index, last));
+  tokenColumn = static_cast<std::uint32_t>(column);
+}
+
+std::int32_t Input::toInt(double value) {
+  if (!isInt(value)) fail("Input: number out of range");
+  return static_cast<std::int32_t>(value);
+}
+
+bool Input::isInt(double value) {
+  // One more than the largest int; a double holds it and its neighbours.
+  constexpr double kAbove = 2147483648.0;
+  return value > -kAbove - 1.0 && value < kAbove;
+}
+
+// `cursor` is at startColumn then; an index without a line gives an empty one.
+void Input::loadLine(std::size_t index) {
+  lineIndex = static_cast<std::uint32_t>(index);
+  if (index < recs.size()) {
+    line = recs[index];
+  } else {
+    line.clear();
+  }
+  lineLength = static_cast<std::uint32_t>(line.size());
+  cursor = startColumn;
+}
+
+// Loads lines by itself where nextLine would come back here: a thousand blank
+// lines are a loop, not a thousand calls deep.
+void Input::skipAttributes() {
+  if (mode != kTokens) return;
+  for (;;) {
+    while (cursor < lineLength && line[cursor] == ' ') ++cursor;
+    if (cursor >= lineLength) {
+      if (!nextLineVerbatim()) return;
+      continue;
+    }
+    const std::string_view rest = std::string_view(line).substr(cursor);
+    if (!rest.starts_with(tagOf(Words::kCs)) && !rest.starts_with(tagOf(Words::kSp))) return;
+    const std::size_t comma = rest.find(',');
+    cursor = comma == std::string_view::npos ? lineLength
+                                             : cursor + static_cast<std::uint32_t>(comma) + 1;
+  }
+}
+
+// The cursor must be inside the line.
+std::string_view Input::tokenAt() const {
+  std::uint32_t end = cursor;
+  while (end < lineLength && !contains(delimiters, line[end])) ++end;
+  return std::string_view(line).substr(cursor, end - cursor);
+}
+
+std::string_view Input::takeToken() {
+  const bool end = atEnd();
+  markToken();
+  if (end) fail("Input: can't get string value");
+  const std::string_view token = tokenAt();
+  cursor += static_cast<std::uint32_t>(token.size());
+  return token;
+}
+
+std::string_view Input::takeFixed(std::size_t length) {
+  const bool end = atEnd();
+  markToken();
+  if (end) return {};
+  if (static_cast<std::size_t>(lineLength - cursor) + 1 < length) {
+    fail("Input: can't get string value of specified length");
+  }
+  const std::string_view text = std::string_view(line).substr(cursor, length);
+  cursor += static_cast<std::uint32_t>(text.size());
+  return text;
+}
+
+}  // namespace Vesk

@@ -7,6 +7,11 @@ target_compile_options(vesk_build_flags INTERFACE
   -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
   -Wcast-qual -Wformat=2>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # Optimising, gcc 12 takes the assignment of a literal to a std::string for a
+  # copy between overlapping ranges.
+  target_compile_options(vesk_build_flags INTERFACE -Wno-restrict)
+endif()
 target_compile_definitions(vesk_build_flags INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")

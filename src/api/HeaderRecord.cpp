@@ -30,12 +30,9 @@ bool HeaderRecord::set(const char* a, const char* b, int n) {
 void HeaderRecord::writeTo(Output& out) const {
   out.prefix.clear();
   out.attributes.clear();
-  const auto append = [&out](const auto&... fields) { (out.prefix.append(fields.data()), ...); };
-  if (out.mode == kFixedColumns) {
-    out.prefix = LineNumbers::kFirst;
-    append(f6, f2, f4, f1, f3);
-  } else if (out.mode == kTokens) {
-    append(f1, f2, f3, f4, f5);
+  if (out.mode == kFixedColumns) out.prefix = LineNumbers::kFirst;
+  visitPrefix(*this, out.mode, [&out](const auto& field) { out.prefix += field.data(); });
+  if (out.mode == kTokens) {
     out.prefix += LineNumbers::kFirstOfTokens;
     appendAttribute(out.attributes, Words::kCs, f6);
     appendAttribute(out.attributes, Words::kSp, f7);

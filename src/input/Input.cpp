@@ -157,7 +157,10 @@ void Input::getFixedDoubles(std::size_t count, double* values, std::size_t width
 
 void Input::getPoint(GePoint& point) {
   skipChars(kBlank, true);
-  if (atEnd()) fail("Input: can't get double");
+  if (atEnd()) {
+    markToken();
+    fail("Input: can't get double");
+  }
   setDelimiters(kBlank);
   point.x = getDouble();
   point.y = getDouble();
@@ -185,12 +188,20 @@ void Input::pushPoint(const GePoint& point) {
 }
 
 std::string_view Input::getRest() {
-  tokenLine = lineIndex;
-  tokenColumn = cursor;
+  markToken();
   if (atLineEnd()) return {};
   const std::string_view rest = std::string_view(line).substr(cursor);
   cursor = lineLength;
   return rest;
+}
+
+void Input::markToken() { markToken(lineIndex, cursor); }
+
+// Behind the last line the cursor is still at the end of that one.
+void Input::markToken(std::size_t index, std::size_t column) {
+  const std::size_t last = recs.empty() ? 0 : recs.size() - 1;
+  tokenLine = static_cast<std::uint32_t>(std::min(index, last));
+  tokenColumn = static_cast<std::uint32_t>(column);
 }
 
 std::int32_t Input::toInt(double value) {
@@ -242,9 +253,9 @@ std::string_view Input::tokenAt() const {
 }
 
 std::string_view Input::takeToken() {
-  if (atEnd()) fail("Input: can't get string value");
-  tokenLine = lineIndex;
-  tokenColumn = cursor;
+  const bool end = atEnd();
+  markToken();
+  if (end) fail("Input: can't get string value");
   const std::string_view token = tokenAt();
   cursor += static_cast<std::uint32_t>(token.size());
   return token;
@@ -252,8 +263,7 @@ std::string_view Input::takeToken() {
 
 std::string_view Input::takeFixed(std::size_t length) {
   const bool end = atEnd();
-  tokenLine = lineIndex;
-  tokenColumn = cursor;
+  markToken();
   if (end) return {};
   if (static_cast<std::size_t>(lineLength - cursor) + 1 < length) {
     fail("Input: can't get string value of specified length");

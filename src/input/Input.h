@@ -54,7 +54,8 @@ class Input {
   std::optional<std::int32_t> tk;    // closing attribute
   std::optional<double> textLength;  // the length that a text record gives
 
-  // Where the token or field read last began, for reports.
+  // Where the token or field read last began, or where one was missing; for
+  // reports.
   std::uint32_t tokenLine = 0;
   std::uint32_t tokenColumn = 0;
 
@@ -144,6 +145,10 @@ class Input {
   // Loads the next line as it stands: no attribute is passed over. False if
   // there is none.
   bool nextLineVerbatim();
+
+  // Notes the cursor, or this place, for tokenLine and tokenColumn.
+  void markToken();
+  void markToken(std::size_t index, std::size_t column);
 
   // Drops the decimals; throws "Input: number out of range" for what no int can
   // hold.

@@ -49,7 +49,9 @@ void startRecord(Input& in) {
 }
 
 void needLine(Input& in, std::string_view number) {
-  if (!in.findLine(number, 0)) failReading("line \"" + std::string(number) + "\" not found");
+  if (in.findLine(number, 0)) return;
+  if (!in.recs.empty()) in.markToken(in.recs.size() - 1, in.recs.back().size());
+  failReading("line \"" + std::string(number) + "\" not found");
 }
 
 void needSecondPart(Input& in, std::uint32_t firstIndex) {

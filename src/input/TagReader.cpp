@@ -50,14 +50,16 @@ bool addTag(std::string_view text, std::vector<TagEntry>& tags) {
 struct TagLine {
   std::string number;      // of the first line, "63" or "64"; empty: none yet
   std::string lastNumber;  // of the last one
+  std::size_t lastIndex;   // its index
   std::string text;        // behind the opening
 
-  void addTo(std::vector<TagEntry>& tags) const {
-    if (number == TagWords::kNamesLine && !addNames(text, tags)) {
-      // The names may have run on to a line "64"; or that one is no tag line.
-      failLine(lastNumber == TagWords::kValuesLine ? lastNumber : number);
-    }
-    if (number == TagWords::kValuesLine && !addTag(text, tags)) failLine(number);
+  void addTo(std::vector<TagEntry>& tags, Input& in) const {
+    if (number.empty()) return;
+    const bool names = number == TagWords::kNamesLine;
+    if (names ? addNames(text, tags) : addTag(text, tags)) return;
+    in.markToken(lastIndex, in.startColumn);
+    // Names may have run on to a line "64"; or that one is no tag line.
+    failLine(names && lastNumber == TagWords::kValuesLine ? lastNumber : number);
   }
 };
 
@@ -125,6 +127,16 @@ std::optional<std::string_view> dataOf(std::string_view line, std::string_view k
   return line.substr(kTokensLayout.data);
 }
 
+// Notes the place of a character of the lines with this keyword, joined.
+void markTag(Input& in, std::string_view keyword, std::size_t position) {
+  for (std::size_t i = 0; i < in.recs.size(); ++i) {
+    const auto data = dataOf(in.recs[i], keyword);
+    if (!data) continue;
+    if (position <= data->size()) return in.markToken(i, kTokensLayout.data + position);
+    position -= data->size();
+  }
+}
+
 [[noreturn]] void failTag(const TagTokens& form, std::string_view token) {
   std::string message = "unknown tag";
   if (form.unknownIsNamed) message += ' ' + std::string(token.substr(0, token.find(' ')));
@@ -135,23 +147,24 @@ std::optional<std::string_view> dataOf(std::string_view line, std::string_view k
 
 void readTagLines(Input& in, std::vector<TagEntry>& tags) {
   tags.clear();
-  TagLine tagLine;
+  TagLine tagLine{};
   while (in.nextLineVerbatim()) {
     std::string_view data = in.getRest();
     const std::string_view number = std::string_view(in.line).substr(0, kLineNumberWidth);
     const bool names = number == TagWords::kNamesLine;
     if ((names || number == TagWords::kValuesLine) && data.starts_with(TagWords::kOpening)) {
-      tagLine.addTo(tags);
+      tagLine.addTo(tags, in);
       data.remove_prefix(std::string_view(TagWords::kOpening).size());
-      tagLine = {std::string(number), std::string(number), std::string(data)};
+      tagLine = {std::string(number), std::string(number), in.lineIndex, std::string(data)};
     } else if (names || (tagLine.number.empty() && number == TagWords::kValuesLine)) {
       failLine(number);
     } else {
       tagLine.lastNumber = number;
+      tagLine.lastIndex = in.lineIndex;
       tagLine.text += data;
     }
   }
-  tagLine.addTo(tags);
+  tagLine.addTo(tags, in);
 }
 
 void readTagTokens(Input& in, const TagTokens& form, std::vector<TagEntry>& tags) {
@@ -180,6 +193,7 @@ void readTagTokens(Input& in, const TagTokens& form, std::vector<TagEntry>& tags
       addLast();
       lastTag = token;
     } else if (!takeClosing(in, token)) {
+      markTag(in, form.keyword, static_cast<std::size_t>(token.data() - text.data()));
       failTag(form, token);
     }
   }

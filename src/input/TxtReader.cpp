@@ -93,7 +93,10 @@ bool takeClosings(Input& in, std::string_view text) {
 // an attribute belong to the text. Its length says where closing attributes
 // begin; if that can't be, the text is the whole line.
 void readTokenText(Input& in, Txt& txt) {
-  if (!in.nextLineVerbatim()) failReading("Input: can't get string value");
+  if (!in.nextLineVerbatim()) {
+    in.markToken();
+    failReading("Input: can't get string value");
+  }
   txt.text = in.getRest();
   const double length = in.textLength.value_or(0.0);
   if (txt.text.empty() && length > 0.0 && in.nextLineVerbatim()) txt.text = in.getRest();

@@ -8,6 +8,7 @@
 
 #include "ge/GeConstants.h"
 #include "ge/GeEx.h"
+#include "support/PlaceOf.h"
 #include "support/RecordLines.h"
 
 using namespace Vesk;
@@ -114,10 +115,10 @@ TEST(BoxTest, DefaultIsAllZeroWithoutMarks) {
 TEST(BoxTest, NullArrayThrows) {
   const double* none = nullptr;
   const double p[3] = {1, 2, 3};
-  EXPECT_THROW(Box(none, p, p, p), GeEx::NullPtr);
-  EXPECT_THROW(Box(p, none, p, p), GeEx::NullPtr);
-  EXPECT_THROW(Box(p, p, none, p), GeEx::NullPtr);
-  EXPECT_THROW(Box(p, p, p, none), GeEx::NullPtr);
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Box(none, p, p, p); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Box(p, none, p, p); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Box(p, p, none, p); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Box(p, p, p, none); }), "GeVector");
 }
 
 TEST(BoxTest, EveryBoxIsUsable) {

@@ -8,6 +8,7 @@
 
 #include "ge/GeConstants.h"
 #include "ge/GeEx.h"
+#include "support/PlaceOf.h"
 #include "support/RecordLines.h"
 
 using namespace Vesk;
@@ -60,8 +61,8 @@ TEST(ConeTest, DefaultIsAllZero) {
 TEST(ConeTest, NullArrayThrows) {
   const double* none = nullptr;
   const double p[3] = {1, 2, 3};
-  EXPECT_THROW(Cone(none, p, 1, 2), GeEx::NullPtr);
-  EXPECT_THROW(Cone(p, none, 1, 2), GeEx::NullPtr);
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Cone(none, p, 1, 2); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Cone(p, none, 1, 2); }), "GeVector");
 }
 
 struct SizeCase {

@@ -8,6 +8,7 @@
 
 #include "ge/GeConstants.h"
 #include "ge/GeEx.h"
+#include "support/PlaceOf.h"
 #include "support/RecordLines.h"
 
 using namespace Vesk;
@@ -85,8 +86,8 @@ TEST(CylTest, DefaultIsAllZero) {
 TEST(CylTest, NullArrayThrows) {
   const double* none = nullptr;
   const double p[3] = {1, 2, 3};
-  EXPECT_THROW(Cyl(none, p, 1), GeEx::NullPtr);
-  EXPECT_THROW(Cyl(p, none, 1), GeEx::NullPtr);
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Cyl(none, p, 1); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Cyl(p, none, 1); }), "GeVector");
 }
 
 struct SizeCase {

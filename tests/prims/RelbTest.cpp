@@ -8,6 +8,7 @@
 
 #include "ge/GeConstants.h"
 #include "ge/GeEx.h"
+#include "support/PlaceOf.h"
 #include "support/RecordLines.h"
 
 using namespace Vesk;
@@ -65,15 +66,21 @@ TEST(RelbTest, NullArrayThrows) {
   const double* none = nullptr;
   const double p[3] = {1, 2, 3};
   const double q[3] = {4, 5, 6};
-  EXPECT_THROW(Relb(none, p, q, q, 1), GeEx::NullPtr);
-  EXPECT_THROW(Relb(p, none, q, q, 1), GeEx::NullPtr);
-  EXPECT_THROW(Relb(p, p, none, q, 1), GeEx::NullPtr);
-  EXPECT_THROW(Relb(p, p, q, none, 1), GeEx::NullPtr);
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Relb(none, p, q, q, 1); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Relb(p, none, q, q, 1); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Relb(p, p, none, q, 1); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Relb(p, p, q, none, 1); }), "GeVector");
 }
 
 TEST(RelbTest, OuterPointAtTheAxisThrows) {
-  EXPECT_THROW(Relb({0, 0, 0}, {0, 0, 10}, {0, 0, 0}, {0, 50, 0}, 30), GeEx::NullDir);
-  EXPECT_THROW(Relb({0, 0, 0}, {0, 0, 10}, {50, 0, 0}, {0, 0, 0}, 30), GeEx::NullDir);
+  EXPECT_EQ(placeOf<GeEx::NullDir>([&] {
+              Relb({0, 0, 0}, {0, 0, 10}, {0, 0, 0}, {0, 50, 0}, 30);
+            }),
+            "GeDirect");
+  EXPECT_EQ(placeOf<GeEx::NullDir>([&] {
+              Relb({0, 0, 0}, {0, 0, 10}, {50, 0, 0}, {0, 0, 0}, 30);
+            }),
+            "GeDirect");
 }
 
 const Relb kFlipped = relb({0, 0, 5}, {40, 0, 0}, {0, 40, 0}, 10, 20, true);
@@ -130,7 +137,7 @@ TEST(RelbTest, CollinearVectorsThrowInModeTwoAndLeaveTheAssemblerAsItWas) {
     out.beginRecord("XYZ", true);
     out.nextLine();
     const Lines before = shown(out);
-    EXPECT_THROW(r.write(out), GeEx::NullDir);
+    EXPECT_EQ(placeOf<GeEx::NullDir>([&] { r.write(out); }), "GeDirect");
     EXPECT_EQ(shown(out), before);
     EXPECT_EQ(out.prefix.substr(0, 2), "61");
   }
@@ -207,9 +214,18 @@ TEST(RelbTest, CentroidLiesOnTheBisector) {
 
 TEST(RelbTest, CentroidOfNullOrOppositeVectorsThrows) {
   GePoint p(1, 2, 3);
-  EXPECT_THROW(relb({0, 0, 0}, {0, 0, 0}, {0, 40, 0}, 10, 20).centroid(p), GeEx::NullDir);
-  EXPECT_THROW(relb({0, 0, 0}, {40, 0, 0}, {0, 0, 0}, 10, 20).centroid(p), GeEx::NullDir);
-  EXPECT_THROW(relb({0, 0, 0}, {40, 0, 0}, {-40, 0, 0}, 10, 20).centroid(p), GeEx::NullDir);
+  EXPECT_EQ(placeOf<GeEx::NullDir>([&] {
+              relb({0, 0, 0}, {0, 0, 0}, {0, 40, 0}, 10, 20).centroid(p);
+            }),
+            "GeDirect");
+  EXPECT_EQ(placeOf<GeEx::NullDir>([&] {
+              relb({0, 0, 0}, {40, 0, 0}, {0, 0, 0}, 10, 20).centroid(p);
+            }),
+            "GeDirect");
+  EXPECT_EQ(placeOf<GeEx::NullDir>([&] {
+              relb({0, 0, 0}, {40, 0, 0}, {-40, 0, 0}, 10, 20).centroid(p);
+            }),
+            "GeDirect");
   EXPECT_EQ(p, GePoint(1, 2, 3));
 }
 

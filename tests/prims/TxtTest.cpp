@@ -8,6 +8,7 @@
 
 #include "ge/GeConstants.h"
 #include "ge/GeEx.h"
+#include "support/PlaceOf.h"
 #include "support/RecordLines.h"
 
 using namespace Vesk;
@@ -109,9 +110,9 @@ TEST(TxtTest, DefaultIsAllZeroAndEmpty) {
 TEST(TxtTest, NullArrayThrows) {
   const double* none = nullptr;
   const double p[3] = {1, 2, 3};
-  EXPECT_THROW(Txt(none, p, p, 1, 1, 1, 0, ""), GeEx::NullPtr);
-  EXPECT_THROW(Txt(p, none, p, 1, 1, 1, 0, ""), GeEx::NullPtr);
-  EXPECT_THROW(Txt(p, p, none, 1, 1, 1, 0, ""), GeEx::NullPtr);
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Txt(none, p, p, 1, 1, 1, 0, ""); }), "GePoint");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Txt(p, none, p, 1, 1, 1, 0, ""); }), "GeVector");
+  EXPECT_EQ(placeOf<GeEx::NullPtr>([&] { Txt(p, p, none, 1, 1, 1, 0, ""); }), "GeVector");
 }
 
 TEST(TxtTest, MoveLeavesATextWhereItIs) {

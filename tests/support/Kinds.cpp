@@ -293,15 +293,15 @@ std::unique_ptr<Geo> copyOf(const Geo& geo) {
 // clang-format off
 const Kind kKinds[] = {
     // name   code in 2  in 3  solid movable centroid
-    {"Cyl",   1, "CYL", "c ", true,  true,  true,    makeCyl,   copyOf<Cyl>,   inCyl},
-    {"Box",   2, "BOX", "b ", true,  true,  true,    makeBox,   copyOf<Box>,   inBox},
-    {"Relb",  3, "ELB", "e ", true,  true,  true,    makeRelb,  copyOf<Relb>,  inRelb},
-    {"Torus", 4, "TOR", "t ", true,  true,  false,   makeTorus, copyOf<Torus>, inTorus},
-    {"Red",   5, "RED", "r ", true,  true,  true,    makeRed,   copyOf<Red>,   inRed},
-    {"Cone",  6, "CON", "n ", true,  true,  true,    makeCone,  copyOf<Cone>,  inCone},
-    {"Pline", 7, "SEG", "l ", false, true,  false,  makePline, copyOf<Pline>, onPline},
-    {"Pgon",  8, "",    "g ", false, true,  false,  makePgon,  copyOf<Pgon>,  onPgon},
-    {"Txt",   9, "TXT", "x ", false, false, false,  makeTxt,   copyOf<Txt>,   onTxt},
+    {"Cyl",   1, "CYL", "c ", true,  true,  true,  makeCyl,   copyOf<Cyl>,   inCyl},
+    {"Box",   2, "BOX", "b ", true,  true,  true,  makeBox,   copyOf<Box>,   inBox},
+    {"Relb",  3, "ELB", "e ", true,  true,  true,  makeRelb,  copyOf<Relb>,  inRelb},
+    {"Torus", 4, "TOR", "t ", true,  true,  false, makeTorus, copyOf<Torus>, inTorus},
+    {"Red",   5, "RED", "r ", true,  true,  true,  makeRed,   copyOf<Red>,   inRed},
+    {"Cone",  6, "CON", "n ", true,  true,  true,  makeCone,  copyOf<Cone>,  inCone},
+    {"Pline", 7, "SEG", "l ", false, true,  false, makePline, copyOf<Pline>, onPline},
+    {"Pgon",  8, "",    "g ", false, true,  false, makePgon,  copyOf<Pgon>,  onPgon},
+    {"Txt",   9, "TXT", "x ", false, false, false, makeTxt,   copyOf<Txt>,   onTxt},
 };
 // clang-format on
 

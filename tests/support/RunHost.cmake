@@ -2,7 +2,7 @@
 # is given, leaves a file OUTPUT of the same bytes (on Windows but for the
 # line ends).
 #
-#   cmake "-DHOST=[emulator;]program" -DFOLDER=folder [-DOUTPUT=name -DEXPECTED=file] -P RunHost.cmake
+#   cmake "-DHOST=[emulator;]program[;argument]" -DFOLDER=folder [-DOUTPUT=name -DEXPECTED=file] -P RunHost.cmake
 cmake_minimum_required(VERSION 3.25)
 
 file(REMOVE_RECURSE ${FOLDER})
@@ -12,7 +12,7 @@ if(NOT result EQUAL 0)
   message(FATAL_ERROR "${HOST} ended with ${result}")
 endif()
 if(DEFINED EXPECTED)
-  if(HOST MATCHES "\\.exe$")
+  if(HOST MATCHES "\\.exe(;|$)")
     set(line_ends --ignore-eol)
   endif()
   execute_process(

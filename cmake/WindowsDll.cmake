@@ -6,7 +6,7 @@ enable_language(RC)
 set(def ${CMAKE_CURRENT_BINARY_DIR}/CVeskDll.def)
 vesk_export_file(${CMAKE_CURRENT_SOURCE_DIR}/api/CVeskDll.def.in ${def})
 configure_file(${CMAKE_CURRENT_SOURCE_DIR}/api/CVeskDll.rc.in CVeskDll.rc @ONLY)
-target_sources(CVeskDll PRIVATE ${def} ${CMAKE_CURRENT_BINARY_DIR}/CVeskDll.rc)
+target_sources(CVeskDll PRIVATE api/WindowsUnload.cpp ${def} ${CMAKE_CURRENT_BINARY_DIR}/CVeskDll.rc)
 set_target_properties(CVeskDll PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
 
 # The C++ runtime is inside, so that the DLL needs none but the system's own.
@@ -18,7 +18,8 @@ target_link_options(CVeskDll PRIVATE
 # libCVeskDll.dll.a comes from the linker. CVeskDll.lib is for link.exe and
 # lld-link, whose own short form only LLVM's tool writes.
 find_program(VESK_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14 REQUIRED)
-set(VESK_MSVC_IMPORT_LIBRARY ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/CVeskDll.lib)
+set(VESK_MSVC_IMPORT_LIBRARY ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/CVeskDll.lib
+  CACHE INTERNAL "Import library for link.exe and lld-link")
 add_custom_command(OUTPUT ${VESK_MSVC_IMPORT_LIBRARY}
   COMMAND ${VESK_DLLTOOL} -m i386:x86-64 -d ${def} -D CVeskDll.dll -l ${VESK_MSVC_IMPORT_LIBRARY}
   DEPENDS ${def} VERBATIM)

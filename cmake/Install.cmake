@@ -1,0 +1,78 @@
+# What an installed tree holds, the CMake package, pkg-config files and packages.
+#
+#   bin/                 CVeskDll.dll
+#   lib/                 the shared library, the static C++ model, import libraries
+#   lib/cmake/vesk/      find_package(vesk): vesk::CVeskDll and vesk::vesk
+#   lib/pkgconfig/       vesk.pc (the C library) and vesk-model.pc (the C++ model)
+#   include/vesk.h       the C library
+#   include/vesk/        the C++ model: #include "prims/Cyl.h"
+#
+# All of it may be moved to another place.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(model_includes ${CMAKE_INSTALL_INCLUDEDIR}/vesk)
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/vesk)
+set(pc_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# A host in C++ needs the model's exception classes besides vesk.h.
+install(TARGETS CVeskDll EXPORT vesk
+  RUNTIME COMPONENT runtime
+  LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE COMPONENT development
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} ${model_includes})
+install(TARGETS vesk EXPORT vesk
+  ARCHIVE COMPONENT development
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} ${model_includes})
+install(FILES ${PROJECT_SOURCE_DIR}/include/vesk.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+foreach(folder ge output prims input api)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/${folder} DESTINATION ${model_includes}
+    COMPONENT development FILES_MATCHING PATTERN *.h)
+endforeach()
+if(WIN32)
+  install(FILES ${VESK_MSVC_IMPORT_LIBRARY} ${PROJECT_BINARY_DIR}/src/CVeskDll.def
+    DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+endif()
+
+install(EXPORT vesk NAMESPACE vesk:: FILE veskConfig.cmake
+  DESTINATION ${package_folder} COMPONENT development)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/veskConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/veskConfigVersion.cmake
+  DESTINATION ${package_folder} COMPONENT development)
+
+# A pkg-config file finds its prefix from where it lies.
+file(RELATIVE_PATH VESK_PC_PREFIX /${pc_folder} /)
+string(REGEX REPLACE "/$" "" VESK_PC_PREFIX "${VESK_PC_PREFIX}")
+foreach(name vesk vesk-model)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${pc_folder} COMPONENT development)
+endforeach()
+
+set(CPACK_PACKAGE_NAME vesk)
+set(CPACK_PACKAGE_VENDOR Vesk)
+set(CPACK_PACKAGE_CONTACT "The maintainers of Vesk <vesk@localhost>")
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_VERBATIM_VARIABLES ON)
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_SYSTEM_NAME win64)
+else()
+  set(CPACK_GENERATOR DEB TGZ)
+endif()
+
+# Two Debian packages: what a program needs to run, and to be built.
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libcveskdll${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libcveskdll-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+  "libcveskdll${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}), libstdc++-dev | libstdc++-12-dev")
+include(CPack)

@@ -1,0 +1,10 @@
+#include <vesk.h>
+
+#include "ge/GeEx.h"
+
+int main() try {
+  vk_writePnt(nullptr);
+  return 1;
+} catch (const GeEx::NullPtr&) {
+  return 0;
+}

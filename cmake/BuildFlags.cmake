@@ -7,12 +7,18 @@ target_compile_options(vesk_build_flags INTERFACE
   -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
   -Wcast-qual -Wformat=2>)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # Optimising, gcc 12 takes the assignment of a literal to a std::string for a
-  # copy between overlapping ranges.
-  target_compile_options(vesk_build_flags INTERFACE -Wno-restrict)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # At -O3 it takes copies inside its own std::string for overlapping ones.
+  target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
 endif()
 target_compile_definitions(vesk_build_flags INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
+if(MINGW)
+  # Programs carry the compiler's runtime, so that they start anywhere.
+  target_link_options(vesk_build_flags INTERFACE -static)
+  # In C its isfinite and the like are macros that convert to float.
+  target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:C>:-Wno-float-conversion>)
+endif()
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
   # The x87 unit keeps more digits than a double has.
@@ -23,6 +29,12 @@ if(VESK_SANITIZE)
   target_compile_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE}
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(vesk_build_flags INTERFACE -fsanitize=${VESK_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # A program in C that uses a library in C++ has to bring the latter's checks.
+    target_link_options(vesk_build_flags INTERFACE
+      $<$<LINK_LANGUAGE:C>:-fsanitize-link-c++-runtime>)
+    target_link_libraries(vesk_build_flags INTERFACE $<$<LINK_LANGUAGE:C>:stdc++>)
+  endif()
 endif()
 
 if(VESK_COVERAGE)

@@ -28,8 +28,10 @@
  *            GeEx::NullDir as well, see there. A C++ host catches them by
  *            class; in a host of another language an exception ends the
  *            program, so check before you call. Lack of memory is
- *            std::bad_alloc. After any exception the open file, the header and
- *            the library are fit for the next call.
+ *            std::bad_alloc or, where the library keeps its copy of the
+ *            element, a call that writes nothing and returns 0. After any of
+ *            these the open file, the header and the library are fit for the
+ *            next call.
  *   State    One open file, one header, one element for each process that has
  *            loaded the library. The header stays in force until it is set
  *            again, also across files.
@@ -66,7 +68,9 @@ extern "C" {
  *   name   zero-terminated; put between "vesk" and ".dat" as it is, so the
  *          file lies in the current folder unless name holds a '/' (a name
  *          "a/b" is the file "veska/b.dat"). NULL opens nothing: it only
- *          closes what is open.
+ *          closes what is open. On Windows a name that is valid UTF-8 is
+ *          taken as UTF-8, any other in the system's code page; elsewhere the
+ *          bytes are the file's name as they are.
  *
  * Returns 1 if the file was opened, else 0: the name is NULL or the system
  * refused (errno is the C library's). After a 0 no file is open.

@@ -62,6 +62,7 @@ void ElementHolder::reset() {
 }
 
 void ElementHolder::setElement(const Geo& g) {
+  if (&g == element_.get()) return;
   reset();
   try {
     element_ = copyOf(g);

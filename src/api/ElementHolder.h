@@ -30,7 +30,7 @@ class ElementHolder {
   // Replaces the primitive by a copy of `g`, chosen by its type code; header
   // and attributes stay. Holds nothing afterwards when the type code is not 1
   // to 9, when g is not of the class that its code says, or when there is no
-  // memory for the copy.
+  // memory for the copy. The held primitive itself stays as it is.
   void setElement(const Geo& g);
 
   // The primitive, null if none is held.

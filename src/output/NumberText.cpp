@@ -1,33 +1,104 @@
 #include "output/NumberText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <limits>
 
+#include "output/FixedDecimals.h"
 #include "output/RecordLayout.h"
 
 namespace Vesk {
 namespace {
 
-// Right-aligns what stands in `text` behind `start`.
-void alignRight(std::string& text, std::size_t start, std::size_t width) {
-  const std::size_t length = text.size() - start;
-  if (length < width) text.insert(start, width - length, ' ');
+constexpr int kFieldWidth = static_cast<int>(kNumberFieldWidth);
+
+// The decimals of the fixed forms of the nine-character field by range.
+enum Field9Form { kNoDecimals, kOneDecimal, kTwoDecimals, kThreeDecimals, kExponent, kNoNumber };
+
+Field9Form field9Form(double v) {
+  if (v > 99999.999) {
+    if (v > 99999999.0) return std::isfinite(v) ? kExponent : kNoNumber;
+    if (v > 9999999.9) return kNoDecimals;
+    return v > 999999.99 ? kOneDecimal : kTwoDecimals;
+  }
+  if (v > -9999.999) return kThreeDecimals;
+  if (v > -99999.99) return kTwoDecimals;
+  if (v > -999999.9) return kOneDecimal;
+  if (v > -9999999.0) return kNoDecimals;
+  return std::isfinite(v) ? kExponent : kNoNumber;
 }
 
-// Appends v with exactly `decimals` decimals.
-void appendDecimals(std::string& text, double v, int decimals) {
-  if (std::isnan(v)) {
-    text += "nan";
-    return;
+// Writes v with exactly `decimals` decimals into `room` characters.
+char* writeDecimals(char* to, std::size_t room, double v, int decimals) {
+  if (std::isnan(v)) return std::copy_n("nan", 3, to);
+  return std::to_chars(to, to + room, v, std::chars_format::fixed, decimals).ptr;
+}
+
+// Moves the text to the right end of a field of `width`; returns its new end.
+char* alignRight(char* text, char* end, int width) {
+  const std::ptrdiff_t blanks = width - (end - text);
+  if (blanks <= 0) return end;
+  std::copy_backward(text, end, end + blanks);
+  std::fill_n(text, blanks, ' ');
+  return end + blanks;
+}
+
+// Removes trailing zeros and a bare point from decimals.
+char* trim(char* end) {
+  while (end[-1] == '0') --end;
+  return end[-1] == '.' ? end - 1 : end;
+}
+
+// The sign of a negative v; -0.0 is negative, and so is what rounds to it.
+char* writeSign(char* to, double v) {
+  *to = '-';
+  return to + (std::signbit(v) ? 1 : 0);
+}
+
+// Writes a whole number below 10^16 without leading zeros.
+char* writeWhole(char* to, std::uint64_t n) {
+  constexpr std::uint64_t kEightDigitsEnd = 100000000;
+  const bool isLong = n >= kEightDigitsEnd;
+  const std::uint64_t first = eightDigits(isLong ? n / kEightDigitsEnd : n);
+  const int skipped = leadingZeros(first);
+  storeEight(to, (first | kEightZeros) >> (8 * skipped));
+  to += 8 - skipped;
+  if (!isLong) return to;
+  storeEight(to, eightDigits(n % kEightDigitsEnd) | kEightZeros);
+  return to + 8;
+}
+
+// A point and seven digits, of which the first `decimals` are those of the
+// fraction; as digits 0 to 9, but for the point.
+std::uint64_t pointAndDigits(std::uint64_t fraction, int decimals) {
+  return eightDigits(fraction *
+                     kPowersOfTen[static_cast<std::size_t>(kMostFixedDecimals - decimals)]) |
+         '.';
+}
+
+constexpr std::uint64_t kSevenZeros = kEightZeros & ~std::uint64_t{0xff};
+constexpr std::uint64_t kBlank = ' ';
+constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
+
+// Writes v right-aligned in nine characters, which it does not exceed in the
+// ranges of the fixed forms. The digits before the point fill the columns that
+// the decimals leave; of their leading zeros the last becomes the sign, the
+// others blanks.
+char* writeColumns(char* to, double v, int decimals) {
+  const FixedDecimals parts = fixedDecimals(v, decimals);
+  const std::uint64_t digits = eightDigits(parts.whole);
+  const int blanks = 8 * leadingZeros(digits);
+  const std::uint64_t blanked = ((std::uint64_t{1} << blanks) - 1) & (kEightZeros ^ kEightBlanks);
+  const std::uint64_t sign = (std::signbit(v) ? kBlank ^ '-' : 0) << ((blanks - 8) & 63);
+  const std::uint64_t whole = (digits | kEightZeros) ^ blanked ^ sign;
+  if (decimals == 0) {
+    *to = ' ';
+    storeEight(to + 1, whole);
+  } else {
+    storeEight(to, whole >> (8 * decimals));
+    storeEight(to + 8 - decimals, pointAndDigits(parts.fraction, decimals) | kSevenZeros);
   }
-  // Sign, digits before the point, point, decimals.
-  const std::size_t longest = 2 + std::numeric_limits<double>::max_exponent10 + 1;
-  const std::size_t start = text.size();
-  text.resize(start + longest + static_cast<std::size_t>(decimals));
-  const auto end = std::to_chars(text.data() + start, text.data() + text.size(), v,
-                                 std::chars_format::fixed, decimals);
-  text.resize(static_cast<std::size_t>(end.ptr - text.data()));
+  return to + kFieldWidth;
 }
 
 // 10^exponent by repeated squaring.
@@ -39,56 +110,78 @@ double powerOfTen(int exponent) {
   return result;
 }
 
-// Mantissa and exponent of a finite v beyond the fixed forms. `decimals` is
-// for a two-digit exponent: a digit less of it leaves room for one decimal
-// more, a third one takes one.
-void appendExponentForm(std::string& text, double v, int decimals) {
+// Mantissa and exponent of a finite v beyond the fixed forms. The form is nine
+// characters wide for every count of the exponent's digits; the sign takes one
+// of the mantissa's decimals.
+char* writeExponentForm(char* to, double v) {
   const int exponent = static_cast<int>(std::log10(std::fabs(v)));
+  int decimals = v > 0.0 ? 4 : 3;
   if (exponent < 10) {
     ++decimals;
   } else if (exponent >= 100) {
     --decimals;
   }
-  appendDecimals(text, v / powerOfTen(exponent), decimals);
-  text += 'e';
-  appendInt(text, exponent);
+  to = writeDecimals(to, kField9Room - 4, v / powerOfTen(exponent), decimals);
+  *to++ = 'e';
+  return std::to_chars(to, to + 3, exponent).ptr;
 }
 
 }  // namespace
 
-void appendField9(std::string& text, double v) {
-  const std::size_t start = text.size();
-  if (!std::isfinite(v)) {
-    appendDecimals(text, v, 0);
-  } else if (v > 99999999.0) {
-    appendExponentForm(text, v, 4);
-  } else if (v > 9999999.9) {
-    appendDecimals(text, v, 0);
-  } else if (v > 999999.99) {
-    appendDecimals(text, v, 1);
-  } else if (v > 99999.999) {
-    appendDecimals(text, v, 2);
-  } else if (v > -9999.999) {
-    appendDecimals(text, v, 3);
-  } else if (v > -99999.99) {
-    appendDecimals(text, v, 2);
-  } else if (v > -999999.9) {
-    appendDecimals(text, v, 1);
-  } else if (v > -9999999.0) {
-    appendDecimals(text, v, 0);
+char* Portable::writeField9(char* to, double v) {
+  const Field9Form form = field9Form(v);
+  char* end = nullptr;
+  if (form == kExponent) {
+    end = writeExponentForm(to, v);
   } else {
-    appendExponentForm(text, v, 3);
+    end = writeDecimals(to, kField9Room, v, form == kNoNumber ? 0 : form);
   }
-  alignRight(text, start, kNumberFieldWidth);
+  return alignRight(to, end, kFieldWidth);
+}
+
+char* Portable::writeFixed(char* to, double v, int decimals) {
+  decimals = std::max(decimals, 0);
+  char* const end = writeDecimals(to, fixedRoom(decimals), v, decimals);
+  return decimals > 0 && std::isfinite(v) ? trim(end) : end;
+}
+
+char* writeField9(char* to, double v) {
+  const Field9Form form = field9Form(v);
+  if (form <= kThreeDecimals && kHasFixedDecimals) return writeColumns(to, v, form);
+  return Portable::writeField9(to, v);
+}
+
+char* writeFixed(char* to, double v, int decimals) {
+  decimals = std::max(decimals, 0);
+  if (!canFix(v, decimals)) return Portable::writeFixed(to, v, decimals);
+  const FixedDecimals parts = fixedDecimals(v, decimals);
+  to = writeWhole(writeSign(to, v), parts.whole);
+  // The trailing zeros are the last bytes of the word. Of a fraction 0 they
+  // leave the bare point.
+  const std::uint64_t digits = pointAndDigits(parts.fraction, decimals);
+  storeEight(to, digits | kSevenZeros);
+  return to + 8 - std::countl_zero(digits) / 8 - (parts.fraction == 0 ? 1 : 0);
+}
+
+void appendField9(std::string& text, double v) {
+  char field[kField9Room];
+  text.append(field, writeField9(field, v));
 }
 
 void appendFixed(std::string& text, double v, int decimals, int width) {
   const std::size_t start = text.size();
-  appendDecimals(text, v, decimals > 0 ? decimals : 0);
-  if (width > 0) alignRight(text, start, static_cast<std::size_t>(width));
-  if (decimals <= 0 || !std::isfinite(v)) return;
-  while (text.back() == '0') text.pop_back();
-  if (text.back() == '.') text.pop_back();
+  decimals = std::max(decimals, 0);
+  text.resize(start + std::max(fixedRoom(decimals), static_cast<std::size_t>(std::max(width, 0))));
+  char* const to = text.data() + start;
+  char* end = nullptr;
+  if (width <= 0) {
+    end = writeFixed(to, v, decimals);
+  } else {
+    // The width counts the zeros that the trimming removes.
+    end = alignRight(to, writeDecimals(to, fixedRoom(decimals), v, decimals), width);
+    if (decimals > 0 && std::isfinite(v)) end = trim(end);
+  }
+  text.resize(static_cast<std::size_t>(end - text.data()));
 }
 
 void appendInt(std::string& text, int v) {

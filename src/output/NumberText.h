@@ -1,13 +1,19 @@
 #ifndef VESK_OUTPUT_NUMBERTEXT_H
 #define VESK_OUTPUT_NUMBERTEXT_H
 
+#include <cstddef>
+#include <limits>
 #include <string>
 
 namespace Vesk {
 
 // The text of numbers in records. The digits are those of the C library's
 // formatted print in the "C" locale (correctly rounded, exact halves to even),
-// whatever the locale of the process. Each function appends to `text`.
+// whatever the locale of the process.
+//
+// The append functions add to `text`. The write functions are for inner loops:
+// they write from `to` on, without a terminator, and return the end of the
+// text; behind it they may use what remains of the room they ask for.
 
 // The nine-character form:
 //
@@ -28,6 +34,10 @@ namespace Vesk {
 // "inf" and "-inf", every NaN is "nan", right-aligned in nine.
 void appendField9(std::string& text, double v);
 
+// Writes the same; needs this room.
+char* writeField9(char* to, double v);
+inline constexpr std::size_t kField9Room = 24;
+
 // The trimmed fixed form: `decimals` decimals (none if not positive), then
 // trailing zeros and a bare point removed, right-aligned in `width` characters
 // before the trimming if width is positive.
@@ -37,8 +47,26 @@ void appendField9(std::string& text, double v);
 // The infinities are "inf" and "-inf", every NaN is "nan".
 void appendFixed(std::string& text, double v, int decimals, int width);
 
+// Writes the same without a width; needs fixedRoom(decimals). Below 2^53 and up
+// to seven decimals it takes about a twentieth of the C library's time.
+char* writeFixed(char* to, double v, int decimals);
+
+// The room for every double: sign, digits, point and decimals, and the eight
+// bytes that are written at a time.
+constexpr std::size_t fixedRoom(int decimals) {
+  constexpr std::size_t kWhole = 1 + std::numeric_limits<double>::max_exponent10 + 1;
+  return kWhole + 1 + (decimals > 0 ? static_cast<std::size_t>(decimals) : 0) + 8;
+}
+
 // The decimal text of an int.
 void appendInt(std::string& text, int v);
+
+// What the write functions do outside the range of their fast way and on
+// machines without it, for any value: the same text by std::to_chars.
+namespace Portable {
+char* writeField9(char* to, double v);
+char* writeFixed(char* to, double v, int decimals);
+}  // namespace Portable
 
 }  // namespace Vesk
 

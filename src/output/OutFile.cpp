@@ -4,6 +4,7 @@
 
 #include "api/ElementHolder.h"
 #include "ge/ExceptionInfo.h"
+#include "output/TextFile.h"
 
 namespace Vesk {
 
@@ -25,7 +26,7 @@ bool OutFile::open(const char* name, int mode, bool append) {
   close();
   if (name == nullptr) return false;
   std::string copy = name;
-  file_.reset(std::fopen(name, append ? "at" : "wt"));
+  file_.reset(openTextFile(name, append));
   if (file_ == nullptr) return false;
   name_ = std::move(copy);
   status_ = 0;

@@ -45,8 +45,14 @@ void Output::addText(std::string_view text, bool comma) {
   const std::size_t length = text.size() + (comma ? 1 : 0);
   if (lineSize == 0) throw ExceptionInfo("Output: line size is not set", ExceptionInfo::kFatal);
   if (length > lineSize) throwTooBig();
-  if (lineLength + length > lineSize) nextLine();
-  line += text;
+  if (lineLength + length > lineSize) {
+    // A copy: the token may be a part of the line or the prefix, which change.
+    const std::string token(text);
+    nextLine();
+    line += token;
+  } else {
+    line += text;
+  }
   if (comma) line += ',';
   lineLength += static_cast<std::uint32_t>(length);
 }
@@ -145,7 +151,9 @@ void Output::addHeading() {
 // A text that reaches beyond the prefix lengthens it; one that would leave a
 // gap is not written.
 void Output::overwritePrefix(std::size_t position, std::string_view text) {
-  if (position <= prefix.size()) prefix.replace(position, text.size(), text);
+  if (position > prefix.size()) return;
+  prefix.resize(std::max(prefix.size(), position + text.size()));
+  text.copy(prefix.data() + position, text.size());
 }
 
 std::size_t Output::counterColumn() const {

@@ -67,7 +67,8 @@ class Output {
   // character of the prefix to '7', in any mode.
   void beginRecord(std::string_view word, bool resetNumber);
 
-  // Appends one token, and a comma that counts as part of it.
+  // Appends one token, and a comma that counts as part of it. The text may be
+  // one of the assembler's own.
   void addText(std::string_view text, bool comma = false);
 
   // Appends the value in the nine-character form.

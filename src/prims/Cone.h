@@ -34,7 +34,10 @@ class Cone : public Geo {
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
+
+  // Of both faces; without an axis, of the start's centre alone.
   Extents& addExtents(Extents& box) const override;
+
   // 2 for a diameter below 0; 1 for both diameters below 0.01 or an axis shorter
   // than 1e-7, a finer limit than the cylinder's.
   std::int32_t checkSize() const override;

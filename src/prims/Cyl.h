@@ -32,7 +32,10 @@ class Cyl : public Geo {
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
+
+  // Of both faces; without an axis, of the start's centre alone.
   Extents& addExtents(Extents& box) const override;
+
   // 2 for a diameter below 0; 1 for a diameter or an axis shorter than 0.01.
   std::int32_t checkSize() const override;
   bool isSolid() const override { return true; }

@@ -46,14 +46,16 @@ class Geo {
   // or below is not rejected.
   virtual void scale(double factor);
 
-  // Enlarges the box to enclose the primitive exactly; returns the box.
+  // Enlarges the box to enclose the primitive exactly; returns the box. A
+  // diameter, width or depth below zero counts by its absolute value; what has no
+  // point leaves the box as it is.
   virtual Extents& addExtents(Extents& box) const = 0;
 
   // 0 usable; 1 degenerate: a size or axis below the smallest size; 2 invalid:
   // a size below zero, or a tube wider than its bend.
   virtual std::int32_t checkSize() const = 0;
 
-  // The number of records that mode 2 takes for it.
+  // 1, but for polylines and polygons of many vertices.
   virtual std::int32_t pieceCount() const;
 
   virtual bool isSolid() const = 0;

@@ -74,8 +74,13 @@ class Pgon : public Geo {
   void scale(double factor) override;
   Extents& addExtents(Extents& box) const override;
   std::int32_t checkSize() const override { return 0; }
+
+  // 1 for fewer than five vertices, else half their number, however many records
+  // the polygon becomes.
   std::int32_t pieceCount() const override;
+
   bool isSolid() const override { return false; }
+
   // Weighted by area over the triangulation; (0, 0, 0) when that yields none.
   GePoint& centroid(GePoint& p) const override;
 

@@ -20,7 +20,8 @@ namespace Vesk {
 //
 // In mode 3 every later vertex is relative to the first one. Each further SEG
 // record takes the next element counter; when the counters are used up the
-// remaining pieces are not written.
+// remaining pieces are not written. Without vertices mode 2 writes nothing, mode
+// 3 a record that holds the arcs only.
 class Pline : public Geo {
  public:
   static constexpr std::int32_t kTypeCode = 7;
@@ -54,8 +55,12 @@ class Pline : public Geo {
   void scale(double factor) override;
   Extents& addExtents(Extents& box) const override;
   std::int32_t checkSize() const override { return 0; }
+
+  // The number of SEG records; 1 for a point or nothing.
   std::int32_t pieceCount() const override;
+
   bool isSolid() const override { return false; }
+
   // Weighted by length; (0, 0, 0) when there is none.
   GePoint& centroid(GePoint& p) const override;
 

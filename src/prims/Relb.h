@@ -50,7 +50,10 @@ class Relb : public Geo {
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
+
+  // The centre alone when the vectors are collinear or one is null.
   Extents& addExtents(Extents& box) const override;
+
   // 2 for half the depth above the mean radius by more than 0.01; 1 for a vector
   // shorter than 1e-7.
   std::int32_t checkSize() const override;
@@ -59,8 +62,9 @@ class Relb : public Geo {
   // Sweep times mean radius times section; 0.0 when a vector has no length.
   double volume() const override;
 
-  // Throws GeEx::NullDir when a vector is null or both are opposite. A sweep of
-  // 0 gives a NaN point.
+  // That of the solid with the start vector's length as the mean bend radius.
+  // Throws GeEx::NullDir when a vector is null or both are opposite; a sweep of 0
+  // gives a NaN point.
   GePoint& centroid(GePoint& p) const override;
 
   // Two elbows are equal when their widths, depths, centres, middles and, in

@@ -83,7 +83,6 @@ double Torus::volume() const {
 GePoint& Torus::centroid(GePoint& p) const {
   const double radius = startVector.length();
   const double half = diameter / 2.0;
-  // The 8 is this system's choice: a torus segment has 4 there.
   return p = arcOf(*this).onBisector((radius * radius + half * half / 8.0) / radius);
 }
 

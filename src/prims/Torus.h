@@ -12,7 +12,8 @@ namespace Vesk {
 //   mode 2  TOR centre, start point, end point, bend radius, diameter
 //   mode 3  t   centre,startVector,endVector,diameter
 //
-// Mode 2 writes the stored bend radius if it is above 0.0, else the mean.
+// Mode 2 writes the stored bend radius if it is above 0.0, else the mean. A
+// negative scale makes the -1.0 that stands for none positive.
 class Torus : public Geo {
  public:
   static constexpr std::int32_t kTypeCode = 4;
@@ -41,7 +42,11 @@ class Torus : public Geo {
   void move(const GeVector& v) override;
   void rot(const GeMatrix& m) override;
   void scale(double factor) override;
+
+  // The ends' circles and the tube where the arc reaches furthest along an axis;
+  // the centre alone when the vectors are collinear or one is null.
   Extents& addExtents(Extents& box) const override;
+
   // 2 for a tube wider than its bend (half the diameter above the mean radius by
   // more than 0.01); 1 for a vector shorter than 1e-7.
   std::int32_t checkSize() const override;
@@ -51,8 +56,14 @@ class Torus : public Geo {
   // stored bend radius plays no part.
   double volume() const override;
 
-  // Throws GeEx::NullDir when a vector is null or both are opposite. A sweep of
-  // 0 gives a NaN point.
+  // On the bisector, with R the length of the start vector alone and h half the
+  // diameter, at
+  //
+  //     sin(sweep / 2) / (sweep / 2) * (R^2 + h^2 / 8) / R
+  //
+  // from the centre. The 8 is this system's own; the solid's centre of gravity
+  // has 4 there. Throws GeEx::NullDir when a vector is null or both are opposite;
+  // a sweep of 0 gives a NaN point.
   GePoint& centroid(GePoint& p) const override;
 
   // Two tori are equal when their diameters, centres, middles and, in either

@@ -15,7 +15,9 @@ namespace Vesk {
 //   mode 3  x   position,direction,upDirection,height,charWidth,alignment,length
 //               text                           line "01"
 //
-// Mode 3 rounds the alignment to a whole number, which loses the flag.
+// Mode 3 rounds the alignment to a whole number, which loses the flag. The length
+// counts bytes. A text that does not fit beside the heading has a line of its own;
+// one longer than the line size throws, after the lines before it.
 class Txt : public Geo {
  public:
   static constexpr std::int32_t kTypeCode = 9;
@@ -58,8 +60,10 @@ class Txt : public Geo {
   // 1 start, 2 middle, 3 end of the base line, 4 to 6 of the middle row, 7 to 9
   // of the top row; any other code counts as 1.
   Extents& addExtents(Extents& box) const override;
+
   std::int32_t checkSize() const override { return 0; }
   bool isSolid() const override { return false; }
+
   // The middle of the parallelogram that the text occupies.
   GePoint& centroid(GePoint& p) const override;
 

@@ -155,6 +155,15 @@ TEST(GeVectorTest, UnitDirectionRefusesTheNullVectorOnly) {
   EXPECT_TRUE(std::isnan(infinite.x));
 }
 
+TEST(GeConstantsTest, ConstantsHaveTheirValues) {
+  EXPECT_EQ(kPi, std::acos(-1.0));
+  EXPECT_EQ(kDirectionTolerance, 2.2e-15);
+  EXPECT_EQ(kCoarseTolerance, 1e-10);
+  EXPECT_EQ(kNullVector, GeVector(0, 0, 0));
+  EXPECT_EQ(kUndefinedPoint, GePoint(INFINITY, INFINITY, INFINITY));
+  EXPECT_EQ(kUndefinedVector, GeVector(INFINITY, INFINITY, INFINITY));
+}
+
 TEST(GePointTest, MinimumAndMaximumNeedAStrictlyBetterCoordinate) {
   GePoint p(1, 2, 0.0);
   p.takeMinimum({0, 3, -0.0});

@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <optional>
+#include <utility>
 
 #include "api/HeaderRecord.h"
 #include "output/Output.h"
@@ -32,6 +34,16 @@ class ElementHolder {
   // to 9, when g is not of the class that its code says, or when there is no
   // memory for the copy. The held primitive itself stays as it is.
   void setElement(const Geo& g);
+
+  // The same for a primitive of one of the nine classes that its owner gives
+  // up: it is moved, so that the one heap copy takes over its lists.
+  template <class Primitive>
+  void takeElement(Primitive&& g) {
+    static_assert(Primitive::kTypeCode >= 1, "one of the nine, not an lvalue");
+    reset();
+    element_.reset(new (std::nothrow) Primitive(std::move(g)));
+    valid_ = element_ != nullptr;
+  }
 
   // The primitive, null if none is held.
   const Geo* element() const { return element_.get(); }

@@ -1,6 +1,7 @@
 #include "vesk.h"
 
 #include <string>
+#include <utility>
 
 #include "api/Globals.h"
 #include "prims/Box.h"
@@ -17,8 +18,9 @@ using namespace Vesk;
 
 namespace {
 
-int writeElement(const Geo& primitive) {
-  elementHolder.setElement(primitive);
+template <class Primitive>
+int writeElement(Primitive&& primitive) {
+  elementHolder.takeElement(std::move(primitive));
   return outFile.writeElement(elementHolder);
 }
 

@@ -108,6 +108,11 @@ void Input::skipChar(std::string_view set, bool advance) {
   if (advance && cursor >= lineLength) nextLine();
 }
 
+void Input::setDelimiters(std::string_view set) {
+  delimiters.clear();
+  delimiters += set;
+}
+
 void Input::peekToken(std::string& token) { peekTokenN(token, std::string::npos); }
 
 void Input::peekTokenN(std::string& token, std::size_t longest) {

@@ -100,7 +100,7 @@ class Input {
   // next line if it was the line's last.
   void skipChar(std::string_view set, bool advance);
 
-  void setDelimiters(std::string_view set) { delimiters = set; }
+  void setDelimiters(std::string_view set);
 
   // The characters up to the next delimiter; empty at the end of input.
   void peekToken(std::string& token);

@@ -162,11 +162,11 @@ Continuation::Answer Continuation::follow(std::string_view line) {
     countFrom(number);
     return Answer::kYes;
   }
-  const bool ours =
-      isNumber(number) &&
-      (isHeading(line, number, keyword_) ||
-       (mode_ == kTokens && !kind_->tagWord.empty() && isHeading(line, number, kind_->tagWord)));
-  return ours ? Answer::kWrongLine : Answer::kNo;
+  // Numbers only grow; a lower one is the rest of another record.
+  const bool skips = isNumber(number) && number > next_ && isHeading(line, number, keyword_);
+  const bool skipsToTags = mode_ == kTokens && !kind_->tagWord.empty() && isNumber(number) &&
+                           number > number_ && isHeading(line, number, kind_->tagWord);
+  return skips || skipsToTags ? Answer::kWrongLine : Answer::kNo;
 }
 
 bool Continuation::mayFollow(std::string_view cutLine) const {

@@ -3,6 +3,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "ge/ExceptionInfo.h"
 #include "input/ParseDouble.h"
@@ -14,7 +15,10 @@ namespace {
 constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 
 [[noreturn]] void failLine(std::string_view number) {
-  failReading("bad line \"" + std::string(number) + "\"");
+  std::string message = "bad line \"";
+  message += number;
+  message += '"';
+  failReading(std::move(message));
 }
 
 // "left*right*" -> two tags without values; false if this is no list of names.
@@ -139,7 +143,10 @@ void markTag(Input& in, std::string_view keyword, std::size_t position) {
 
 [[noreturn]] void failTag(const TagTokens& form, std::string_view token) {
   std::string message = "unknown tag";
-  if (form.unknownIsNamed) message += ' ' + std::string(token.substr(0, token.find(' ')));
+  if (form.unknownIsNamed) {
+    message += ' ';
+    message += token.substr(0, token.find(' '));
+  }
   throw ExceptionInfo(std::move(message), ExceptionInfo::kUnknownTag);
 }
 

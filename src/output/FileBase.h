@@ -40,6 +40,7 @@ class FileBase {
 
   std::string title_;                            // the owner's; not written
   std::string name_;                             // of the file opened last
+  std::unique_ptr<char[]> buffer_;               // the open file's; outlives it
   std::unique_ptr<std::FILE, FileCloser> file_;  // null while closed
   std::int32_t status_ = 0;                      // set to 0 at every open
   std::int32_t mode_ = 0;                        // record style

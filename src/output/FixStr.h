@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <string_view>
 
 #include "output/FixStrB.h"
 
@@ -34,6 +35,9 @@ class FixStr : public FixStrB {
 
   std::size_t width() const override { return N; }
   char padChar() const override { return Pad; }
+
+  // The N characters, for loops that know the width.
+  std::string_view view() const { return {chars_.data(), N}; }
 
   virtual ~FixStr() = default;
 

@@ -1,12 +1,12 @@
 #include "output/FixStrB.h"
 
-#include <algorithm>
 #include <cstring>
+#include <string_view>
 
 namespace Vesk {
 
 bool FixStrB::isBlank() const {
-  return std::all_of(data(), data() + width(), [this](char c) { return c == padChar(); });
+  return std::string_view(data(), width()).find_first_not_of(padChar()) == std::string_view::npos;
 }
 
 bool operator==(const FixStrB& a, const FixStrB& b) { return std::strcmp(a.data(), b.data()) == 0; }

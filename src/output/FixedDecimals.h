@@ -11,24 +11,22 @@ namespace Vesk {
 
 // The decimal digits of a double, exact and fast.
 //
-// A double is a whole number of 53 bits times a power of two. Below 2^53 the
-// power is not positive:
+// A normal double below 2^52 is a whole number of 53 bits, divided by a power of
+// two:
 //
-//   |v| = m / 2^s,  m < 2^53,  s >= 0
+//   |v| = m / 2^s,  m < 2^53,  s > 0
 //
-// The whole part is the upper bits, m >> s. The lower bits f = m - (whole << s)
-// are below 2^s as well as below 2^53, so that the fraction times 10^d, d <= 7,
+// For s < 64 the whole part is the upper bits, m >> s. The s lower bits, moved to
+// the upper end of a word, are the fraction in units of 2^-64. Times 10^d that is
+// one exact product of 128 bits: its upper word the decimals, its lower word the
+// remainder. Half a unit is added to round to nearest; a remainder of 0 is then
+// the sign of an exact half, which goes to the even neighbour.
 //
-//   f * 10^d / 2^s
-//
-// has a numerator below 2^77 and below 2^(s + 24). With the denominator made
-// 2^100, which multiplies the numerator by 2^(100 - s), it stays below 2^124:
-// one exact number of 128 bits, its lower 100 the remainder. Adding half a unit
-// and dropping the remainder rounds to nearest; a remainder of 0 after the
-// addition was an exact half, which goes to the even neighbour.
-//
-// An s above 100 says |v| < 2^-47, and that rounds to 0 with any mantissa. So
-// zeros and denormals, s = 1075, need no case of their own.
+// For s >= 64, that is |v| < 2^-11, there is no whole part, and the whole product
+// m * 10^d is shifted by s. There is no exact half either: it would make
+// m * 10^d * 2 a multiple of 2^s, but m has at most 52 factors of two and 10^d at
+// most 7. An s above 100 says |v| < 2^-47, which rounds to 0;
+// it also stands for zeros and denormals, s = 1075, where m is another.
 
 #if defined(__SIZEOF_INT128__)
 __extension__ using Uint128 = unsigned __int128;
@@ -39,7 +37,7 @@ inline constexpr bool kHasFixedDecimals = std::endian::native == std::endian::li
 inline constexpr bool kHasFixedDecimals = false;
 #endif
 
-inline constexpr int kMostFixedDecimals = 7;
+inline constexpr unsigned kMostFixedDecimals = 7;
 
 inline constexpr std::array<std::uint64_t, kMostFixedDecimals + 1> kPowersOfTen{
     1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
@@ -50,14 +48,15 @@ struct FixedDecimals {
   std::uint64_t fraction = 0;
 };
 
-// s in the derivation; negative for 2^53 and above, the infinities and NaN.
+// s in the derivation; 0 or less from 2^52 on, for the infinities and for NaN.
 inline int binaryPlaces(double v) {
   return 1075 - static_cast<int>((std::bit_cast<std::uint64_t>(v) >> 52) & 0x7ff);
 }
 
-// Whether fixedDecimals can round v to so many decimals, 0 or more.
+// Whether fixedDecimals can round v to so many decimals.
 inline bool canFix(double v, int decimals) {
-  return kHasFixedDecimals && decimals <= kMostFixedDecimals && binaryPlaces(v) >= 0;
+  return kHasFixedDecimals && static_cast<unsigned>(decimals) <= kMostFixedDecimals &&
+         binaryPlaces(v) > 0;
 }
 
 // |v| to so many decimals, exact halves to the even digit; canFix(v, decimals)
@@ -65,16 +64,20 @@ inline bool canFix(double v, int decimals) {
 #if defined(__SIZEOF_INT128__)
 inline FixedDecimals fixedDecimals(double v, int decimals) {
   constexpr std::uint64_t kHiddenBit = std::uint64_t{1} << 52;
+  constexpr std::uint64_t kHalf = std::uint64_t{1} << 63;
   const int s = binaryPlaces(v);
   const std::uint64_t m = (std::bit_cast<std::uint64_t>(v) & (kHiddenBit - 1)) | kHiddenBit;
-  const int wholeShift = std::min(s, 63);
   const std::uint64_t power = kPowersOfTen[static_cast<std::size_t>(decimals)];
+  if (s >= 64) [[unlikely]] {
+    if (s > 100) return {};
+    const Uint128 half = Uint128{1} << (s - 1);
+    return {0, static_cast<std::uint64_t>((Uint128{m} * power + half) >> s)};
+  }
 
-  FixedDecimals result{m >> wholeShift, 0};
-  const std::uint64_t f = m - (result.whole << wholeShift);
-  const Uint128 scaled = (Uint128{f} * power << (100 - std::min(s, 100))) + (Uint128{1} << 99);
-  result.fraction = static_cast<std::uint64_t>(scaled >> 100);
-  if (scaled << 28 == 0) [[unlikely]] {  // an exact half
+  FixedDecimals result{m >> s, 0};
+  const Uint128 product = Uint128{m << (64 - s)} * power + kHalf;
+  result.fraction = static_cast<std::uint64_t>(product >> 64);
+  if (static_cast<std::uint64_t>(product) == 0) [[unlikely]] {  // an exact half
     const std::uint64_t last = decimals == 0 ? result.whole + 1 : result.fraction;
     result.fraction -= last & 1;
   }
@@ -90,23 +93,27 @@ inline FixedDecimals fixedDecimals(double, int) { return {}; }
 
 // Eight digits in one word, a digit a byte, the first digit in the lowest byte.
 //
-// Each step splits all the word's numbers at once into quotient and remainder,
-// by a multiplication with the reciprocal that is exact in the range needed:
-// one number below 10^8, two below 10^4, four below 100, eight digits.
+// Each step splits all numbers in the word at once into quotient and remainder:
+// one number below 10^8, two below 10^4, four below 100, eight digits. The
+// quotients q come from a multiplication with the reciprocal, exact in the range
+// needed. With the divisor b and lanes of k bits, the quotient below and the
+// remainder n - q * b above it are together
+//
+//   q + (n - q * b) * 2^k  =  n * 2^k - q * (b * 2^k - 1)
 inline std::uint64_t eightDigits(std::uint64_t n) {
-  const std::uint64_t high = n * 109951163 >> 40;  // n / 10^4
-  const std::uint64_t fours = high | (n - high * 10000) << 32;
-  const std::uint64_t hundreds = fours * 10486 >> 20 & 0x0000007f0000007f;
-  const std::uint64_t twos = hundreds | (fours - hundreds * 100) << 16;
-  const std::uint64_t tens = twos * 103 >> 10 & 0x000f000f000f000f;
-  return tens | (twos - tens * 10) << 8;
+  const std::uint64_t fours = n * 109951163 >> 40;
+  n = (n << 32) - fours * ((std::uint64_t{10000} << 32) - 1);
+  const std::uint64_t hundreds = n * 10486 >> 20 & 0x0000007f0000007f;
+  n = (n << 16) - hundreds * ((std::uint64_t{100} << 16) - 1);
+  const std::uint64_t tens = n * 103 >> 10 & 0x000f000f000f000f;
+  return (n << 8) - tens * ((std::uint64_t{10} << 8) - 1);
 }
 
 inline constexpr std::uint64_t kEightZeros = 0x3030303030303030;  // "00000000"
 
 // How many of the first digits are zeros, not counting the last of the eight.
-inline int leadingZeros(std::uint64_t digits) {
-  return std::countr_zero(digits | std::uint64_t{1} << 56) / 8;
+inline unsigned leadingZeros(std::uint64_t digits) {
+  return static_cast<unsigned>(std::countr_zero(digits | std::uint64_t{1} << 56)) / 8;
 }
 
 // Writes the eight bytes of `word`, the lowest first.

@@ -55,30 +55,44 @@ char* writeSign(char* to, double v) {
   return to + (std::signbit(v) ? 1 : 0);
 }
 
-// Writes a whole number below 10^16 without leading zeros.
-char* writeWhole(char* to, std::uint64_t n) {
-  constexpr std::uint64_t kEightDigitsEnd = 100000000;
-  const bool isLong = n >= kEightDigitsEnd;
-  const std::uint64_t first = eightDigits(isLong ? n / kEightDigitsEnd : n);
-  const int skipped = leadingZeros(first);
-  storeEight(to, (first | kEightZeros) >> (8 * skipped));
-  to += 8 - skipped;
-  if (!isLong) return to;
-  storeEight(to, eightDigits(n % kEightDigitsEnd) | kEightZeros);
-  return to + 8;
+// Writes a number below 10^8 without leading zeros.
+inline char* writeWhole(char* to, std::uint64_t n) {
+  const std::uint64_t digits = eightDigits(n);
+  const unsigned skipped = leadingZeros(digits);
+  storeEight(to, (digits | kEightZeros) >> (8 * skipped));
+  return to + (8 - skipped);
 }
 
 // A point and seven digits, of which the first `decimals` are those of the
 // fraction; as digits 0 to 9, but for the point.
 std::uint64_t pointAndDigits(std::uint64_t fraction, int decimals) {
   return eightDigits(fraction *
-                     kPowersOfTen[static_cast<std::size_t>(kMostFixedDecimals - decimals)]) |
+                     kPowersOfTen[kMostFixedDecimals - static_cast<unsigned>(decimals)]) |
          '.';
 }
 
 constexpr std::uint64_t kSevenZeros = kEightZeros & ~std::uint64_t{0xff};
 constexpr std::uint64_t kBlank = ' ';
 constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
+
+// Writes point and decimals without trailing zeros, which are the last bytes of
+// the word. Of a fraction 0 they would leave the bare point.
+inline char* writeFraction(char* to, std::uint64_t fraction, int decimals) {
+  const std::uint64_t digits = pointAndDigits(fraction, decimals);
+  storeEight(to, digits | kSevenZeros);
+  const unsigned zeros = static_cast<unsigned>(std::countl_zero(digits)) / 8;
+  return to + (8 - zeros) - (fraction == 0 ? 1 : 0);
+}
+
+constexpr std::uint64_t kEightDigitsEnd = 100000000;
+
+// Writes a number of more than eight digits before the point. Out of line, to
+// keep the way of all others short.
+[[gnu::noinline]] char* writeLong(char* to, FixedDecimals parts, int decimals) {
+  to = writeWhole(to, parts.whole / kEightDigitsEnd);
+  storeEight(to, eightDigits(parts.whole % kEightDigitsEnd) | kEightZeros);
+  return writeFraction(to + 8, parts.fraction, decimals);
+}
 
 // Writes v right-aligned in nine characters, which it does not exceed in the
 // ranges of the fixed forms. The digits before the point fill the columns that
@@ -87,7 +101,7 @@ constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
 char* writeColumns(char* to, double v, int decimals) {
   const FixedDecimals parts = fixedDecimals(v, decimals);
   const std::uint64_t digits = eightDigits(parts.whole);
-  const int blanks = 8 * leadingZeros(digits);
+  const unsigned blanks = 8 * leadingZeros(digits);
   const std::uint64_t blanked = ((std::uint64_t{1} << blanks) - 1) & (kEightZeros ^ kEightBlanks);
   const std::uint64_t sign = (std::signbit(v) ? kBlank ^ '-' : 0) << ((blanks - 8) & 63);
   const std::uint64_t whole = (digits | kEightZeros) ^ blanked ^ sign;
@@ -128,7 +142,7 @@ char* writeExponentForm(char* to, double v) {
 
 }  // namespace
 
-char* Portable::writeField9(char* to, double v) {
+[[gnu::noinline]] char* Portable::writeField9(char* to, double v) {
   const Field9Form form = field9Form(v);
   char* end = nullptr;
   if (form == kExponent) {
@@ -139,9 +153,11 @@ char* Portable::writeField9(char* to, double v) {
   return alignRight(to, end, kFieldWidth);
 }
 
-char* Portable::writeFixed(char* to, double v, int decimals) {
+[[gnu::noinline]] char* Portable::writeFixed(char* to, double v, int decimals, int width) {
   decimals = std::max(decimals, 0);
-  char* const end = writeDecimals(to, fixedRoom(decimals), v, decimals);
+  char* end = writeDecimals(to, fixedRoom(decimals), v, decimals);
+  // The width counts the zeros that the trimming removes.
+  end = alignRight(to, end, width);
   return decimals > 0 && std::isfinite(v) ? trim(end) : end;
 }
 
@@ -151,16 +167,13 @@ char* writeField9(char* to, double v) {
   return Portable::writeField9(to, v);
 }
 
-char* writeFixed(char* to, double v, int decimals) {
-  decimals = std::max(decimals, 0);
-  if (!canFix(v, decimals)) return Portable::writeFixed(to, v, decimals);
+char* writeFixed(char* to, double v, int decimals, int width) {
+  if (width > 0 || !canFix(v, decimals)) return Portable::writeFixed(to, v, decimals, width);
   const FixedDecimals parts = fixedDecimals(v, decimals);
-  to = writeWhole(writeSign(to, v), parts.whole);
-  // The trailing zeros are the last bytes of the word. Of a fraction 0 they
-  // leave the bare point.
-  const std::uint64_t digits = pointAndDigits(parts.fraction, decimals);
-  storeEight(to, digits | kSevenZeros);
-  return to + 8 - std::countl_zero(digits) / 8 - (parts.fraction == 0 ? 1 : 0);
+  to = writeSign(to, v);
+  if (parts.whole >= kEightDigitsEnd) [[unlikely]]
+    return writeLong(to, parts, decimals);
+  return writeFraction(writeWhole(to, parts.whole), parts.fraction, decimals);
 }
 
 void appendField9(std::string& text, double v) {
@@ -170,17 +183,8 @@ void appendField9(std::string& text, double v) {
 
 void appendFixed(std::string& text, double v, int decimals, int width) {
   const std::size_t start = text.size();
-  decimals = std::max(decimals, 0);
-  text.resize(start + std::max(fixedRoom(decimals), static_cast<std::size_t>(std::max(width, 0))));
-  char* const to = text.data() + start;
-  char* end = nullptr;
-  if (width <= 0) {
-    end = writeFixed(to, v, decimals);
-  } else {
-    // The width counts the zeros that the trimming removes.
-    end = alignRight(to, writeDecimals(to, fixedRoom(decimals), v, decimals), width);
-    if (decimals > 0 && std::isfinite(v)) end = trim(end);
-  }
+  text.resize(start + fixedRoom(decimals, width));
+  const char* const end = writeFixed(text.data() + start, v, decimals, width);
   text.resize(static_cast<std::size_t>(end - text.data()));
 }
 

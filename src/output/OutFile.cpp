@@ -1,5 +1,7 @@
 #include "output/OutFile.h"
 
+#include <cstddef>
+#include <new>
 #include <utility>
 
 #include "api/ElementHolder.h"
@@ -7,6 +9,22 @@
 #include "output/TextFile.h"
 
 namespace Vesk {
+namespace {
+
+constexpr std::size_t kFileBufferSize = std::size_t{1} << 18;
+
+// The file belongs to one thread, so that its lock would guard nothing.
+void printLine(const std::string& line, std::FILE* file) {
+#if defined(__linux__)
+  fwrite_unlocked(line.data(), 1, line.size(), file);
+  putc_unlocked('\n', file);
+#else
+  std::fwrite(line.data(), 1, line.size(), file);
+  std::fputc('\n', file);
+#endif
+}
+
+}  // namespace
 
 Recs& OutFile::records() { return output_.recs; }
 
@@ -18,7 +36,10 @@ int OutFile::setRecords(const Recs& lines) {
 
 bool OutFile::open(const char* name, int mode) { return open(name, mode, false); }
 
-void OutFile::close() { file_.reset(); }
+void OutFile::close() {
+  file_.reset();
+  buffer_.reset();
+}
 
 OutFile::~OutFile() { OutFile::close(); }
 
@@ -28,6 +49,9 @@ bool OutFile::open(const char* name, int mode, bool append) {
   std::string copy = name;
   file_.reset(openTextFile(name, append));
   if (file_ == nullptr) return false;
+  // Without memory for it the C library's own buffer serves.
+  buffer_.reset(new (std::nothrow) char[kFileBufferSize]);
+  if (buffer_ != nullptr) std::setvbuf(file_.get(), buffer_.get(), _IOFBF, kFileBufferSize);
   name_ = std::move(copy);
   status_ = 0;
   mode_ = mode;
@@ -55,10 +79,7 @@ int OutFile::writeElement(const ElementHolder& holder) {
 }
 
 void OutFile::print() const {
-  for (const std::string& line : output_.recs) {
-    std::fwrite(line.data(), 1, line.size(), file_.get());
-    std::fputc('\n', file_.get());
-  }
+  for (const std::string& line : output_.recs) printLine(line, file_.get());
 }
 
 }  // namespace Vesk

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <utility>
 
 #include "ge/ExceptionInfo.h"
 #include "output/Base36.h"
@@ -10,10 +12,6 @@
 
 namespace Vesk {
 namespace {
-
-[[noreturn]] void throwTooBig() {
-  throw ExceptionInfo("Output: line too big for output", ExceptionInfo::kFatal);
-}
 
 // The number that the text begins with, 0 if none.
 int leadingNumber(std::string_view text) {
@@ -38,38 +36,47 @@ void Output::beginRecord(std::string_view word, bool resetNumber) {
     }
   }
   addHeading();
-  addText(attributes);
+  if (!attributes.empty()) addText(attributes);
 }
 
 void Output::addText(std::string_view text, bool comma) {
   const std::size_t length = text.size() + (comma ? 1 : 0);
-  if (lineSize == 0) throw ExceptionInfo("Output: line size is not set", ExceptionInfo::kFatal);
-  if (length > lineSize) throwTooBig();
-  if (lineLength + length > lineSize) {
-    // A copy: the token may be a part of the line or the prefix, which change.
-    const std::string token(text);
-    nextLine();
-    line += token;
+  if (fits(length)) {
+    append(text);
   } else {
-    line += text;
+    checkLength(length);
+    // The token waits in the scratch, where numbers are already: it may be a
+    // part of the line or the prefix, which change.
+    if (text.data() != scratch_.data()) scratch_ = text;
+    nextLine();
+    append({scratch_.data(), text.size()});
   }
-  if (comma) line += ',';
-  lineLength += static_cast<std::uint32_t>(length);
+  if (comma) append(",");
 }
 
 void Output::addNumber(double value) {
-  number_.clear();
-  appendField9(number_, value);
-  addText(number_);
+  char field[kField9Room];
+  addText({field, writeField9(field, value)});
 }
 
 void Output::addFixed(double value, int decimals, bool comma, int width) {
-  number_.clear();
-  appendFixed(number_, value, decimals, width);
-  addText(number_, comma);
+  char* const text = scratch(fixedRoom(decimals, width));
+  addText({text, writeFixed(text, value, decimals, width)}, comma);
 }
 
+// The line may break between the tokens of a point, which is rare: all go into
+// it together if they fit together.
 void Output::addPoint(double x, double y, double z, int decimals, bool comma, int width) {
+  char* const text = scratch(3 * (fixedRoom(decimals, width) + 1));
+  char* end = writeFixed(text, x, decimals, width);
+  if (width == 0) *end++ = ' ';
+  end = writeFixed(end, y, decimals, width);
+  if (width == 0) *end++ = ' ';
+  end = writeFixed(end, z, decimals, width);
+  if (comma) *end++ = ',';
+  const std::string_view point(text, end);
+  if (fits(point.size())) return append(point);
+
   addFixed(x, decimals, false, width);
   if (width == 0) addText(" ");
   addFixed(y, decimals, false, width);
@@ -77,7 +84,23 @@ void Output::addPoint(double x, double y, double z, int decimals, bool comma, in
   addFixed(z, decimals, comma, width);
 }
 
+void Output::addPointToken(std::string_view word, double x, double y, double z, int decimals,
+                           bool comma) {
+  char* const text = scratch(word.size() + 3 * (fixedRoom(decimals) + 1));
+  char* end = std::copy(word.begin(), word.end(), text);
+  end = writeFixed(end, x, decimals);
+  *end++ = ' ';
+  end = writeFixed(end, y, decimals);
+  *end++ = ' ';
+  end = writeFixed(end, z, decimals);
+  addText({text, end}, comma);
+}
+
 void Output::addPoint9(double x, double y, double z) {
+  char text[3 * kField9Room];
+  const std::string_view point(text, writeField9(writeField9(writeField9(text, x), y), z));
+  if (fits(point.size())) return append(point);
+
   addNumber(x);
   addNumber(y);
   addNumber(z);
@@ -99,7 +122,14 @@ void Output::startLine(std::string_view text) {
 }
 
 int Output::flushLine() {
-  if (!line.empty()) recs.push_back(line);
+  if (!line.empty()) {
+    if (spareCount_ == 0) {
+      recs.push_back(line);
+    } else {
+      recs.push_back(std::move(line));
+      line = std::move(spares_[--spareCount_]);
+    }
+  }
   clearLine();
   return static_cast<int>(recs.size());
 }
@@ -131,6 +161,10 @@ bool Output::incrementCounter() {
 }
 
 void Output::clear() {
+  for (std::string& rec : recs) {
+    if (spareCount_ == kMostSpareLines) break;
+    spares_[spareCount_++] = std::move(rec);
+  }
   recs.clear();
   clearLine();
 }
@@ -140,12 +174,33 @@ void Output::clearLine() {
   lineLength = 0;
 }
 
-// Prefix and keyword. If both together are too long for a line, each new line
-// would ask for another.
+// Whether a token, or several at once, can go into the line as it is.
+bool Output::fits(std::size_t length) const {
+  return lineSize != 0 && lineLength + length <= lineSize;
+}
+
+void Output::append(std::string_view text) {
+  line += text;
+  lineLength += static_cast<std::uint32_t>(text.size());
+}
+
+char* Output::scratch(std::size_t room) {
+  if (scratch_.size() < room) scratch_.resize(room);
+  return scratch_.data();
+}
+
+void Output::checkLength(std::size_t length) const {
+  if (lineSize == 0) throw ExceptionInfo("Output: line size is not set", ExceptionInfo::kFatal);
+  if (length > lineSize)
+    throw ExceptionInfo("Output: line too big for output", ExceptionInfo::kFatal);
+}
+
+// Prefix and keyword, at the beginning of a line. If both together are too long
+// for a line, each new line would ask for another.
 void Output::addHeading() {
-  if (lineSize != 0 && prefix.size() + keyword.size() > lineSize) throwTooBig();
-  addText(prefix);
-  addText(keyword);
+  checkLength(prefix.size() + keyword.size());
+  append(prefix);
+  append(keyword);
 }
 
 // A text that reaches beyond the prefix lengthens it; one that would leave a

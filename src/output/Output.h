@@ -1,6 +1,8 @@
 #ifndef VESK_OUTPUT_OUTPUT_H
 #define VESK_OUTPUT_OUTPUT_H
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -86,6 +88,10 @@ class Output {
     addPoint(p.x, p.y, p.z, decimals, comma, width);
   }
 
+  // Appends `word` and three values in the trimmed fixed form, a blank between
+  // each two, all as one token.
+  void addPointToken(std::string_view word, double x, double y, double z, int decimals, bool comma);
+
   // Appends three values in the nine-character form.
   void addPoint9(double x, double y, double z);
 
@@ -118,17 +124,27 @@ class Output {
   // kMaxCounter. The digits are written in either case.
   bool incrementCounter();
 
-  // Forgets the lines and the line being built, for the next element.
+  // Forgets the lines and the line being built, for the next element. The
+  // memory of up to kMostSpareLines of them serves the lines to come, so that
+  // an element like those before it allocates nothing here.
   void clear();
+
+  static constexpr std::size_t kMostSpareLines = 16;
 
  private:
   void clearLine();
+  bool fits(std::size_t length) const;
+  void checkLength(std::size_t length) const;
+  void append(std::string_view text);
+  char* scratch(std::size_t room);
   void addHeading();
   void overwritePrefix(std::size_t position, std::string_view text);
   std::size_t counterColumn() const;
   std::string_view prefixPart(std::size_t position, std::size_t length) const;
 
-  std::string number_;  // the number being formatted
+  std::string scratch_;                              // the numbers being formatted
+  std::array<std::string, kMostSpareLines> spares_;  // earlier lines, for their memory
+  std::size_t spareCount_ = 0;
 };
 
 }  // namespace Vesk

@@ -57,18 +57,12 @@ void Pline::writeSegments(Output& out) const {
 
 void Pline::writeTokens(Output& out) const {
   out.beginRecord(Keywords::kSegment.tokens, true);
-  std::string token;
   for (std::size_t i = 0; i < vertices.size(); ++i) {
     const GeVector p = vertices[i] - (i == 0 ? GePoint() : vertices.front());
-    token = tagOf(Words::kPoint);
-    for (const double coordinate : {p.x, p.y, p.z}) {
-      token += ' ';
-      appendFixed(token, coordinate, out.pointDecimals, 0);
-    }
-    out.addText(token, i + 1 < vertices.size());
+    out.addPointToken(Words::kPoint, p.x, p.y, p.z, out.pointDecimals, i + 1 < vertices.size());
   }
   for (const ArcEntry& arc : arcs) {
-    token = ',';
+    std::string token = ",";
     token += Words::kArc;
     appendFixed(token, arc.radius, out.pointDecimals, 0);
     for (const std::int32_t value : arc.values) {

@@ -163,6 +163,12 @@ const FindingsRow kFiles[] = {
      tokenLine("00", "l ", "pt 1 2 3,\n") + tokenLine("02", "l ", "pt 1 2 3\n") +
          tokenLine("03", "l ", "x\n"),
      {"f:2:18: line missing; expected line \"01\""}},
+    {"FirstLineMissingBehindTheSameHeader",
+     kTextTokens + tokenLine("01", "x ", "ab\n") + tokenLine("01", "x ", "cd\n"),
+     {"x  1-2", "f:3:18: line \"01\" without its first line; expected the first line of a record"}},
+    {"FirstTagLineMissing",
+     kBoxTokens + tokenLine("01", "be", "ed b\n"),
+     {"f:2:18: line missing; expected line \"01\""}},
     {"LineOfAnotherHeader",
      kRed60 + "61XXXX" + kRed61.substr(6),
      {"f:1:133: 108 characters of numbers; expected 24 numbers of nine characters",

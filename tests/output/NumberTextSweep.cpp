@@ -18,9 +18,10 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // The bounds of the nine-character form, of the fast way and of its parts.
 constexpr double kBounds[] = {
-    99999999.0, 9999999.9, 999999.99, 99999.999, -9999.999, -99999.99, -999999.9, -9999999.0,
-    9999.999,   0.0,       0x1p53,    0x1p-11,   0x1p-47,   0x1p-1022, 1e8,       1e16,
-    99999999.5, 0.5,       1.0,       0x1p52,    0x1p63,    0x1p64,    9.9999995, 0.99999995,
+    99999999.0, 9999999.9, 999999.99, 99999.999,  -9999.999, -99999.99, -999999.9,
+    -9999999.0, 9999.999,  0.0,       0x1p53,     0x1p-10,   0x1p-11,   0x1p-47,
+    0x1p-1022,  1e8,       1e16,      99999999.5, 0.5,       1.0,       0x1p52,
+    0x1p63,     0x1p64,    9.9999995, 0.99999995,
 };
 
 // The mixing step of the splitmix64 generator: any number to any other.

@@ -16,6 +16,8 @@ AllMissingInOneCall        | build | cmake g++       | none           | 0 | upda
 OtherGroupsDontMatter      | build | cppcheck        | none           | 0 |
 FailureIsTriedOnceMore     | build | cmake           | first-install  | 0 | update, install cmake, update, install cmake
 SecondFailureIsFinal       | build | cmake           | every-update   | 1 | update, update
+AProgramOnThePathWillDo    | hosts | nodejs          | none           | 0 |
+ElseItsPackageIsInstalled  | hosts | nodejs gfortran | none           | 0 | update, install gfortran
 UnknownGroupIsRefused      | bild  | cmake           | none           | 1 |
 '
 
@@ -39,9 +41,14 @@ fi
 exit 0
 FAKE
 printf '#!/bin/sh\n' >"$folder/bin/sleep"
+printf '#!/bin/sh\n' >"$folder/bin/node"
 # What sudo is asked for runs here as it is.
 printf '#!/bin/sh\nexec "$@"\n' >"$folder/bin/sudo"
 chmod +x "$folder"/bin/*
+# Nothing else is on the PATH, whatever is installed here.
+for program in awk bash echo env grep sed sh sort xargs; do
+  ln -s "$(type -P "$program")" "$folder/bin/"
+done
 
 failures=0
 cases=0
@@ -50,7 +57,7 @@ while IFS='|' read -r name group missing failing expectedCode expectedCalls; do
   cases=$((cases + 1))
   : >"$folder/calls"
   code=0
-  PATH="$folder/bin:$PATH" MISSING="$missing" FAILING="$(xargs <<<"$failing")" \
+  PATH="$folder/bin" MISSING="$missing" FAILING="$(xargs <<<"$failing")" \
     CALLS="$folder/calls" "$setup" "$(xargs <<<"$group")" >"$folder/said" 2>&1 || code=$?
   calls="$(paste -sd, "$folder/calls" | sed 's/,/, /g')"
   if [[ "$code" != "$(xargs <<<"$expectedCode")" || "$calls" != "$(xargs <<<"$expectedCalls")" ]]; then

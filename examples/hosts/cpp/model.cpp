@@ -1,6 +1,7 @@
 // Writes all eleven elements. VESK is the folder of the library:
 //
-//     c++ -I"$VESK/include" model.cpp -o model -L"$VESK/lib" -lCVeskDll -Wl,-rpath,"$VESK/lib"
+//     c++ -c -I"$VESK/include" -I"$VESK/include/vesk" model.cpp
+//     c++ model.o -o model -L"$VESK/lib" -lCVeskDll -Wl,-rpath,"$VESK/lib"
 //     ./model fan
 //
 // makes veskfan.dat. C++ catches what the library throws by its class, if the compiler is of

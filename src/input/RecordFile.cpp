@@ -1,6 +1,8 @@
 #include "input/RecordFile.h"
 
 #include <algorithm>
+#include <charconv>
+#include <iterator>
 #include <utility>
 
 #include "ge/ExceptionInfo.h"
@@ -41,6 +43,11 @@ constexpr Expectation kExpectations[] = {
     {"Pline: ", "pt, ar, ft or tk"},
     {"Direction", "points that differ"},
 };
+
+std::string countText(std::uint64_t count) {
+  char digits[20];
+  return {digits, std::to_chars(std::begin(digits), std::end(digits), count).ptr};
+}
 
 const char* expectationOf(std::string_view message) {
   for (const Expectation& each : kExpectations) {
@@ -98,8 +105,8 @@ RecordFile::Found RecordFile::next() {
 }
 
 std::string RecordFile::textOf(const RecordFault& fault) const {
-  std::string text = name_ + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) +
-                     ": " + fault.message;
+  std::string text =
+      name_ + ':' + countText(fault.line) + ':' + countText(fault.column) + ": " + fault.message;
   if (!fault.expected.empty()) text += "; expected " + fault.expected;
   return text;
 }
@@ -320,8 +327,8 @@ void RecordFile::checkFixedColumns(const RecordKind& kind) const {
   }
   if (isWholeRecord(length)) return;
   const std::size_t last = i - 1;
-  throw CheckFailure{last, in_.recs[last].size(), std::to_string(length) + " characters of numbers",
-                     std::to_string(kind.numbers) + " numbers of nine characters"};
+  throw CheckFailure{last, in_.recs[last].size(), countText(length) + " characters of numbers",
+                     countText(kind.numbers) + " numbers of nine characters"};
 }
 
 void RecordFile::checkTokens(const RecordKind& kind) {
@@ -347,8 +354,7 @@ void RecordFile::checkTokens(const RecordKind& kind) {
 void RecordFile::checkText() const {
   const std::size_t length = static_cast<const Txt*>(element_.geo)->text.size();
   if (in_.textLength == static_cast<double>(length)) return;
-  throw CheckFailure{in_.tokenLine, in_.tokenColumn,
-                     "text of " + std::to_string(length) + " characters",
+  throw CheckFailure{in_.tokenLine, in_.tokenColumn, "text of " + countText(length) + " characters",
                      "as many characters as its length says"};
 }
 

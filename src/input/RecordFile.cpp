@@ -1,8 +1,6 @@
 #include "input/RecordFile.h"
 
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 #include <utility>
 
 #include "ge/ExceptionInfo.h"
@@ -44,11 +42,6 @@ constexpr Expectation kExpectations[] = {
     {"Pline: ", "pt, ar, ft or tk"},
     {"Direction", "points that differ"},
 };
-
-std::string countText(std::uint64_t count) {
-  char digits[20];
-  return {digits, std::to_chars(std::begin(digits), std::end(digits), count).ptr};
-}
 
 const char* expectationOf(std::string_view message) {
   for (const Expectation& each : kExpectations) {

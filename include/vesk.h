@@ -22,7 +22,7 @@
  *   Result   A write function that returns int returns the number of lines
  *            printed to the file: 0 when no file is open. It is not a sign
  *            that the disk took them: the text goes through the C library's
- *            buffer.
+ *            buffer. What the disk refused shows at vk_openVesk(NULL).
  *   Errors   A NULL array throws the C++ exception GeEx::NullPtr (ge/GeEx.h)
  *            out of the function and nothing is written; vk_writeElb throws
  *            GeEx::NullDir as well, see there. A C++ host catches them by
@@ -74,6 +74,15 @@ extern "C" {
  *
  * Returns 1 if the file was opened, else 0: the name is NULL or the system
  * refused (errno is the C library's). After a 0 no file is open.
+ *
+ * Whether the file that was closed is complete does not show in the result, but
+ * in errno, of a host that uses the same C library: it becomes the first reason
+ * that the system gave for not writing or closing the file, and stays as it was
+ * if there was none.
+ *
+ *     errno = 0;
+ *     vk_openVesk(NULL);
+ *     if (errno != 0) perror("veskpump.dat");
  */
 VESK_API int vk_openVesk(const char* name);
 

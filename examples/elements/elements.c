@@ -2,6 +2,7 @@
  * elements - writes each of the eleven elements once into veskelements.dat: a small
  * air handling unit with its duct, its pipe and its label. Lengths are millimetres.
  */
+#include <errno.h>
 #include <stdio.h>
 
 #include "vesk.h"
@@ -89,7 +90,12 @@ int main(void) {
   writePlates();
   writePipe();
   writeLabel();
-  vk_openVesk(NULL); /* closes the file */
+  errno = 0;
+  vk_openVesk(NULL); /* closes the file; errno tells what the disk refused */
+  if (errno != 0) {
+    perror("veskelements.dat");
+    return 1;
+  }
   puts("Written: veskelements.dat");
   return 0;
 }

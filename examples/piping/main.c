@@ -108,9 +108,9 @@ static void printElements(const Record* record) {
     if (record->kinds[i] > 0) printf("%8ld  %s\n", record->kinds[i], kNames[i]);
 }
 
-/* A disk that is full refuses late and without a word: only the file itself tells
-   what it holds. */
-static int isComplete(const Drawing* drawing, const char* file, Record* record) {
+/* The functions that write do not tell what the disk refused. The close does, by
+   errno, its `reason`; what of it all stands in the file, only the file itself tells. */
+static int isComplete(const Drawing* drawing, const char* file, int reason, Record* record) {
   if (!recordCount(record, file)) {
     fprintf(stderr, "%s: error: cannot be read back: %s\n", file, strerror(errno));
     return 0;
@@ -121,18 +121,22 @@ static int isComplete(const Drawing* drawing, const char* file, Record* record) 
     made += drawing->made[i];
     same = same && drawing->made[i] == record->kinds[i];
   }
-  if (same && record->elements == made) return 1;
-  fprintf(stderr,
-          "%s: error: incomplete, is the disk full? It holds %ld of the %ld elements that were "
-          "written\n",
-          file, record->elements, made);
+  same = same && record->elements == made;
+  if (same && reason == 0) return 1;
+  const char* text = reason != 0 ? strerror(reason) : "the system gave no reason";
+  if (same)
+    fprintf(stderr, "%s: error: cannot be closed: %s\n", file, text);
+  else
+    fprintf(stderr,
+            "%s: error: incomplete: %s; it holds %ld of the %ld elements that were written\n", file,
+            text, record->elements, made);
   return 0;
 }
 
-static Exit finish(const Drawing* drawing, const char* file) {
+static Exit finish(const Drawing* drawing, const char* file, int reason) {
   Report* report = drawing->report;
   Record record;
-  if (!isComplete(drawing, file, &record)) return kExitOutput;
+  if (!isComplete(drawing, file, reason, &record)) return kExitOutput;
   printf("Written: %s\n", file);
   printElements(&record);
   printf("It begins:\n");
@@ -157,8 +161,9 @@ static Exit draw(const Arguments* arguments, const Piping* piping, Report* repor
     return kExitOutput;
   }
   drawAll(&drawing);
+  errno = 0;
   vk_openVesk(NULL); /* closes the file, so that it is complete */
-  return finish(&drawing, file);
+  return finish(&drawing, file, errno);
 }
 
 static Exit run(const Arguments* arguments, Report* report, const char* file) {

@@ -31,8 +31,8 @@ class FileBase {
   // Opens the file `name` in a record style; false if that can't be done.
   virtual bool open(const char* name, int mode) = 0;
 
-  // Closes the file if one is open.
-  virtual void close() = 0;
+  // Closes the file if one is open; false if some of it was not written.
+  virtual bool close() = 0;
 
  protected:
   FileBase() = default;

@@ -1,5 +1,6 @@
 #include "output/OutFile.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <new>
 #include <utility>
@@ -13,15 +14,17 @@ namespace {
 
 constexpr std::size_t kFileBufferSize = std::size_t{1} << 18;
 
-// The file belongs to one thread, so that its lock would guard nothing.
-void printLine(const std::string& line, std::FILE* file) {
+// False if the system refused a part. The file belongs to one thread, so that
+// its lock would guard nothing.
+bool printLine(const std::string& line, std::FILE* file) {
 #if defined(__linux__)
-  fwrite_unlocked(line.data(), 1, line.size(), file);
-  putc_unlocked('\n', file);
+  const std::size_t printed = fwrite_unlocked(line.data(), 1, line.size(), file);
+  const int end = putc_unlocked('\n', file);
 #else
-  std::fwrite(line.data(), 1, line.size(), file);
-  std::fputc('\n', file);
+  const std::size_t printed = std::fwrite(line.data(), 1, line.size(), file);
+  const int end = std::fputc('\n', file);
 #endif
+  return printed == line.size() && end != EOF;
 }
 
 }  // namespace
@@ -36,19 +39,31 @@ int OutFile::setRecords(const Recs& lines) {
 
 bool OutFile::open(const char* name, int mode) { return open(name, mode, false); }
 
-void OutFile::close() {
-  file_.reset();
+bool OutFile::close() {
+  if (file_ == nullptr) return !error_;
+  const int before = errno;
+  errno = 0;
+  if (std::fclose(file_.release()) != 0) keepError(errno);
   buffer_.reset();
+  errno = error_ ? error_.value() : before;
+  return !error_;
 }
 
 OutFile::~OutFile() { OutFile::close(); }
 
 bool OutFile::open(const char* name, int mode, bool append) {
   close();
-  if (name == nullptr) return false;
+  error_.clear();
+  if (name == nullptr) {
+    keepError(EINVAL);
+    return false;
+  }
   std::string copy = name;
   file_.reset(openTextFile(name, append));
-  if (file_ == nullptr) return false;
+  if (file_ == nullptr) {
+    keepError(errno);
+    return false;
+  }
   // Without memory for it the C library's own buffer serves.
   buffer_.reset(new (std::nothrow) char[kFileBufferSize]);
   if (buffer_ != nullptr) std::setvbuf(file_.get(), buffer_.get(), _IOFBF, kFileBufferSize);
@@ -78,8 +93,16 @@ int OutFile::writeElement(const ElementHolder& holder) {
   return static_cast<int>(output_.recs.size());
 }
 
-void OutFile::print() const {
-  for (const std::string& line : output_.recs) printLine(line, file_.get());
+void OutFile::print() {
+  for (const std::string& line : output_.recs) {
+    if (!printLine(line, file_.get())) keepError(errno);
+  }
+}
+
+void OutFile::keepError(int number) {
+  if (error_) return;
+  // Not every C library tells the reason.
+  error_.assign(number != 0 ? number : EIO, std::generic_category());
 }
 
 }  // namespace Vesk

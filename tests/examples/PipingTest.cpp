@@ -641,7 +641,7 @@ TEST(Piping, FindsOutThatTheDiskRefused) {
   folder.write("in.pcf", text);
   const HostRun run = runHost(folder, PIPING_PROGRAM, "in.pcf t", "trap '' XFSZ; ulimit -f 64;");
   EXPECT_EQ(run.exitCode, 4);
-  EXPECT_NE(run.err.find("veskt.dat: error: incomplete, is the disk full? It holds "),
+  EXPECT_NE(run.err.find("veskt.dat: error: incomplete: File too large; it holds "),
             std::string::npos)
       << run.err;
   EXPECT_NE(run.err.find(" of the 5000 elements"), std::string::npos) << run.err;

@@ -2,9 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
 #include <new>
 #include <ostream>
 #include <string>
+#include <system_error>
 #include <type_traits>
 
 #include "api/ElementHolder.h"
@@ -254,6 +262,85 @@ TEST_F(OutFileTest, WithoutAFileLinesAreAssembledButNotCounted) {
   EXPECT_EQ(write(kCyl), 0);
   EXPECT_TEXT(joined(file.records()), joined({kCylLine}));
 }
+
+// What the system refuses
+
+TEST_F(OutFileTest, WithoutAFailureThereIsNoError) {
+  EXPECT_FALSE(file.error());
+  EXPECT_TRUE(file.close());
+  ASSERT_TRUE(file.open("out.dat", kTokens));
+  write(kCyl);
+  errno = ERANGE;
+  EXPECT_TRUE(file.close());
+  EXPECT_EQ(errno, ERANGE);
+  EXPECT_FALSE(file.error());
+}
+
+TEST_F(OutFileTest, AFailedOpenGivesItsReasonUntilTheNextOpen) {
+  EXPECT_FALSE(file.open("no/such/folder/out.dat", kTokens));
+  EXPECT_EQ(file.error(), std::errc::no_such_file_or_directory);
+  EXPECT_FALSE(file.close());
+  EXPECT_EQ(write(kCyl), 0);
+  EXPECT_FALSE(file.open(nullptr, kTokens));
+  EXPECT_EQ(file.error(), std::errc::invalid_argument);
+  ASSERT_TRUE(file.open("out.dat", kTokens));
+  EXPECT_FALSE(file.error());
+}
+
+#ifndef _WIN32
+// A new file that refuses every byte with ENOSPC, if the system has such a thing.
+bool makeFullDisk(const char* name) {
+  std::error_code error;
+  std::filesystem::create_symlink("/dev/full", name, error);
+  return !error && std::filesystem::exists(name);
+}
+
+TEST_F(OutFileTest, AFullDiskShowsInTheClose) {
+  if (!makeFullDisk("out.dat")) GTEST_SKIP() << "no /dev/full";
+  ASSERT_TRUE(file.open("out.dat", kTokens));
+  EXPECT_EQ(write(kCyl), 1);
+  EXPECT_FALSE(file.error());  // all is in the buffer
+  errno = 0;
+  EXPECT_FALSE(file.close());
+  EXPECT_EQ(errno, ENOSPC);
+  EXPECT_EQ(file.error(), std::errc::no_space_on_device);
+  errno = 0;
+  EXPECT_FALSE(file.close());
+  EXPECT_EQ(errno, 0);
+  ASSERT_TRUE(file.open("other.dat", kTokens));
+  EXPECT_FALSE(file.error());
+}
+
+TEST_F(OutFileTest, AFullDiskShowsInAWriteOfALargeFile) {
+  if (!makeFullDisk("out.dat")) GTEST_SKIP() << "no /dev/full";
+  ASSERT_TRUE(file.open("out.dat", kTokens));
+  int elements = 0;
+  for (; !file.error() && elements < 100000; ++elements) EXPECT_EQ(write(kCyl), 1);
+  EXPECT_LT(elements, 100000);
+  EXPECT_EQ(file.error(), std::errc::no_space_on_device);
+  EXPECT_EQ(write(kCyl), 1);
+  EXPECT_FALSE(file.close());
+}
+
+// The limit is lifted while the file is open: only the writes in between are
+// refused, the last ones and the close are not.
+TEST_F(OutFileTest, TheFirstFailureIsKeptWhenTheNextWritesSucceed) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit former{};
+  getrlimit(RLIMIT_FSIZE, &former);
+  rlimit small = former;
+  small.rlim_cur = 1000;
+  ASSERT_TRUE(file.open("out.dat", kTokens));
+  setrlimit(RLIMIT_FSIZE, &small);
+  for (int i = 0; !file.error() && i < 100000; ++i) write(kCyl);
+  setrlimit(RLIMIT_FSIZE, &former);
+  std::signal(SIGXFSZ, SIG_DFL);
+  for (int i = 0; i < 20000; ++i) write(kCyl);
+  EXPECT_FALSE(file.close());
+  EXPECT_EQ(file.error(), std::errc::file_too_large);
+  EXPECT_GT(std::filesystem::file_size("out.dat"), 1000u);
+}
+#endif
 
 // The list of lines
 

@@ -3,11 +3,15 @@
 
 namespace VeskTest {
 
+// Which allocations fail beside the one with the number.
+enum class Failing { kOnce, kFromThenOn };
+
 // While the object lives, the allocation with this number (the first one is 1)
-// throws std::bad_alloc; the others succeed. One at a time.
+// throws std::bad_alloc, and maybe all that come after it; the others succeed.
+// One at a time.
 class FailingAllocation {
  public:
-  explicit FailingAllocation(int number);
+  explicit FailingAllocation(int number, Failing failing = Failing::kOnce);
   ~FailingAllocation();
   FailingAllocation(const FailingAllocation&) = delete;
   FailingAllocation& operator=(const FailingAllocation&) = delete;
@@ -15,6 +19,9 @@ class FailingAllocation {
   // Whether that many allocations were asked for.
   bool happened() const;
 };
+
+// How many allocations of the program have not been freed.
+long liveAllocations();
 
 }  // namespace VeskTest
 

@@ -1,4 +1,5 @@
-# Makes private copies of locales in FOLDER, for LOCPATH.
+# Makes private copies of locales in FOLDER, for LOCPATH; those that are there
+# already stay.
 #
 #   cmake -DFOLDER=folder "-DLOCALES=de_DE.UTF-8;ps_AF.UTF-8" -P MakeLocales.cmake
 cmake_minimum_required(VERSION 3.25)
@@ -10,7 +11,9 @@ endif()
 file(MAKE_DIRECTORY ${FOLDER})
 foreach(locale IN LISTS LOCALES)
   string(REGEX MATCH "^([^.]+)\\.(.+)$" whole ${locale})
-  file(REMOVE_RECURSE ${FOLDER}/${locale})
+  if(EXISTS ${FOLDER}/${locale}/LC_NUMERIC)
+    continue()
+  endif()
   # -c: a warning about the source does not keep the locale from being made.
   execute_process(
     COMMAND ${localedef} -c -i ${CMAKE_MATCH_1} -f ${CMAKE_MATCH_2} ${FOLDER}/${locale}

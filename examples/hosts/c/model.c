@@ -8,6 +8,7 @@
  * program. An array that is a variable is never null; a pointer that comes from elsewhere
  * is asked first, as in writePipe.
  */
+#include <errno.h>
 #include <stdio.h>
 
 #include "vesk.h"
@@ -61,6 +62,12 @@ int main(int argc, char** argv) {
     return 1;
   }
   const int whole = writeModel();
-  vk_openVesk(NULL); /* closes the file */
+  errno = 0;
+  vk_openVesk(NULL); /* closes the file; errno tells what the disk refused */
+  if (errno != 0) {
+    fprintf(stderr, "vesk%s.dat: ", argv[1]);
+    perror(NULL);
+    return 1;
+  }
   return whole ? 0 : 1;
 }

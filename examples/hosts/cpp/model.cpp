@@ -7,8 +7,10 @@
 // makes veskfan.dat. C++ catches what the library throws by its class, if the compiler is of
 // the family that built the library (GCC or Clang; MinGW for the DLL, not MSVC).
 #include <array>
+#include <cerrno>
 #include <iostream>
 #include <string>
+#include <system_error>
 
 #include "ge/GeEx.h"
 #include "vesk.h"
@@ -26,6 +28,13 @@ class VeskFile {
   VeskFile& operator=(const VeskFile&) = delete;
 
   explicit operator bool() const { return open_; }
+
+  // The reason if the disk refused a part of the file.
+  std::error_code close() {
+    errno = 0;
+    vk_openVesk(nullptr);
+    return {errno, std::generic_category()};
+  }
 
   // Every element has its number in the header.
   void number(int n) { vk_setHeader("DUCT-7", "A1", n); }
@@ -82,6 +91,10 @@ int main(int argc, char** argv) {
     return 1;
   } catch (const GeEx::NullDir& e) {
     std::cerr << e.where << ": " << e.what() << '\n';  // an elbow without a direction
+    return 1;
+  }
+  if (const std::error_code error = file.close()) {
+    std::cerr << "vesk" << argv[1] << ".dat: " << error.message() << '\n';
     return 1;
   }
   return 0;

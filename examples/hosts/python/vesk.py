@@ -166,12 +166,19 @@ class File:
             _current = self
 
     def close(self):
-        """Completes the file. Closing again does nothing."""
+        """Completes the file. Closing again does nothing.
+
+        OSError if the system refused a part of it, or the close.
+        """
         global _current
         with _lock:
             if _current is self:
-                _library().vk_openVesk(None)
                 _current = None
+                ctypes.set_errno(0)
+                _library().vk_openVesk(None)
+                code = ctypes.get_errno()
+                if code:
+                    raise OSError(code, os.strerror(code), self.path)
 
     @property
     def closed(self):

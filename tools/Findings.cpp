@@ -93,6 +93,10 @@ constexpr CodeOfMessage kCodes[] = {
     {"Input: can't get double from", "V021"},
     {"Input: number out of range", "V022"},
     {"Input: can't get", "V023"},
+    {"unknown keyword", "V015"},
+    {"no keyword", "V015"},
+    {"no line number", "V016"},
+    {"empty line", "V017"},
     {"line missing", "V012"},
     {"line \"", "V012"},
     {"line too long", "V013"},
@@ -114,6 +118,23 @@ std::string_view codeOf(const Vesk::RecordFault& fault) {
   }
   if (fault.message.find("characters of numbers") != fault.message.npos) return "V023";
   return fault.kind == Vesk::RecordFault::Kind::kStray ? "V011" : "V020";
+}
+
+// "Input: can't get double from expression "12,5", primitive cone" tells the text
+// that is no number; the column is that of its first character.
+void nameText(Finding& finding) {
+  constexpr std::string_view kOpening = "expression \"";
+  constexpr std::string_view kClosing = "\", primitive ";
+  const std::size_t begin = finding.message.find(kOpening);
+  const std::size_t end = finding.message.rfind(kClosing);
+  if (finding.code != "V021" || begin == finding.message.npos || end == finding.message.npos) {
+    return;
+  }
+  const std::size_t from = begin + kOpening.size();
+  const std::string text = finding.message.substr(from, end - from);
+  const std::string kind = finding.message.substr(end + kClosing.size());
+  finding.endColumn = finding.column + std::max<std::size_t>(text.size(), 1) - 1;
+  finding.message = "not a number in a " + kind + ": '" + text + '\'';
 }
 
 }  // namespace
@@ -170,6 +191,7 @@ Finding findingOf(const Vesk::RecordFile& file) {
   finding.column = fault.column;
   finding.message = fault.message;
   finding.expected = fault.expected;
+  nameText(finding);
   const std::uint64_t index = fault.line - fault.firstLine;
   if (fault.line >= fault.firstLine && index < file.lines().size()) {
     finding.sourceLine = file.lines()[index];

@@ -55,6 +55,7 @@ std::vector<std::unique_ptr<Command>> makeCommands();
 
 // One maker for each command.
 std::unique_ptr<Command> makeInfo();
+std::unique_ptr<Command> makeCheck();
 std::unique_ptr<Command> makeExplain();
 std::unique_ptr<Command> makeVersion();
 

@@ -5,6 +5,7 @@ namespace VeskTool {
 std::vector<std::unique_ptr<Command>> makeCommands() {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(makeInfo());
+  commands.push_back(makeCheck());
   commands.push_back(makeExplain());
   commands.push_back(makeVersion());
   return commands;

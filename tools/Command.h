@@ -55,6 +55,8 @@ std::vector<std::unique_ptr<Command>> makeCommands();
 
 // One maker for each command.
 std::unique_ptr<Command> makeInfo();
+std::unique_ptr<Command> makeList();
+std::unique_ptr<Command> makeShow();
 std::unique_ptr<Command> makeExplain();
 std::unique_ptr<Command> makeVersion();
 

@@ -5,6 +5,8 @@ namespace VeskTool {
 std::vector<std::unique_ptr<Command>> makeCommands() {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(makeInfo());
+  commands.push_back(makeList());
+  commands.push_back(makeShow());
   commands.push_back(makeExplain());
   commands.push_back(makeVersion());
   return commands;

@@ -7,6 +7,8 @@ std::vector<std::unique_ptr<Command>> makeCommands() {
   commands.push_back(makeInfo());
   commands.push_back(makeList());
   commands.push_back(makeShow());
+  commands.push_back(makeMeasure());
+  commands.push_back(makeConvert());
   commands.push_back(makeExplain());
   commands.push_back(makeVersion());
   return commands;

@@ -8,6 +8,7 @@ std::vector<std::unique_ptr<Command>> makeCommands() {
   commands.push_back(makeList());
   commands.push_back(makeShow());
   commands.push_back(makeMeasure());
+  commands.push_back(makeDiff());
   commands.push_back(makeConvert());
   commands.push_back(makeExplain());
   commands.push_back(makeVersion());

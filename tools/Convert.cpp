@@ -220,7 +220,7 @@ class ConvertCommand : public Command {
   bool strict_ = false;
   bool dryRun_ = false;
   bool force_ = false;
-  std::uint64_t limit_ = 100;
+  std::uint64_t limit_ = 20;
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "Describe.h"
 
 #include <numbers>
+#include <type_traits>
 
 #include "Kinds.h"
 #include "Numbers.h"
@@ -35,6 +36,9 @@ void add(Properties& to, std::string name, double value) {
 void add(Properties& to, std::string name, std::int32_t value) {
   to.push_back({std::move(name), Type::kInteger, {static_cast<double>(value), 0.0, 0.0}, {}});
 }
+
+// The most that a record keeps.
+constexpr int kShownDecimals = 6;
 
 std::string numbered(std::string_view name, std::size_t i) {
   return std::string(name) + ' ' + std::to_string(i);
@@ -170,14 +174,8 @@ GePoint firstOf(const Vesk::Pgon& pgon) {
 }
 GePoint firstOf(const Vesk::Txt& txt) { return txt.position; }
 
-std::string shown(double value) {
-  // Three decimals are enough for people, and never "1.500".
-  std::string text = rounded(value, 3);
-  if (text.find('.') == text.npos) return text;
-  text.erase(text.find_last_not_of('0') + 1);
-  if (text.ends_with('.')) text.pop_back();
-  return text;
-}
+// Three decimals are enough for people.
+std::string shown(double value) { return trimmedNumber(value, 3); }
 
 double degreesBetween(const GeVector& a, const GeVector& b) {
   if (a.length() == 0.0 || b.length() == 0.0) return 0.0;
@@ -245,6 +243,12 @@ GePoint placeOf(const Vesk::Geo& geo) {
   return visitGeo(geo, [](const auto& element) { return firstOf(element); });
 }
 
+std::unique_ptr<Vesk::Geo> copyOf(const Vesk::Geo& geo) {
+  return visitGeo(geo, [](const auto& element) -> std::unique_ptr<Vesk::Geo> {
+    return std::make_unique<std::decay_t<decltype(element)>>(element);
+  });
+}
+
 std::string sizesOf(const Vesk::Geo& geo) {
   return visitGeo(geo, [](const auto& element) { return sizes(element); });
 }
@@ -267,12 +271,14 @@ std::string valueText(const Property& property) {
       return '"' + property.text + '"';
     case Type::kPoint:
     case Type::kVector:
-      return pointText(property.value);
+      return trimmedNumber(property.value.x, kShownDecimals) + ' ' +
+             trimmedNumber(property.value.y, kShownDecimals) + ' ' +
+             trimmedNumber(property.value.z, kShownDecimals);
     case Type::kNumber:
     case Type::kInteger:
       break;
   }
-  return shortest(property.value.x);
+  return trimmedNumber(property.value.x, kShownDecimals);
 }
 
 void appendJson(JsonWriter& json, const Property& property) {

@@ -2,6 +2,7 @@
 #define VESK_TOOLS_DESCRIBE_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,9 @@ std::vector<Property> propertiesOf(const Vesk::Geo& geo);
 // The place: the first point of the record.
 GePoint placeOf(const Vesk::Geo& geo);
 
+// A copy of the element as what it is.
+std::unique_ptr<Vesk::Geo> copyOf(const Vesk::Geo& geo);
+
 // What an element measures, in words: "length 2000, diameter 219.1".
 std::string sizesOf(const Vesk::Geo& geo);
 
@@ -40,7 +44,7 @@ std::string trimmedField(const Vesk::FixStrB& field);
 // "DUCT-7 A1": F1 and F2.
 std::string headerText(const Vesk::HeaderFields& header);
 
-// The value in words, and as JSON.
+// The value in words with six decimals at most, and as JSON.
 std::string valueText(const Property& property);
 void appendJson(JsonWriter& json, const Property& property);
 

@@ -193,9 +193,6 @@ constexpr CodeText kCodes[] = {
      "The element was written, and what was read back differs by more than the digits of the "
      "style explain.",
      "See the other findings for this line; keep the original file."},
-    {"V312", "text not moved",
-     "A text keeps its place when the model is moved; that is how texts behave in this format.",
-     "Place the texts again in the program that made them."},
 };
 // clang-format on
 

@@ -55,7 +55,12 @@ std::vector<std::unique_ptr<Command>> makeCommands();
 
 // One maker for each command.
 std::unique_ptr<Command> makeInfo();
+std::unique_ptr<Command> makeList();
+std::unique_ptr<Command> makeShow();
+std::unique_ptr<Command> makeMeasure();
 std::unique_ptr<Command> makeCheck();
+std::unique_ptr<Command> makeDiff();
+std::unique_ptr<Command> makeConvert();
 std::unique_ptr<Command> makeExplain();
 std::unique_ptr<Command> makeVersion();
 

@@ -162,16 +162,15 @@ void appendJson(JsonWriter& json, const Summary& summary, bool allHeaders) {
 class InfoCommand : public Command {
  public:
   CommandText text() const override {
-    return {
-        "info",
-        Group::kLook,
-        "FILE...",
-        "style, counts by kind, bounding box, volume",
-        "Lengths are in the unit of the file, by custom millimetres; the volume is in cubes of\n"
-        "it. Elements that can't be read are said and left out; the exit code is 1 then.",
-        {{"vesk info plant.dat", "what is in the file"},
-         {"vesk info -j 0 --json zones/ | jq '.files[].elements'", "every file of a folder"},
-         {"zcat plant.dat.gz | vesk info -", "from a pipe"}}};
+    return {"info",
+            Group::kLook,
+            "FILE...",
+            "style, counts by kind, bounding box, volume",
+            "Lengths are in the unit of the file, by custom millimetres; the volume is in cubes of "
+            "it. Elements that can't be read are said and left out; the exit code is 1 then.",
+            {{"vesk info plant.dat", "what is in the file"},
+             {"vesk info -j 0 --json zones/ | jq '.files[].elements'", "every file of a folder"},
+             {"zcat plant.dat.gz | vesk info -", "from a pipe"}}};
   }
 
   void define(CLI::App& app) override {

@@ -47,6 +47,14 @@ std::string rounded(double value, int decimals) {
   return text;
 }
 
+std::string trimmedNumber(double value, int decimals) {
+  std::string text = rounded(value, decimals);
+  if (text.find('.') == text.npos) return text;
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.ends_with('.')) text.pop_back();
+  return text;
+}
+
 std::string pointText(const GePoint& p) {
   return shortest(p.x) + ' ' + shortest(p.y) + ' ' + shortest(p.z);
 }

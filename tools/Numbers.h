@@ -21,6 +21,9 @@ std::string shortest(double value);
 void appendRounded(std::string& to, double value, int decimals);
 std::string rounded(double value, int decimals);
 
+// At most so many decimals, without zeros at the end: 3 decimals: 1.5 -> "1.5".
+std::string trimmedNumber(double value, int decimals);
+
 // "x y z", shortest.
 std::string pointText(const GePoint& p);
 

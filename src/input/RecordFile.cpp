@@ -188,9 +188,8 @@ RecordFile::Found RecordFile::skipStray() {
   HeadingFault heading =
       mode_ == 0 ? HeadingFault{0, "no record"} : faultOfHeading(reader_.line(), mode_);
   if (reader_.isTooLong()) heading = {0, "line too long for a record"};
-  do {
-    element_.lastLine = reader_.number();
-  } while (advance() && isWhole() && kind_ == nullptr);
+  addLine();
+  while (advance() && isWhole() && kind_ == nullptr) element_.lastLine = reader_.number();
   report(RecordFault::Kind::kStray, std::move(heading.message), "the first line of a record");
   fault_.column = heading.column + 1;
   return Found::kFault;

@@ -275,8 +275,8 @@ void RecordFile::readHeader() {
     field.assign(line.data() + column, false);
     column += field.width();
   });
-  const std::size_t zero = line.find('\0');
-  if (zero < (mode_ == kTokens ? kTokensLayout : kFixedColumnsLayout).keyword) {
+  const std::size_t zero = std::string_view(line).substr(0, column).find('\0');
+  if (zero != std::string_view::npos) {
     throw CheckFailure{0, zero, "NUL character", "a header field"};
   }
   attributeLine_ = 0;

@@ -41,7 +41,7 @@ class ElementHolder {
   void takeElement(Primitive&& g) {
     static_assert(Primitive::kTypeCode >= 1, "one of the nine, not an lvalue");
     reset();
-    element_.reset(new (std::nothrow) Primitive(std::move(g)));
+    element_.reset(new (std::nothrow) Primitive(std::forward<Primitive>(g)));
     valid_ = element_ != nullptr;
   }
 

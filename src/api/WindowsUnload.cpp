@@ -1,4 +1,5 @@
 // Only in the DLL, which carries a C++ runtime of its own.
+#ifdef _WIN32
 
 namespace __gnu_cxx {
 // libstdc++'s: gives back the memory that it sets aside for exceptions when it
@@ -13,3 +14,5 @@ namespace {
 [[gnu::destructor]] void freeRuntime() { __gnu_cxx::__freeres(); }
 
 }  // namespace
+
+#endif

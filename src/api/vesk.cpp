@@ -20,7 +20,7 @@ namespace {
 
 template <class Primitive>
 int writeElement(Primitive&& primitive) {
-  elementHolder.takeElement(std::move(primitive));
+  elementHolder.takeElement(std::forward<Primitive>(primitive));
   return outFile.writeElement(elementHolder);
 }
 

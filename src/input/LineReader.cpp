@@ -17,7 +17,7 @@ std::size_t findLineEnd(const char* text, std::size_t length) {
 }  // namespace
 
 LineReader::LineReader(std::unique_ptr<ByteSource> source, std::size_t longestLine)
-    : source_(std::move(source)), longestLine_(longestLine), buffer_(kBlockSize) {}
+    : source_(std::move(source)), longestLine_(longestLine), buffer_(kFirstBlockSize) {}
 
 bool LineReader::next() {
   begin_ = next_;
@@ -56,7 +56,7 @@ bool LineReader::readMore() {
     next_ -= std::min(next_, begin_);
     begin_ = 0;
   }
-  if (end_ == buffer_.size()) buffer_.resize(2 * buffer_.size());
+  if (buffer_.size() < kBlockSize || end_ == buffer_.size()) buffer_.resize(2 * buffer_.size());
   const std::size_t count = source_->read(buffer_.data() + end_, buffer_.size() - end_);
   end_ += count;
   return count > 0;

@@ -11,10 +11,11 @@
 
 namespace Vesk {
 
-// Takes a byte source apart into lines, in blocks of a fixed size; only a longer
-// line needs more memory. A line ends with LF or CR LF.
+// Takes a byte source apart into lines, in blocks that grow to a fixed size; only
+// a longer line needs more memory. A line ends with LF or CR LF.
 class LineReader {
  public:
+  static constexpr std::size_t kFirstBlockSize = std::size_t{1} << 12;
   static constexpr std::size_t kBlockSize = std::size_t{1} << 18;
 
   // What no record comes near; of a longer line only this much is kept.

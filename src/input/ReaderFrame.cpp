@@ -14,11 +14,15 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 bool isNegativeZero(double v) { return v == 0.0 && std::signbit(v); }
 
-// d such that from + d is `to`.
+// d such that from + d is `to`, or else rather below it: the greatest number of
+// a nine-character form must not pass its bound.
 double difference(double from, double to) {
   const double d = to - from;
-  if (!isNegativeZero(to) || std::signbit(from + d)) return d;
-  return std::nextafter(d, -kInfinity);
+  if (isNegativeZero(to)) return std::signbit(from + d) ? d : std::nextafter(d, -kInfinity);
+  const double above = from + d - to;
+  if (!(above > 0.0)) return d;
+  const double lower = std::nextafter(d, -kInfinity);
+  return to - (from + lower) <= above ? lower : d;
 }
 
 // s such that s - base is `offset`.

@@ -63,6 +63,8 @@ GeVector getVector(Input& in);
 // too. For that a coordinate may be one unit in its last place lower:
 //
 //   from 5, to -0.0: not -5, but the next double below, since 5 - 5 is 0.0
+//   from 1024.339, to 99999.999: 98975.66 would make 99999.99900000001, which
+//   no longer has three decimals
 GeVector vectorBetween(const GePoint& from, const GePoint& to);
 GePoint pointAt(const GePoint& base, const GeVector& offset);
 

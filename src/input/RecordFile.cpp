@@ -5,6 +5,7 @@
 
 #include "ge/ExceptionInfo.h"
 #include "input/ReaderFrame.h"
+#include "output/NumberText.h"
 #include "prims/Pgon.h"
 #include "prims/TagEntry.h"
 #include "prims/Txt.h"
@@ -98,8 +99,8 @@ RecordFile::Found RecordFile::next() {
 }
 
 std::string RecordFile::textOf(const RecordFault& fault) const {
-  std::string text = name_ + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) +
-                     ": " + fault.message;
+  std::string text =
+      name_ + ':' + countText(fault.line) + ':' + countText(fault.column) + ": " + fault.message;
   if (!fault.expected.empty()) text += "; expected " + fault.expected;
   return text;
 }
@@ -187,9 +188,8 @@ RecordFile::Found RecordFile::skipStray() {
   HeadingFault heading =
       mode_ == 0 ? HeadingFault{0, "no record"} : faultOfHeading(reader_.line(), mode_);
   if (reader_.isTooLong()) heading = {0, "line too long for a record"};
-  do {
-    element_.lastLine = reader_.number();
-  } while (advance() && isWhole() && kind_ == nullptr);
+  addLine();
+  while (advance() && isWhole() && kind_ == nullptr) element_.lastLine = reader_.number();
   report(RecordFault::Kind::kStray, std::move(heading.message), "the first line of a record");
   fault_.column = heading.column + 1;
   return Found::kFault;
@@ -320,8 +320,8 @@ void RecordFile::checkFixedColumns(const RecordKind& kind) const {
   }
   if (isWholeRecord(length)) return;
   const std::size_t last = i - 1;
-  throw CheckFailure{last, in_.recs[last].size(), std::to_string(length) + " characters of numbers",
-                     std::to_string(kind.numbers) + " numbers of nine characters"};
+  throw CheckFailure{last, in_.recs[last].size(), countText(length) + " characters of numbers",
+                     countText(kind.numbers) + " numbers of nine characters"};
 }
 
 void RecordFile::checkTokens(const RecordKind& kind) {
@@ -347,8 +347,7 @@ void RecordFile::checkTokens(const RecordKind& kind) {
 void RecordFile::checkText() const {
   const std::size_t length = static_cast<const Txt*>(element_.geo)->text.size();
   if (in_.textLength == static_cast<double>(length)) return;
-  throw CheckFailure{in_.tokenLine, in_.tokenColumn,
-                     "text of " + std::to_string(length) + " characters",
+  throw CheckFailure{in_.tokenLine, in_.tokenColumn, "text of " + countText(length) + " characters",
                      "as many characters as its length says"};
 }
 

@@ -109,7 +109,7 @@ class RecordFile {
   RecordElement& element() { return element_; }
   const RecordFault& fault() const { return fault_; }
 
-  // The lines of the element, or of the damaged one.
+  // The lines of the element, or of the damaged one; of stray lines the first.
   const Recs& lines() const { return in_.recs; }
 
   // The style; 0 as long as no record was found.

@@ -1,5 +1,6 @@
 #include "input/TagReader.h"
 
+#include <algorithm>
 #include <limits>
 #include <optional>
 #include <string>
@@ -85,9 +86,11 @@ TagEntry parseTag(std::string_view token, std::size_t pairs) {
     const auto first = parseDouble(lastWord(front));
     const auto second = parseDouble(lastWord(name));
     if (!first || !second) break;
-    tag.values.insert(tag.values.begin(), {*first, *second});
+    tag.values.emplace_back(*first, *second);
     name = front.substr(0, before);
   }
+  // They were taken from the end.
+  std::reverse(tag.values.begin(), tag.values.end());
   tag.name = name;
   return tag;
 }
@@ -106,19 +109,42 @@ std::optional<TagEntry> lastOfRepeated(std::string_view text, std::size_t first)
   std::string_view previous = text.substr(0, first);
   text.remove_prefix(first);
   for (std::size_t pairs = 2;; ++pairs) {
-    if (!text.starts_with(previous)) return std::nullopt;
-    const std::size_t end = text.find(TagWords::kEntry, previous.size());
+    const std::size_t end = text.find(TagWords::kEntry, std::min(previous.size(), text.size()));
     const std::string_view token = text.substr(0, end);
-    if (!isPair(token.substr(previous.size()))) return std::nullopt;
+    if (token.size() < previous.size() || !isPair(token.substr(previous.size())) ||
+        !token.starts_with(previous)) {
+      return std::nullopt;
+    }
     if (end == std::string_view::npos) return parseTag(token, pairs);
     previous = token;
     text.remove_prefix(end);
   }
 }
 
+// For every place of the text how many characters from there on are those that
+// it begins with. Takes time in proportion to the text.
+std::vector<std::size_t> repeatedLengths(std::string_view text) {
+  std::vector<std::size_t> lengths(text.size());
+  std::size_t begin = 0;  // of the repetition that reaches farthest
+  std::size_t end = 0;
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    std::size_t length = i < end ? std::min(end - i, lengths[i - begin]) : 0;
+    while (i + length < text.size() && text[length] == text[i + length]) ++length;
+    lengths[i] = length;
+    if (i + length > end) {
+      begin = i;
+      end = i + length;
+    }
+  }
+  return lengths;
+}
+
 TagEntry parseRepeatedTag(std::string_view text) {
-  for (std::size_t i = text.find(TagWords::kEntry, 1); i != std::string_view::npos;
-       i = text.find(TagWords::kEntry, i + 1)) {
+  std::size_t i = text.find(TagWords::kEntry, 1);
+  if (i == std::string_view::npos) return parseTag(text, kAnyNumber);
+  const auto lengths = repeatedLengths(text);
+  for (; i != std::string_view::npos; i = text.find(TagWords::kEntry, i + 1)) {
+    if (lengths[i] < i) continue;
     if (auto tag = lastOfRepeated(text, i)) return *tag;
   }
   return parseTag(text, kAnyNumber);

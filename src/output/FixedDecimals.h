@@ -60,7 +60,7 @@ inline bool canFix(double v, int decimals) {
 }
 
 // |v| to so many decimals, exact halves to the even digit; canFix(v, decimals)
-// holds. The numbers in the comment above.
+// holds. As derived above.
 #if defined(__SIZEOF_INT128__)
 inline FixedDecimals fixedDecimals(double v, int decimals) {
   constexpr std::uint64_t kHiddenBit = std::uint64_t{1} << 52;

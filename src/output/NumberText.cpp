@@ -193,4 +193,9 @@ void appendInt(std::string& text, int v) {
   text.append(digits, std::to_chars(std::begin(digits), std::end(digits), v).ptr);
 }
 
+std::string countText(std::uint64_t v) {
+  char digits[std::numeric_limits<std::uint64_t>::digits10 + 1];
+  return {digits, std::to_chars(std::begin(digits), std::end(digits), v).ptr};
+}
+
 }  // namespace Vesk

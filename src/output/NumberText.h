@@ -64,6 +64,9 @@ constexpr std::size_t fixedRoom(int decimals, int width = 0) {
 // The decimal text of an int.
 void appendInt(std::string& text, int v);
 
+// The decimal text of a count.
+std::string countText(std::uint64_t v);
+
 // What the write functions do outside the range of their fast way and on
 // machines without it, for any value: the same text by std::to_chars.
 namespace Portable {

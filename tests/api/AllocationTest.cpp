@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <filesystem>
-#include <new>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -16,32 +14,10 @@
 #include "prims/Cyl.h"
 #include "prims/Pgon.h"
 #include "prims/Txt.h"
+#include "support/CountingAllocation.h"
 #include "vesk.h"
 
-namespace {
-
-int allocations = 0;
-
-void* allocate(std::size_t size) noexcept {
-  ++allocations;
-  return std::malloc(size == 0 ? 1 : size);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  if (void* memory = allocate(size)) return memory;
-  throw std::bad_alloc();
-}
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+using VeskTest::allocations;
 
 namespace {
 

@@ -54,6 +54,14 @@ TEST(CylReaderTest, NegativeZeroOfAnEndPointComesBack) {
   EXPECT_EQ(linesOf(cyl, kFixedColumns), Recs{line});
 }
 
+TEST(CylReaderTest, EndPointAtTheBoundOfItsFormComesBack) {
+  const std::string line =
+      fixedLine("60", "CYL", fields("1024.339 -1024.661 4e12 99999.999 99999.999 0.001 1.000"));
+  const auto cyl = readFrom<Cyl>(kFixedColumns, {line});
+  EXPECT_EQ(linesOf(cyl, kFixedColumns).at(0).substr(51, 18), line.substr(51, 18));
+  EXPECT_EQ(cyl.axis.z, 0.001 - 4e12);
+}
+
 TEST(CylReaderTest, Failures) {
   expectFailures<Cyl>({
       {"AnotherStyle", kNoStyle, {"60"}, "1: cylinder: wrong style, primitive cylinder"},

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -175,6 +177,51 @@ TEST_P(Cut, LineByLineNoElementIsInvented) {
 INSTANTIATE_TEST_SUITE_P(Styles, Cut,
                          testing::Combine(testing::Values(kFixedColumns, kTokens),
                                           testing::Bool()));
+
+// A file of the project's own, as the sum of its elements.
+Sample goldenSample(const std::string& name) {
+  std::ifstream stream(std::string(VESK_TEST_SOURCE_DIR) + "/" + name, std::ios::binary);
+  Sample sample;
+  sample.text.assign(std::istreambuf_iterator<char>(stream), {});
+  RecordFile file(std::make_unique<TextSource>(sample.text), name);
+  for (RecordFile::Found found; (found = file.next()) != RecordFile::Found::kEnd;) {
+    EXPECT_EQ(found, RecordFile::Found::kElement) << file.textOf(file.fault());
+    sample.elements.push_back(writtenText(holderOf(file.element()), file.mode()));
+  }
+  return sample;
+}
+
+class Golden : public testing::TestWithParam<const char*> {};
+
+TEST_P(Golden, FileIsWrittenAgain) {
+  const Sample sample = goldenSample(GetParam());
+  std::string again;
+  for (const std::string& element : sample.elements) again += element;
+  EXPECT_FALSE(again.empty());
+  EXPECT_EQ(again, sample.text);
+}
+
+// Each prefix without all but its last elements: elements do not depend on those
+// before them, and a file of n bytes has n prefixes.
+TEST_P(Golden, EveryPrefixGivesAPrefixOfTheElements) {
+  const Sample sample = goldenSample(GetParam());
+  for (std::size_t length = 0; length <= sample.text.size(); ++length) {
+    const auto [complete, atEnd] = endsBefore(sample, length);
+    const std::size_t first = complete - std::min<std::size_t>(complete, 3);
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < first; ++i) begin += sample.elements[i].size();
+    const Reading reading = readAll(std::string_view(sample.text).substr(begin, length - begin), 0);
+    const std::vector<std::string> rest(
+        sample.elements.begin() + static_cast<std::ptrdiff_t>(first), sample.elements.end());
+    ASSERT_TRUE(isPrefix(reading.elements, rest)) << length;
+    ASSERT_EQ(reading.faults.size(), atEnd ? 0u : 1u) << length;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, Golden,
+                         testing::Values("golden/elements.columns.dat",
+                                         "golden/elements.tokens.dat", "golden/pump.dat",
+                                         "api/thirteen.dat"));
 
 // How often hostile files are made: VESK_HOSTILE_FILES, or a few thousand.
 int hostileFiles() {

@@ -254,6 +254,16 @@ TEST(RecordFileTest, UnknownTagKeepsItsLevel) {
   EXPECT_EQ(file.lines().size(), 2u);
 }
 
+TEST(RecordFileTest, StrayLinesGiveTheFirst) {
+  const std::string text = kCylTokens + "one\ntwo\n" + kCylTokens;
+  RecordFile file(std::make_unique<TextSource>(text), "f");
+  ASSERT_EQ(file.next(), RecordFile::Found::kElement);
+  ASSERT_EQ(file.next(), RecordFile::Found::kFault);
+  EXPECT_EQ(file.fault().kind, RecordFault::Kind::kStray);
+  EXPECT_EQ(file.fault().lastLine, 3u);
+  EXPECT_EQ(file.lines(), Recs{"one"});
+}
+
 TEST(RecordFileTest, CutOffLineIsTakenOnDemand) {
   const std::string text = kCylTokens.substr(0, kCylTokens.size() - 2);
   RecordFile file(std::make_unique<TextSource>(text), "f", {0, true});

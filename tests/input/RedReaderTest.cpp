@@ -83,6 +83,19 @@ TEST(RedReaderTest, ReadsItsTags) {
   }
 }
 
+// In the time that a line of this length takes, not in that of its square.
+TEST(RedReaderTest, LongTagsAreReadInOneGo) {
+  std::string pairs;
+  for (int i = 0; i < 1000000; ++i) pairs += " 1 2";
+  std::string words;
+  for (int i = 0; i < 2000000; ++i) words += "ed ";
+  const auto withPairs =
+      readFrom<Red>(kTokens, {kTokenRecord, tokenLine("00", "re", "ed a" + pairs)});
+  EXPECT_EQ(withPairs.tags.at(0).values.size(), 1000000u);
+  const auto withWords = readFrom<Red>(kTokens, {kTokenRecord, tokenLine("00", "re", words)});
+  EXPECT_EQ(withWords.tags.at(0).name, words.substr(3));
+}
+
 TEST(RedReaderTest, Failures) {
   expectFailures<Red>({
       {"AnotherStyle", kNoStyle, {"60"}, "1: reducer: wrong style, primitive reducer"},

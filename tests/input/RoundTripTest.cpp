@@ -270,6 +270,17 @@ RC_GTEST_PROP(RoundTrip, StyleToStyleKeepsWhatBothKeep, ()) {
     plain.text.resize(std::min<std::size_t>(plain.text.size(), 200));
     written.setElement(plain);
   }
+  if (dynamic_cast<const Torus*>(written.element()) != nullptr) {
+    // Vectors of equal length: the middle of the arc, which `equal` compares,
+    // follows the direction of a short one too closely for a few decimals.
+    const Relb bend = relb();
+    Torus torus;
+    torus.centre = bend.centre;
+    torus.startVector = bend.startVector;
+    torus.endVector = bend.endVector;
+    torus.diameter = number();
+    written.setElement(torus);
+  }
   const std::string columns = writtenText(written, kFixedColumns);
   const auto first = readOne(columns);
   const std::string tokens = writtenText(holderOf(first->element()), kTokens);

@@ -9,7 +9,7 @@
 
 #include "module.h"
 
-static void fail(const char* what) {
+__attribute__((noreturn)) static void fail(const char* what) {
   fprintf(stderr, "%s\n", what);
   exit(1);
 }

@@ -7,7 +7,7 @@
 
 #include "module.h"
 
-static void fail(const char* what) {
+__attribute__((noreturn)) static void fail(const char* what) {
   fprintf(stderr, "%s: error %lu\n", what, GetLastError());
   exit(1);
 }

@@ -359,4 +359,9 @@ TEST(NumberTextTest, TheTextOfAValueReadBackFromItsTextIsTheSameText) {
   }
 }
 
+TEST(NumberTextTest, CountsKeepAllTheirDigits) {
+  EXPECT_EQ(Vesk::countText(0), "0");
+  EXPECT_EQ(Vesk::countText(18446744073709551615U), "18446744073709551615");
+}
+
 }  // namespace

@@ -1,0 +1,164 @@
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Catalogue.h"
+#include "Command.h"
+#include "Files.h"
+#include "Nearest.h"
+#include "check/FileCheck.h"
+#include "check/Reports.h"
+
+namespace VeskTool {
+namespace {
+
+constexpr std::uint64_t kMostInText = 20;
+
+class CheckCommand : public Command {
+ public:
+  CommandText text() const override {
+    return {
+        "check",
+        Group::kJudge,
+        "FILE...",
+        "form and geometry, every finding with its place",
+        "The exit code is 1 if there are errors. Lengths are in the unit of the file, by custom "
+        "millimetres. Memory: about 24 bytes for each element, to find what is drawn twice "
+        "(none with --ignore V204), and with --joints 190 for each pipe.\n"
+        "\n"
+        "--joints looks at the ends of cylinders, cones and tori. Two ends face each other if "
+        "their axes are in line within five degrees and they are no further apart than --reach "
+        "and half of the larger diameter; those nearest to each other are a joint. It should "
+        "meet within --tolerance: along the axis (V201), across it (V202), in diameter (V203). "
+        "Cylinders shorter than three diameters and pointed cones may be wider than their pipe.",
+        {{"vesk check plant.dat", "what is wrong with the file"},
+         {"vesk check --joints --tolerance 0.5 plant.dat", "pipes that do not quite meet as well"},
+         {"vesk check -j 0 --format sarif zones/ > zones.sarif", "for editors and code hosts"},
+         {"vesk check --strict --ignore V120,V032 plant.dat", "warnings fail too"}}};
+  }
+
+  void define(CLI::App& app) override {
+    files_.define(app);
+    app.add_option("--format", format_, "text, json or sarif")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(std::vector<std::string>{"text", "json", "sarif"}))
+        ->capture_default_str();
+    app.add_flag("--json", json_, "the same as --format json");
+    app.add_option("--max", most_,
+                   "findings of each code and file that are shown; 0: all "
+                   "[20 in text, else all]")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
+    app.add_option("--only", only_, "look for these codes only; V1 means all that begin so")
+        ->type_name("CODES")
+        ->delimiter(',')
+        ->allow_extra_args(false);
+    app.add_option("--ignore", ignore_, "do not look for these codes")
+        ->type_name("CODES")
+        ->delimiter(',')
+        ->allow_extra_args(false);
+    app.add_option("--level", level_, "what is told at least: error, warning or note")
+        ->type_name("LEVEL")
+        ->check(CLI::IsMember(std::vector<std::string>{"error", "warning", "note"}))
+        ->capture_default_str();
+    app.add_flag("--strict", strict_, "exit code 1 for warnings too");
+    app.add_flag("--joints", options_.joints, "look for ends of pipes that almost meet");
+    app.add_option("--tolerance", options_.joint.tolerance, "up to here the ends of a joint meet")
+        ->type_name("MM")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    app.add_option("--reach", options_.joint.reach, "ends further apart are no joint")
+        ->type_name("MM")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+  }
+
+  Exit run(Session& session) override {
+    if (json_) format_ = "json";
+    takeOptions();
+    const std::vector<std::string> files = expandFiles(files_.words);
+    std::vector<std::optional<FileReport>> reports(files.size());
+    const Exit exit =
+        forEachFile(session, files, files_.jobs, [&](std::size_t index, Session& own) {
+          FileReport report = check(files[index], own);
+          const bool bad = report.counts.errors > 0 || (strict_ && report.counts.warnings > 0);
+          if (format_ != "text") reports[index] = std::move(report);
+          return bad ? Exit::kNo : Exit::kDone;
+        });
+    if (format_ != "text") printDocument(session, reports, exit < Exit::kUsage);
+    return exit;
+  }
+
+ private:
+  void takeOptions() {
+    options_.most = most_.value_or(format_ == "text" ? kMostInText : 0);
+    options_.level = level_ == "error"     ? Severity::kError
+                     : level_ == "warning" ? Severity::kWarning
+                                           : Severity::kNote;
+    options_.only = codesOf(only_);
+    options_.ignore = codesOf(ignore_);
+  }
+
+  // In capitals; each must be a code or what some begin with.
+  static std::vector<std::string> codesOf(const std::vector<std::string>& words) {
+    std::vector<std::string> codes;
+    std::vector<std::string> names;
+    for (const CodeText& each : catalogue()) names.emplace_back(each.code);
+    for (std::string word : words) {
+      if (word.starts_with('v')) word.front() = 'V';
+      const bool known =
+          !word.empty() && std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+            return name.starts_with(word);
+          });
+      if (!known) throw Failure(Exit::kUsage, "there is no code " + word, didYouMean(word, names));
+      codes.push_back(std::move(word));
+    }
+    return codes;
+  }
+
+  FileReport check(const std::string& file, Session& session) const {
+    InputCount count;
+    Vesk::RecordFile records = openRecords(file, count, session);
+    FileReport report;
+    std::string text;
+    const bool asText = format_ == "text";
+    FileCheck work(options_, [&](Finding&& finding) {
+      if (!asText) return report.findings.push_back(std::move(finding));
+      text.clear();
+      appendText(text, finding, session.look());
+      session.out().write(text);
+    });
+    report.counts = work.run(records);
+    requireRecords(records, count, report.counts.elements);
+    report.file = records.name();
+    report.mode = records.mode();
+    if (asText && !session.options().quiet) session.out().write(summaryOf(report));
+    return report;
+  }
+
+  void printDocument(Session& session, std::vector<std::optional<FileReport>>& reports,
+                     bool allRead) const {
+    std::vector<FileReport> read;
+    for (std::optional<FileReport>& report : reports) {
+      if (report) read.push_back(std::move(*report));
+    }
+    session.out().write(format_ == "json" ? jsonOf(read) : sarifOf(read, allRead));
+  }
+
+  ManyFiles files_;
+  CheckOptions options_;
+  std::string format_ = "text";
+  std::string level_ = "note";
+  bool json_ = false;
+  bool strict_ = false;
+  std::optional<std::uint64_t> most_;
+  std::vector<std::string> only_;
+  std::vector<std::string> ignore_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeCheck() { return std::make_unique<CheckCommand>(); }
+
+}  // namespace VeskTool

@@ -1,0 +1,230 @@
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Catalogue.h"
+#include "Command.h"
+#include "Describe.h"
+#include "Encoder.h"
+#include "Files.h"
+#include "Kinds.h"
+#include "Numbers.h"
+#include "Transform.h"
+#include "ge/TovException.h"
+#include "output/RecordLayout.h"
+
+namespace VeskTool {
+namespace {
+
+constexpr std::string_view kHarmless = "V302";  // decimals
+
+// Says what is lost: each value while there are few of them, all by their counts.
+class LossReport {
+ public:
+  LossReport(Session& session, std::uint64_t limit) : session_(session), limit_(limit) {}
+
+  void add(Finding finding, const std::string& file, const Vesk::RecordElement& element) {
+    ++counts_[std::string(finding.code)];
+    if (limit_ != 0 && ++said_ > limit_) return;
+    finding.file = file;
+    finding.line = element.firstLine;
+    finding.message = std::string(nameOf(kindOf(*element.geo))) + ": " + finding.message;
+    session_.say(finding);
+  }
+
+  void sum() {
+    std::string text;
+    for (const auto& [code, count] : counts_) {
+      text += "vesk: " + grouped(count) + " times [" + code + "] " +
+              std::string(findCode(code)->title) + '\n';
+    }
+    if (limit_ != 0 && said_ > limit_) {
+      text += "vesk: " + grouped(said_ - limit_) + " of them not shown; --limit 0 shows all\n";
+    }
+    if (!text.empty()) session_.remark(text);
+  }
+
+  // Whether anything but decimals was lost.
+  bool isHarmful() const {
+    return counts_.size() > 1 || (counts_.size() == 1 && counts_.begin()->first != kHarmless);
+  }
+
+  bool isEmpty() const { return counts_.empty(); }
+
+ private:
+  Session& session_;
+  std::uint64_t limit_;
+  std::uint64_t said_ = 0;
+  std::map<std::string, std::uint64_t> counts_;
+};
+
+class ConvertCommand : public Command {
+ public:
+  CommandText text() const override {
+    return {"convert",
+            Group::kChange,
+            "IN OUT",
+            "to the other record style; move, rotate, scale",
+            "Every value that the style of OUT can't keep is named on stderr before OUT appears. "
+            "The exit code is 1 when anything but decimals is lost, or when elements of IN can't "
+            "be read and are left out.",
+            {{"vesk convert plant.dat columns.dat --style fixed", "tokens to fixed columns"},
+             {"vesk convert a.dat b.dat --verify", "and read back what was written"},
+             {"vesk convert a.dat b.dat --rotate z,90 --move 5000,0,0", "put it elsewhere"},
+             {"vesk convert a.dat - --style token | vesk info -", "through a pipe"}}};
+  }
+
+  void define(CLI::App& app) override {
+    app.add_option("IN", input_, "record file; - is stdin")->required();
+    app.add_option("OUT", output_, "record file; - is stdout")->required();
+    app.add_option("--style", style_, "fixed or token; without it that of IN")
+        ->type_name("STYLE")
+        ->check(CLI::IsMember(std::vector<std::string>{"fixed", "token"}));
+    transform_.define(app);
+    app.add_flag("--verify", verify_, "read OUT back and compare every element with IN");
+    app.add_flag("--strict", strict_, "write nothing if anything but decimals is lost");
+    app.add_flag("-n,--dry-run", dryRun_, "only say what would be lost");
+    app.add_option("--limit", limit_, "values that are named one by one; 0: all")
+        ->type_name("N")
+        ->capture_default_str();
+    app.add_flag("-f,--force", force_, "replace OUT");
+  }
+
+  Exit run(Session& session) override {
+    transform_.prepare();
+    refuseSameFile(input_, output_);
+    if (verify_ && (input_ == "-" || output_ == "-")) {
+      throw Failure(Exit::kUsage, "--verify needs files: it reads IN and OUT once more");
+    }
+    std::optional<OutputFile> out;
+    if (!dryRun_) out.emplace(output_, force_);
+    const Exit exit = convert(session, out);
+    if (!out) return exit;
+    if (strict_ && exit != Exit::kDone) {
+      session.error(output_ + " is not written, since something would be lost (--strict)");
+      return exit;
+    }
+    out->commit();
+    return verify_ ? worst(exit, verify(session)) : exit;
+  }
+
+ private:
+  int modeFor(const Vesk::RecordFile& records) const {
+    if (style_.empty()) return records.mode();
+    return style_ == "fixed" ? Vesk::kFixedColumns : Vesk::kTokens;
+  }
+
+  // Turns and moves what was read; false if that can't be done.
+  bool place(const Vesk::RecordElement& element) const {
+    try {
+      transform_.apply(*element.geo);
+    } catch (const TovException&) {
+      return false;
+    }
+    return true;
+  }
+
+  Exit convert(Session& session, std::optional<OutputFile>& out) {
+    expectInput(input_, session.progress());
+    if (verify_) {
+      expectInput(input_, session.progress());
+      session.progress().expectUnknown();
+    }
+    InputCount count;
+    Vesk::RecordFile records = openRecords(input_, count, session);
+    LossReport report(session, limit_);
+    std::optional<Encoder> encoder;
+    std::uint64_t elements = 0;
+    Exit exit = Exit::kDone;
+    std::string text;
+    for (;;) {
+      const Vesk::RecordFile::Found found = records.next();
+      if (found == Vesk::RecordFile::Found::kEnd) break;
+      if (found == Vesk::RecordFile::Found::kFault) {
+        if (records.mode() != 0) session.say(findingOf(records));
+        exit = Exit::kNo;
+        continue;
+      }
+      ++elements;
+      if (!encoder) encoder.emplace(modeFor(records));
+      const Vesk::RecordElement& element = records.element();
+      if (!place(element)) {
+        Finding finding;
+        finding.code = "V309";
+        finding.severity = Severity::kWarning;
+        finding.message = "element not written: a normal has no length";
+        report.add(finding, records.name(), element);
+        continue;
+      }
+      const bool written = encoder->encode(element);
+      for (const Finding& loss : encoder->losses()) report.add(loss, records.name(), element);
+      if (!written || !out) continue;
+      text.clear();
+      for (const std::string& line : encoder->lines()) text.append(line).append("\n");
+      out->write(text);
+    }
+    requireRecords(records, count, elements);
+    report.sum();
+    return report.isHarmful() ? Exit::kNo : exit;
+  }
+
+  // Reads both files side by side.
+  Exit verify(Session& session) const {
+    InputCount count;
+    InputCount backCount;
+    Vesk::RecordFile records = openRecords(input_, count, session);
+    Vesk::RecordFile back = openRecords(output_, backCount, session);
+    std::optional<Encoder> encoder;
+    std::uint64_t compared = 0;
+    std::uint64_t different = 0;
+    const auto say = [&](const std::string& message) {
+      ++different;
+      Finding finding;
+      finding.code = "V311";
+      finding.file = records.name();
+      finding.line = records.element().firstLine;
+      finding.message = message;
+      session.say(finding);
+    };
+    for (;;) {
+      const Vesk::RecordFile::Found found = records.next();
+      if (found == Vesk::RecordFile::Found::kEnd) break;
+      if (found == Vesk::RecordFile::Found::kFault) continue;
+      if (!encoder) encoder.emplace(modeFor(records));
+      if (!place(records.element()) || !encoder->encode(records.element())) continue;
+      const Vesk::Geo& geo = *records.element().geo;
+      for (std::size_t i = 0; i < encoder->records(); ++i) {
+        if (back.next() != Vesk::RecordFile::Found::kElement) {
+          say("missing or damaged in " + output_);
+        } else if (encoder->records() == 1 &&
+                   !geo.equal(*back.element().geo, encoder->toleranceOf(geo))) {
+          say("differs in line " + std::to_string(back.element().firstLine) + " of " + output_);
+        }
+      }
+      ++compared;
+    }
+    if (back.next() != Vesk::RecordFile::Found::kEnd) say("more elements in " + output_);
+    if (!back.error().empty()) throw Failure(Exit::kInput, output_ + ": " + back.error());
+    session.remark("vesk: verified " + grouped(compared) + " elements, " + grouped(different) +
+                   " differ\n");
+    return different == 0 ? Exit::kDone : Exit::kNo;
+  }
+
+  std::string input_;
+  std::string output_;
+  std::string style_;
+  Transform transform_;
+  bool verify_ = false;
+  bool strict_ = false;
+  bool dryRun_ = false;
+  bool force_ = false;
+  std::uint64_t limit_ = 20;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeConvert() { return std::make_unique<ConvertCommand>(); }
+
+}  // namespace VeskTool

@@ -1,0 +1,301 @@
+#include "Describe.h"
+
+#include <numbers>
+#include <type_traits>
+
+#include "Kinds.h"
+#include "Numbers.h"
+#include "prims/Box.h"
+#include "prims/Cone.h"
+#include "prims/Cyl.h"
+#include "prims/Pgon.h"
+#include "prims/Pline.h"
+#include "prims/Red.h"
+#include "prims/Relb.h"
+#include "prims/Torus.h"
+#include "prims/Txt.h"
+
+namespace VeskTool {
+namespace {
+
+using Properties = std::vector<Property>;
+using Type = Property::Type;
+
+void add(Properties& to, std::string name, const GePoint& p) {
+  to.push_back({std::move(name), Type::kPoint, p, {}});
+}
+
+void add(Properties& to, std::string name, const GeVector& v) {
+  to.push_back({std::move(name), Type::kVector, GePoint(v), {}});
+}
+
+void add(Properties& to, std::string name, double value) {
+  to.push_back({std::move(name), Type::kNumber, {value, 0.0, 0.0}, {}});
+}
+
+void add(Properties& to, std::string name, std::int32_t value) {
+  to.push_back({std::move(name), Type::kInteger, {static_cast<double>(value), 0.0, 0.0}, {}});
+}
+
+// The most that a record keeps.
+constexpr int kShownDecimals = 6;
+
+std::string numbered(std::string_view name, std::size_t i) {
+  return std::string(name) + ' ' + std::to_string(i);
+}
+
+void addTags(Properties& to, std::string_view word, const std::vector<Vesk::TagEntry>& tags) {
+  for (std::size_t i = 0; i < tags.size(); ++i) {
+    std::string text = tags[i].name;
+    for (const auto& [first, second] : tags[i].values) {
+      text += ' ' + shortest(first) + ' ' + shortest(second);
+    }
+    to.push_back({numbered(word, i), Type::kText, {}, std::move(text)});
+  }
+}
+
+void addArcs(Properties& to, const std::vector<Vesk::ArcEntry>& arcs) {
+  for (std::size_t i = 0; i < arcs.size(); ++i) {
+    std::string text = "radius " + shortest(arcs[i].radius);
+    for (const std::int32_t value : arcs[i].values) text += ' ' + std::to_string(value);
+    to.push_back({numbered("arc", i), Type::kText, {}, std::move(text)});
+  }
+}
+
+void describe(Properties& to, const Vesk::Cyl& cyl) {
+  add(to, "origin", cyl.origin);
+  add(to, "axis", cyl.axis);
+  add(to, "diameter", cyl.diameter);
+}
+
+void describe(Properties& to, const Vesk::Cone& cone) {
+  add(to, "origin", cone.origin);
+  add(to, "axis", cone.axis);
+  add(to, "diameter 1", cone.diameter1);
+  add(to, "diameter 2", cone.diameter2);
+}
+
+void describe(Properties& to, const Vesk::Box& box) {
+  add(to, "origin", box.origin);
+  add(to, "edge 1", box.edge1);
+  add(to, "edge 2", box.edge2);
+  add(to, "edge 3", box.edge3);
+  addTags(to, "mark", box.edges);
+}
+
+void describe(Properties& to, const Vesk::Torus& torus) {
+  add(to, "centre", torus.centre);
+  add(to, "start", torus.startVector);
+  add(to, "end", torus.endVector);
+  add(to, "diameter", torus.diameter);
+  if (torus.bendRadius > 0.0) add(to, "bend radius", torus.bendRadius);
+}
+
+void describe(Properties& to, const Vesk::Red& red) {
+  add(to, "corner 0", red.origin);
+  for (std::size_t i = 0; i < red.cornerVectors.size(); ++i) {
+    add(to, numbered("corner", i + 1), red.cornerVectors[i]);
+  }
+  addTags(to, "tag", red.tags);
+}
+
+void describe(Properties& to, const Vesk::Relb& relb) {
+  add(to, "centre", relb.centre);
+  add(to, "start", relb.startVector);
+  add(to, "end", relb.endVector);
+  add(to, "depth", relb.depth);
+  add(to, "width", relb.width);
+}
+
+void describe(Properties& to, const Vesk::Pline& pline) {
+  for (std::size_t i = 0; i < pline.vertices.size(); ++i) {
+    add(to, numbered("vertex", i), pline.vertices[i]);
+  }
+  addArcs(to, pline.arcs);
+  if (pline.pointSize != 0) add(to, "point size", pline.pointSize);
+  if (!(pline.pointDirection == GePoint())) add(to, "direction", pline.pointDirection);
+}
+
+void describe(Properties& to, const Vesk::Pgon& pgon) {
+  for (std::size_t i = 0; i < pgon.vertices.size(); ++i) {
+    add(to, numbered("vertex", i), pgon.vertices[i].point);
+  }
+  for (std::size_t i = 0; i < pgon.vertices.size(); ++i) {
+    if (pgon.vertices[i].hasNormal) add(to, numbered("normal", i), pgon.vertices[i].normal);
+  }
+  addArcs(to, pgon.arcs);
+}
+
+void describe(Properties& to, const Vesk::Txt& txt) {
+  add(to, "position", txt.position);
+  add(to, "direction", txt.direction);
+  add(to, "up", txt.upDirection);
+  add(to, "height", txt.height);
+  add(to, "width", txt.charWidth);
+  add(to, "alignment", txt.alignment);
+  if (txt.alignmentFlag != 0) add(to, "flag", std::int32_t{1});
+  to.push_back({"text", Type::kText, {}, txt.text});
+}
+
+// Calls visit with the element as what it is.
+template <class Visit>
+auto visitGeo(const Vesk::Geo& geo, Visit visit) {
+  switch (geo.typeCode()) {
+    case Vesk::Cyl::kTypeCode:
+      return visit(static_cast<const Vesk::Cyl&>(geo));
+    case Vesk::Box::kTypeCode:
+      return visit(static_cast<const Vesk::Box&>(geo));
+    case Vesk::Relb::kTypeCode:
+      return visit(static_cast<const Vesk::Relb&>(geo));
+    case Vesk::Torus::kTypeCode:
+      return visit(static_cast<const Vesk::Torus&>(geo));
+    case Vesk::Red::kTypeCode:
+      return visit(static_cast<const Vesk::Red&>(geo));
+    case Vesk::Cone::kTypeCode:
+      return visit(static_cast<const Vesk::Cone&>(geo));
+    case Vesk::Pline::kTypeCode:
+      return visit(static_cast<const Vesk::Pline&>(geo));
+    case Vesk::Pgon::kTypeCode:
+      return visit(static_cast<const Vesk::Pgon&>(geo));
+    default:
+      return visit(static_cast<const Vesk::Txt&>(geo));
+  }
+}
+
+GePoint firstOf(const Vesk::Cyl& cyl) { return cyl.origin; }
+GePoint firstOf(const Vesk::Cone& cone) { return cone.origin; }
+GePoint firstOf(const Vesk::Box& box) { return box.origin; }
+GePoint firstOf(const Vesk::Torus& torus) { return torus.centre; }
+GePoint firstOf(const Vesk::Red& red) { return red.origin; }
+GePoint firstOf(const Vesk::Relb& relb) { return relb.centre; }
+GePoint firstOf(const Vesk::Pline& pline) { return pline.vertex(0); }
+GePoint firstOf(const Vesk::Pgon& pgon) {
+  return pgon.vertices.empty() ? GePoint() : pgon.point(0);
+}
+GePoint firstOf(const Vesk::Txt& txt) { return txt.position; }
+
+// Three decimals are enough for people.
+std::string shown(double value) { return trimmedNumber(value, 3); }
+
+double degreesBetween(const GeVector& a, const GeVector& b) {
+  if (a.length() == 0.0 || b.length() == 0.0) return 0.0;
+  return a.angleTo(b) * 180.0 / std::numbers::pi;
+}
+
+std::string sizes(const Vesk::Cyl& cyl) {
+  return "length " + shown(cyl.axis.length()) + ", diameter " + shown(cyl.diameter);
+}
+
+std::string sizes(const Vesk::Cone& cone) {
+  return "length " + shown(cone.axis.length()) + ", diameters " + shown(cone.diameter1) + " and " +
+         shown(cone.diameter2);
+}
+
+std::string sizes(const Vesk::Box& box) {
+  return "edges " + shown(box.edge1.length()) + ", " + shown(box.edge2.length()) + ", " +
+         shown(box.edge3.length());
+}
+
+std::string sizes(const Vesk::Torus& torus) {
+  return "radius " + shown((torus.startVector.length() + torus.endVector.length()) / 2.0) +
+         ", angle " + shown(degreesBetween(torus.startVector, torus.endVector)) + ", diameter " +
+         shown(torus.diameter);
+}
+
+std::string sizes(const Vesk::Red& red) { return "volume " + shown(red.volume()); }
+
+std::string sizes(const Vesk::Relb& relb) {
+  return "radius " + shown((relb.startVector.length() + relb.endVector.length()) / 2.0) +
+         ", angle " + shown(degreesBetween(relb.startVector, relb.endVector)) + ", depth " +
+         shown(relb.depth) + ", width " + shown(relb.width);
+}
+
+std::string sizes(const Vesk::Pline& pline) {
+  if (pline.vertices.size() < 2) return {};
+  double length = 0.0;
+  for (std::size_t i = 1; i < pline.vertices.size(); ++i) {
+    length += distance(pline.vertices[i - 1], pline.vertices[i]);
+  }
+  std::string text = "length " + shown(length);
+  if (pline.vertices.size() > 2) {
+    text += ", " + std::to_string(pline.vertices.size()) + " vertices";
+  }
+  return text;
+}
+
+std::string sizes(const Vesk::Pgon& pgon) {
+  return std::to_string(pgon.vertices.size()) + " vertices";
+}
+
+std::string sizes(const Vesk::Txt& txt) {
+  return "height " + shown(txt.height) + ", \"" + txt.text + '"';
+}
+
+}  // namespace
+
+std::vector<Property> propertiesOf(const Vesk::Geo& geo) {
+  Properties properties;
+  visitGeo(geo, [&](const auto& element) { describe(properties, element); });
+  return properties;
+}
+
+GePoint placeOf(const Vesk::Geo& geo) {
+  return visitGeo(geo, [](const auto& element) { return firstOf(element); });
+}
+
+std::unique_ptr<Vesk::Geo> copyOf(const Vesk::Geo& geo) {
+  return visitGeo(geo, [](const auto& element) -> std::unique_ptr<Vesk::Geo> {
+    return std::make_unique<std::decay_t<decltype(element)>>(element);
+  });
+}
+
+std::string sizesOf(const Vesk::Geo& geo) {
+  return visitGeo(geo, [](const auto& element) { return sizes(element); });
+}
+
+std::string trimmedField(const Vesk::FixStrB& field) {
+  std::string_view text(field.data(), field.width());
+  return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
+}
+
+std::string headerText(const Vesk::HeaderFields& header) {
+  std::string text = trimmedField(header.f1);
+  const std::string group = trimmedField(header.f2);
+  if (!group.empty()) text += (text.empty() ? "" : " ") + group;
+  return text;
+}
+
+std::string valueText(const Property& property) {
+  switch (property.type) {
+    case Type::kText:
+      return '"' + property.text + '"';
+    case Type::kPoint:
+    case Type::kVector:
+      return trimmedNumber(property.value.x, kShownDecimals) + ' ' +
+             trimmedNumber(property.value.y, kShownDecimals) + ' ' +
+             trimmedNumber(property.value.z, kShownDecimals);
+    case Type::kNumber:
+    case Type::kInteger:
+      break;
+  }
+  return trimmedNumber(property.value.x, kShownDecimals);
+}
+
+void appendJson(JsonWriter& json, const Property& property) {
+  json.key(property.name);
+  switch (property.type) {
+    case Type::kText:
+      json.value(property.text);
+      break;
+    case Type::kPoint:
+    case Type::kVector:
+      json.value(property.value);
+      break;
+    case Type::kNumber:
+    case Type::kInteger:
+      json.value(property.value.x);
+      break;
+  }
+}
+
+}  // namespace VeskTool

@@ -1,0 +1,222 @@
+#include <array>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "Command.h"
+#include "Files.h"
+#include "Json.h"
+#include "Kinds.h"
+#include "Numbers.h"
+#include "Table.h"
+
+namespace VeskTool {
+namespace {
+
+struct HeaderCount {
+  std::string text;
+  std::uint64_t elements;
+};
+
+// What is to be said about one file.
+struct Summary {
+  std::string file;
+  int mode = 0;
+  InputCount count;
+  std::uint64_t elements = 0;
+  std::uint64_t faults = 0;
+  std::array<std::uint64_t, kKinds> kinds{};
+  std::vector<HeaderCount> headers;  // in the order of the file
+  Extents box;
+  double volume = 0.0;
+
+  bool hasBox() const { return box.min.x <= box.max.x; }
+};
+
+// Counts elements by header; most elements have the header of the one before.
+class HeaderCounter {
+ public:
+  explicit HeaderCounter(std::vector<HeaderCount>& headers) : headers_(headers) {}
+
+  void add(const Vesk::HeaderFields& header) {
+    const std::string_view f1(header.f1.data(), header.f1.width());
+    const std::string_view f2(header.f2.data(), header.f2.width());
+    if (last_ == headers_.size() || key_.compare(0, f1.size(), f1) != 0 ||
+        key_.compare(f1.size(), f2.size(), f2) != 0) {
+      key_.assign(f1).append(f2);
+      const auto [found, isNew] = places_.try_emplace(key_, headers_.size());
+      if (isNew) headers_.push_back({key_, 0});
+      last_ = found->second;
+    }
+    ++headers_[last_].elements;
+  }
+
+ private:
+  std::vector<HeaderCount>& headers_;
+  std::unordered_map<std::string, std::size_t> places_;
+  std::string key_;
+  std::size_t last_ = 0;
+};
+
+// "DUCT-7  A1": field F1, then F2, without blanks at the end.
+std::string trimmed(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
+Summary summarise(const std::string& file, Session& session) {
+  Summary summary;
+  Vesk::RecordFile records = openRecords(file, summary.count, session);
+  HeaderCounter headers(summary.headers);
+  for (;;) {
+    const Vesk::RecordFile::Found found = records.next();
+    if (found == Vesk::RecordFile::Found::kEnd) break;
+    if (found == Vesk::RecordFile::Found::kFault) {
+      ++summary.faults;
+      if (records.mode() != 0) session.say(findingOf(records));
+      continue;
+    }
+    const Vesk::RecordElement& element = records.element();
+    ++summary.elements;
+    ++summary.kinds[static_cast<std::size_t>(kindOf(*element.geo))];
+    headers.add(element.header);
+    element.geo->addExtents(summary.box);
+    summary.volume += element.geo->volume();
+  }
+  requireRecords(records, summary.count, summary.elements);
+  summary.file = records.name();
+  summary.mode = records.mode();
+  return summary;
+}
+
+void appendRow(std::string& to, std::string_view name, const std::string& value) {
+  to += "  " + padded(name, 10, Table::Side::kLeft) + value + '\n';
+}
+
+std::string boxCorner(const GePoint& p) {
+  return rounded(p.x, 3) + ' ' + rounded(p.y, 3) + ' ' + rounded(p.z, 3);
+}
+
+std::string textOf(const Summary& summary, bool allHeaders, const Look& look) {
+  std::string text;
+  look.append(text, Look::Paint::kBold, summary.file);
+  text += '\n';
+  appendRow(text, "style", std::string(styleName(summary.mode)));
+  appendRow(text, "elements", grouped(summary.elements));
+  for (std::size_t i = 0; i < kKinds; ++i) {
+    if (summary.kinds[i] == 0) continue;
+    text += "    " + padded(pluralOf(static_cast<Kind>(i)), 12, Table::Side::kLeft) +
+            grouped(summary.kinds[i]) + '\n';
+  }
+  if (summary.faults > 0) appendRow(text, "faults", grouped(summary.faults));
+  appendRow(text, "headers", grouped(summary.headers.size()));
+  if (allHeaders) {
+    for (const HeaderCount& header : summary.headers) {
+      text += "    " + padded(trimmed(header.text), 12, Table::Side::kLeft) +
+              grouped(header.elements) + '\n';
+    }
+  }
+  appendRow(text, "lines", grouped(summary.count.lines));
+  appendRow(text, "bytes", grouped(summary.count.bytes));
+  if (summary.hasBox()) {
+    appendRow(text, "box from", boxCorner(summary.box.min));
+    appendRow(text, "to", boxCorner(summary.box.max));
+  }
+  appendRow(text, "volume", rounded(summary.volume, 3));
+  return text;
+}
+
+void appendJson(JsonWriter& json, const Summary& summary, bool allHeaders) {
+  json.beginObject();
+  json.key("file").value(summary.file);
+  json.key("style").value(styleName(summary.mode));
+  json.key("elements").value(summary.elements);
+  json.key("kinds").beginObject();
+  for (std::size_t i = 0; i < kKinds; ++i) {
+    json.key(nameOf(static_cast<Kind>(i))).value(summary.kinds[i]);
+  }
+  json.endObject();
+  json.key("faults").value(summary.faults);
+  json.key("headers").value(std::uint64_t{summary.headers.size()});
+  if (allHeaders) {
+    json.key("headerList").beginArray();
+    for (const HeaderCount& header : summary.headers) {
+      json.beginObjectRow().key("header").value(trimmed(header.text));
+      json.key("elements").value(header.elements).endObject();
+    }
+    json.endArray();
+  }
+  json.key("lines").value(summary.count.lines);
+  json.key("bytes").value(summary.count.bytes);
+  json.key("box");
+  if (summary.hasBox()) {
+    json.beginObject().key("min").value(summary.box.min);
+    json.key("max").value(summary.box.max).endObject();
+  } else {
+    json.null();
+  }
+  json.key("volume").value(summary.volume);
+  json.endObject();
+}
+
+class InfoCommand : public Command {
+ public:
+  CommandText text() const override {
+    return {"info",
+            Group::kLook,
+            "FILE...",
+            "style, counts by kind, bounding box, volume",
+            "Lengths are in the unit of the file, by custom millimetres; the volume is in cubes of "
+            "it. Elements that can't be read are said and left out; the exit code is 1 then.",
+            {{"vesk info plant.dat", "what is in the file"},
+             {"vesk info -j 0 --json zones/ | jq '.files[].elements'", "every file of a folder"},
+             {"zcat plant.dat.gz | vesk info -", "from a pipe"}}};
+  }
+
+  void define(CLI::App& app) override {
+    files_.define(app);
+    app.add_flag("--headers", allHeaders_, "list the headers with their counts");
+    app.add_flag("--json", json_, "one JSON document");
+  }
+
+  Exit run(Session& session) override {
+    const std::vector<std::string> files = expandFiles(files_.words);
+    std::vector<Summary> summaries(json_ ? files.size() : 0);
+    const Exit exit =
+        forEachFile(session, files, files_.jobs, [&](std::size_t index, Session& own) {
+          Summary summary = summarise(files[index], own);
+          const Exit result = summary.faults > 0 ? Exit::kNo : Exit::kDone;
+          if (json_) {
+            summaries[index] = std::move(summary);
+          } else {
+            own.out().write(textOf(summary, allHeaders_, own.look()));
+          }
+          return result;
+        });
+    if (json_) session.out().write(jsonOf(summaries));
+    return exit;
+  }
+
+ private:
+  // Files that could not be read have no name.
+  std::string jsonOf(const std::vector<Summary>& summaries) const {
+    std::string text;
+    JsonWriter json(text);
+    json.beginObject().key("schema").value("vesk.info/1").key("files").beginArray();
+    for (const Summary& summary : summaries) {
+      if (!summary.file.empty()) appendJson(json, summary, allHeaders_);
+    }
+    json.endArray().endObject();
+    return text;
+  }
+
+  ManyFiles files_;
+  bool allHeaders_ = false;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeInfo() { return std::make_unique<InfoCommand>(); }
+
+}  // namespace VeskTool

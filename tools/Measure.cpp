@@ -1,0 +1,350 @@
+#include <cmath>
+#include <map>
+#include <numbers>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "Command.h"
+#include "Files.h"
+#include "Json.h"
+#include "Kinds.h"
+#include "Numbers.h"
+#include "Table.h"
+#include "prims/Box.h"
+#include "prims/Cone.h"
+#include "prims/Cyl.h"
+#include "prims/Pgon.h"
+#include "prims/Red.h"
+#include "prims/Relb.h"
+#include "prims/Torus.h"
+
+namespace VeskTool {
+namespace {
+
+constexpr double kMillimetre = 1e-3;  // metres
+
+// Sizes are told apart to a hundredth of a millimetre.
+double sizeKey(double size) { return std::round(size * 100.0) / 100.0; }
+
+double degreesOf(double radians) { return radians * 180.0 / std::numbers::pi; }
+
+double angleBetween(const GeVector& a, const GeVector& b) {
+  return a.length() == 0.0 || b.length() == 0.0 ? 0.0 : a.angleTo(b);
+}
+
+double triangleArea(const GePoint& a, const GePoint& b, const GePoint& c) {
+  return cross(b - a, c - a).length() / 2.0;
+}
+
+// What the elements of one kind and size come to, in metres.
+struct Amount {
+  std::uint64_t count = 0;
+  double length = 0.0;   // m, on the centre line
+  double surface = 0.0;  // m2, outside, with end faces; of a pipe or bend without them
+  double volume = 0.0;   // m3, as the primitive's volume tells it
+};
+
+// What is measured apart: kind, then what tells sizes apart.
+struct Key {
+  Kind kind;
+  double size1 = 0.0;  // diameter; of a cone the first one
+  double size2 = 0.0;  // the second diameter of a cone
+  double angle = 0.0;  // degrees, of a bend
+
+  friend bool operator<(const Key& a, const Key& b) {
+    return std::tie(a.kind, a.size1, a.size2, a.angle) <
+           std::tie(b.kind, b.size1, b.size2, b.angle);
+  }
+};
+
+using TakeOff = std::map<Key, Amount>;
+
+double boxSurface(const Vesk::Box& box) {
+  return 2.0 * (cross(box.edge1, box.edge2).length() + cross(box.edge2, box.edge3).length() +
+                cross(box.edge3, box.edge1).length());
+}
+
+// A face that is not plane counts as the mean of its two triangulations.
+double redSurface(const Vesk::Red& red) {
+  constexpr int kFaces[6][4] = {{0, 1, 3, 2}, {4, 5, 7, 6}, {0, 1, 5, 4},
+                                {1, 3, 7, 5}, {3, 2, 6, 7}, {2, 0, 4, 6}};
+  double surface = 0.0;
+  for (const auto& face : kFaces) {
+    const GePoint a = red.corner(face[0]);
+    const GePoint b = red.corner(face[1]);
+    const GePoint c = red.corner(face[2]);
+    const GePoint d = red.corner(face[3]);
+    surface += (triangleArea(a, b, c) + triangleArea(a, c, d) + triangleArea(a, b, d) +
+                triangleArea(b, c, d)) /
+               2.0;
+  }
+  return surface;
+}
+
+double polygonArea(const Vesk::Pgon& pgon) {
+  GeVector sum;
+  for (std::size_t i = 2; i < pgon.vertices.size(); ++i) {
+    sum += cross(pgon.point(i - 1) - pgon.point(0), pgon.point(i) - pgon.point(0));
+  }
+  return sum.length() / 2.0;
+}
+
+class Taker {
+ public:
+  Taker(TakeOff& to, double unit) : to_(to), unit_(unit) {}
+
+  void add(const Vesk::Geo& geo) {
+    switch (const Kind kind = kindOf(geo)) {
+      case Kind::kCylinder:
+        addPipe(static_cast<const Vesk::Cyl&>(geo));
+        break;
+      case Kind::kTorus:
+        addBend(static_cast<const Vesk::Torus&>(geo));
+        break;
+      case Kind::kCone:
+        addCone(static_cast<const Vesk::Cone&>(geo));
+        break;
+      case Kind::kElbow:
+        addElbow(static_cast<const Vesk::Relb&>(geo));
+        break;
+      case Kind::kBox:
+        put({kind}, 0.0, boxSurface(static_cast<const Vesk::Box&>(geo)), geo.volume());
+        break;
+      case Kind::kReducer:
+        put({kind}, 0.0, redSurface(static_cast<const Vesk::Red&>(geo)), geo.volume());
+        break;
+      case Kind::kTriangle:
+      case Kind::kQuadrangle:
+      case Kind::kPolygon:
+        put({kind}, 0.0, polygonArea(static_cast<const Vesk::Pgon&>(geo)), 0.0);
+        break;
+      default:
+        break;
+    }
+  }
+
+ private:
+  // Sizes in the unit of the file.
+  void put(const Key& key, double length, double surface, double volume) {
+    Amount& amount = to_[key];
+    ++amount.count;
+    amount.length += length * unit_;
+    amount.surface += surface * unit_ * unit_;
+    amount.volume += volume * unit_ * unit_ * unit_;
+  }
+
+  void addPipe(const Vesk::Cyl& cyl) {
+    const double length = cyl.axis.length();
+    put({Kind::kCylinder, sizeKey(cyl.diameter)}, length,
+        std::numbers::pi * std::fabs(cyl.diameter) * length, cyl.volume());
+  }
+
+  void addBend(const Vesk::Torus& torus) {
+    const double angle = angleBetween(torus.startVector, torus.endVector);
+    const double length = angle * (torus.startVector.length() + torus.endVector.length()) / 2.0;
+    put({Kind::kTorus, sizeKey(torus.diameter), 0.0, sizeKey(degreesOf(angle))}, length,
+        std::numbers::pi * std::fabs(torus.diameter) * length, torus.volume());
+  }
+
+  void addCone(const Vesk::Cone& cone) {
+    const double r1 = std::fabs(cone.diameter1) / 2.0;
+    const double r2 = std::fabs(cone.diameter2) / 2.0;
+    const double length = cone.axis.length();
+    const double slant = std::hypot(length, r1 - r2);
+    put({Kind::kCone, sizeKey(cone.diameter1), sizeKey(cone.diameter2)}, length,
+        std::numbers::pi * (r1 + r2) * slant, cone.volume());
+  }
+
+  // The four sides of the duct: by Pappus, the perimeter times the arc.
+  void addElbow(const Vesk::Relb& relb) {
+    const double angle = angleBetween(relb.startVector, relb.endVector);
+    const double length = angle * (relb.startVector.length() + relb.endVector.length()) / 2.0;
+    put({Kind::kElbow, 0.0, 0.0, sizeKey(degreesOf(angle))}, length,
+        2.0 * (std::fabs(relb.width) + std::fabs(relb.depth)) * length, relb.volume());
+  }
+
+  TakeOff& to_;
+  double unit_;
+};
+
+void merge(TakeOff& to, const TakeOff& from) {
+  for (const auto& [key, amount] : from) {
+    Amount& sum = to[key];
+    sum.count += amount.count;
+    sum.length += amount.length;
+    sum.surface += amount.surface;
+    sum.volume += amount.volume;
+  }
+}
+
+std::string sizeText(const Key& key) {
+  if (key.kind == Kind::kCone) return shortest(key.size1) + " x " + shortest(key.size2);
+  return key.size1 == 0.0 ? std::string() : shortest(key.size1);
+}
+
+std::string angleText(const Key& key) { return key.angle == 0.0 ? "" : shortest(key.angle); }
+
+Amount sumOf(const TakeOff& takeOff) {
+  Amount sum;
+  for (const auto& [key, amount] : takeOff) {
+    sum.count += amount.count;
+    sum.length += amount.length;
+    sum.surface += amount.surface;
+    sum.volume += amount.volume;
+  }
+  return sum;
+}
+
+class MeasureCommand : public Command {
+ public:
+  CommandText text() const override {
+    return {"measure",
+            Group::kLook,
+            "FILE...",
+            "take-off: metres of pipe, bends, areas, weight",
+            "From the primitives, not from a mesh. Solids are full: a pipe has the volume of its "
+            "cylinder. Surfaces of pipes, bends, cones and elbows are without end faces. Several "
+            "files are one plant.",
+            {{"vesk measure plant.dat", "the table"},
+             {"vesk measure zones/*.dat --density 7850", "with the weight in steel"},
+             {"vesk measure --csv plant.dat > takeoff.csv", "for a spreadsheet"}}};
+  }
+
+  void define(CLI::App& app) override {
+    files_.define(app);
+    app.add_option("--density", density_, "kg per m3 of what is full; 0: no weight")
+        ->type_name("KG/M3")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    app.add_option("--unit", unit_, "length of the file's unit in millimetres")
+        ->type_name("MM")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+    CLI::Option* csv = app.add_flag("--csv", csv_, "comma-separated values");
+    app.add_flag("--json", json_, "one JSON document")->excludes(csv);
+  }
+
+  Exit run(Session& session) override {
+    const std::vector<std::string> files = expandFiles(files_.words);
+    std::vector<TakeOff> parts(files.size());
+    const Exit exit = forEachFile(
+        session, files, files_.jobs,
+        [&](std::size_t index, Session& own) { return measure(files[index], parts[index], own); });
+    // In the order of the files, so that the sums are the same with any number of jobs.
+    TakeOff all;
+    for (const TakeOff& part : parts) merge(all, part);
+    if (json_) {
+      session.out().write(jsonOf(all));
+    } else if (csv_) {
+      session.out().write(csvOf(all));
+    } else {
+      session.out().write(tableOf(all));
+    }
+    return exit;
+  }
+
+ private:
+  Exit measure(const std::string& file, TakeOff& to, Session& session) const {
+    InputCount count;
+    Vesk::RecordFile records = openRecords(file, count, session);
+    Taker taker(to, unit_ * kMillimetre);
+    std::uint64_t elements = 0;
+    Exit exit = Exit::kDone;
+    for (;;) {
+      const Vesk::RecordFile::Found found = records.next();
+      if (found == Vesk::RecordFile::Found::kEnd) break;
+      if (found == Vesk::RecordFile::Found::kFault) {
+        if (records.mode() != 0) session.say(findingOf(records));
+        exit = Exit::kNo;
+        continue;
+      }
+      ++elements;
+      taker.add(*records.element().geo);
+    }
+    requireRecords(records, count, elements);
+    return exit;
+  }
+
+  std::string tableOf(const TakeOff& takeOff) const {
+    using Side = Table::Side;
+    std::vector<Table::Column> columns{{"KIND", Side::kLeft},       {"SIZE mm", Side::kRight},
+                                       {"ANGLE deg", Side::kRight}, {"COUNT", Side::kRight},
+                                       {"LENGTH m", Side::kRight},  {"SURFACE m2", Side::kRight},
+                                       {"VOLUME m3", Side::kRight}};
+    if (density_ > 0.0) columns.push_back({"WEIGHT kg", Side::kRight});
+    Table table(columns);
+    const auto add = [&](std::string kind, std::string size, std::string angle,
+                         const Amount& amount) {
+      std::vector<std::string> cells{std::move(kind),
+                                     std::move(size),
+                                     std::move(angle),
+                                     grouped(amount.count),
+                                     amount.length == 0.0 ? "" : rounded(amount.length, 3),
+                                     rounded(amount.surface, 3),
+                                     rounded(amount.volume, 6)};
+      if (density_ > 0.0) cells.push_back(rounded(amount.volume * density_, 1));
+      table.add(std::move(cells));
+    };
+    for (const auto& [key, amount] : takeOff) {
+      add(std::string(pluralOf(key.kind)), sizeText(key), angleText(key), amount);
+    }
+    add("all", "", "", sumOf(takeOff));
+    return table.text();
+  }
+
+  std::string csvOf(const TakeOff& takeOff) const {
+    std::string text =
+        "kind,diameter1_mm,diameter2_mm,angle_deg,count,length_m,surface_m2,volume_m3,"
+        "weight_kg\n";
+    for (const auto& [key, amount] : takeOff) {
+      text += nameOf(key.kind);
+      for (const double v : {key.size1, key.size2, key.angle}) text += ',' + shortest(v);
+      text += ',' + std::to_string(amount.count);
+      for (const double v :
+           {amount.length, amount.surface, amount.volume, amount.volume * density_}) {
+        text += ',' + shortest(v);
+      }
+      text += '\n';
+    }
+    return text;
+  }
+
+  void appendAmount(JsonWriter& json, const Amount& amount) const {
+    json.key("count").value(amount.count).key("length").value(amount.length);
+    json.key("surface").value(amount.surface).key("volume").value(amount.volume);
+    json.key("weight").value(amount.volume * density_);
+  }
+
+  std::string jsonOf(const TakeOff& takeOff) const {
+    std::string text;
+    JsonWriter json(text);
+    json.beginObject().key("schema").value("vesk.measure/1");
+    json.key("unit").value(unit_).key("density").value(density_);
+    json.key("rows").beginArray();
+    for (const auto& [key, amount] : takeOff) {
+      json.beginObjectRow().key("kind").value(nameOf(key.kind));
+      json.key("diameter1").value(key.size1).key("diameter2").value(key.size2);
+      json.key("angle").value(key.angle);
+      appendAmount(json, amount);
+      json.endObject();
+    }
+    json.endArray();
+    json.key("all").beginObjectRow();
+    appendAmount(json, sumOf(takeOff));
+    json.endObject().endObject();
+    return text;
+  }
+
+  ManyFiles files_;
+  double density_ = 0.0;
+  double unit_ = 1.0;
+  bool csv_ = false;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeMeasure() { return std::make_unique<MeasureCommand>(); }
+
+}  // namespace VeskTool

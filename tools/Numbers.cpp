@@ -1,0 +1,85 @@
+#include "Numbers.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace VeskTool {
+
+void appendShortest(std::string& to, double value) {
+  if (std::isnan(value)) {
+    to += "nan";
+    return;
+  }
+  const double size = std::fabs(value);
+  const bool plain = size == 0.0 || (size >= 1e-5 && size < 1e16) || std::isinf(value);
+  char text[64];
+  const std::to_chars_result end =
+      plain ? std::to_chars(text, text + sizeof text, value, std::chars_format::fixed)
+            : std::to_chars(text, text + sizeof text, value, std::chars_format::scientific);
+  to.append(text, end.ptr);
+}
+
+std::string shortest(double value) {
+  std::string text;
+  appendShortest(text, value);
+  return text;
+}
+
+void appendRounded(std::string& to, double value, int decimals) {
+  if (!std::isfinite(value)) {
+    appendShortest(to, value);
+    return;
+  }
+  char text[std::numeric_limits<double>::max_exponent10 + 64];
+  const std::to_chars_result end =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
+  std::string_view result(text, static_cast<std::size_t>(end.ptr - text));
+  if (result.find_first_not_of("-0.") == result.npos && result.starts_with('-')) {
+    result.remove_prefix(1);
+  }
+  to += result;
+}
+
+std::string rounded(double value, int decimals) {
+  std::string text;
+  appendRounded(text, value, decimals);
+  return text;
+}
+
+std::string trimmedNumber(double value, int decimals) {
+  std::string text = rounded(value, decimals);
+  if (text.find('.') == text.npos) return text;
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.ends_with('.')) text.pop_back();
+  return text;
+}
+
+std::string pointText(const GePoint& p) {
+  return shortest(p.x) + ' ' + shortest(p.y) + ' ' + shortest(p.z);
+}
+
+std::string grouped(std::uint64_t value) {
+  std::string text = std::to_string(value);
+  for (std::size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, 1, ' ');
+  return text;
+}
+
+bool readNumber(std::string_view text, double& value) {
+  if (text.starts_with('+')) text.remove_prefix(1);
+  const std::from_chars_result end = std::from_chars(text.data(), text.data() + text.size(), value);
+  return end.ec == std::errc() && end.ptr == text.data() + text.size() && !text.empty();
+}
+
+bool readNumbers(std::string_view text, std::size_t count, double* values) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t end = text.find_first_of(", ");
+    if ((end == text.npos) != (i + 1 == count)) return false;
+    if (!readNumber(text.substr(0, end), values[i])) return false;
+    if (end == text.npos) return true;
+    text.remove_prefix(end + 1);
+  }
+  return false;
+}
+
+}  // namespace VeskTool

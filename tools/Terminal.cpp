@@ -1,0 +1,166 @@
+#include "Terminal.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <system_error>
+
+#include "Exit.h"
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <process.h>
+#include <windows.h>
+// Behind windows.h, which it needs.
+#include <shellapi.h>
+#else
+#include <sys/ioctl.h>
+#include <unistd.h>
+#endif
+
+namespace VeskTool {
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+extern "C" void onInterrupt(int /*signal*/) { interrupted = 1; }
+
+#ifdef _WIN32
+std::string utf8Of(const wchar_t* wide) { return nameOf(std::filesystem::path(wide)); }
+
+// Lets a console understand colours; others stay as they are.
+void allowColours(DWORD which) {
+  const HANDLE console = GetStdHandle(which);
+  DWORD mode = 0;
+  if (GetConsoleMode(console, &mode) != 0) {
+    SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+  }
+}
+#endif
+
+}  // namespace
+
+void prepareProcess() {
+#ifdef _WIN32
+  std::signal(SIGINT, onInterrupt);
+  _setmode(_fileno(stdin), _O_BINARY);
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
+  allowColours(STD_OUTPUT_HANDLE);
+  allowColours(STD_ERROR_HANDLE);
+#else
+  std::signal(SIGPIPE, SIG_IGN);
+  // Without SA_RESTART: a read that waits for a terminal or a pipe must end.
+  struct sigaction action = {};
+  action.sa_handler = onInterrupt;
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+#endif
+}
+
+std::vector<std::string> commandLine(int count, char** words) {
+#ifdef _WIN32
+  static_cast<void>(count);
+  static_cast<void>(words);
+  int wideCount = 0;
+  wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &wideCount);
+  std::vector<std::string> result;
+  for (int i = 1; i < wideCount; ++i) result.push_back(utf8Of(wide[i]));
+  LocalFree(wide);
+  return result;
+#else
+  return {words + (count > 0 ? 1 : 0), words + count};
+#endif
+}
+
+bool isTerminal(std::FILE* stream) {
+#ifdef _WIN32
+  return _isatty(_fileno(stream)) != 0;
+#else
+  return isatty(fileno(stream)) != 0;
+#endif
+}
+
+int terminalWidth(std::FILE* stream) {
+  constexpr int kUnknown = 80;
+#ifdef _WIN32
+  const DWORD which = stream == stdout ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE;
+  CONSOLE_SCREEN_BUFFER_INFO screen;
+  if (GetConsoleScreenBufferInfo(GetStdHandle(which), &screen) == 0) return kUnknown;
+  return screen.srWindow.Right - screen.srWindow.Left + 1;
+#else
+  winsize size = {};
+  if (ioctl(fileno(stream), TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUnknown;
+  return size.ws_col;
+#endif
+}
+
+bool hasVariable(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr && *value != '\0';
+}
+
+void checkInterrupt() {
+  if (interrupted != 0) throw Interrupted();
+}
+
+std::filesystem::path pathOf(std::string_view name) {
+  return {std::u8string(name.begin(), name.end())};
+}
+
+std::string nameOf(const std::filesystem::path& path) {
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+}
+
+std::FILE* openFile(const std::filesystem::path& path, const char* mode) {
+  errno = 0;
+#ifdef _WIN32
+  // The C library of older systems knows no "x".
+  int flags = _O_BINARY | _O_NOINHERIT;
+  const std::string_view wanted = mode;
+  if (wanted.starts_with('r')) {
+    flags |= _O_RDONLY;
+  } else {
+    flags |= _O_WRONLY | _O_CREAT | (wanted.find('x') == wanted.npos ? _O_TRUNC : _O_EXCL);
+  }
+  const int handle = _wopen(path.c_str(), flags, _S_IREAD | _S_IWRITE);
+  return handle < 0 ? nullptr : _fdopen(handle, wanted.starts_with('r') ? "rb" : "wb");
+#else
+  return std::fopen(path.c_str(), mode);
+#endif
+}
+
+bool syncFile(std::FILE* file) {
+  errno = 0;
+  if (std::fflush(file) != 0) return false;
+#ifdef _WIN32
+  return _commit(_fileno(file)) == 0 || errno == EBADF;
+#else
+  // Pipes and devices have nothing to sync.
+  return fsync(fileno(file)) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP;
+#endif
+}
+
+std::string errorText(int number) {
+  return number == 0 ? "unknown error" : std::generic_category().message(number);
+}
+
+bool isClosedPipe(int number) {
+#ifdef _WIN32
+  return number == EPIPE || number == EINVAL;
+#else
+  return number == EPIPE;
+#endif
+}
+
+long processNumber() {
+#ifdef _WIN32
+  return _getpid();
+#else
+  return getpid();
+#endif
+}
+
+}  // namespace VeskTool

@@ -1,0 +1,56 @@
+#ifndef VESK_TOOLS_TERMINAL_H
+#define VESK_TOOLS_TERMINAL_H
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace VeskTool {
+
+// What differs between systems: terminals, signals, file names, syncing.
+//
+// File names are UTF-8 inside the program, whatever the system's own form is.
+
+// Prepares the process: a closed pipe is an error and no signal, Ctrl-C sets a
+// flag, the standard streams keep their bytes as they are. Call once.
+void prepareProcess();
+
+// The words of the command line without the program's name, in UTF-8.
+std::vector<std::string> commandLine(int count, char** words);
+
+bool isTerminal(std::FILE* stream);
+
+// Columns of the terminal behind the stream; 80 if nobody knows.
+int terminalWidth(std::FILE* stream);
+
+// Whether the variable is set and not empty.
+bool hasVariable(const char* name);
+
+// Throws Interrupted if Ctrl-C was pressed since the process began.
+void checkInterrupt();
+
+// A name as the file system takes it, and back.
+std::filesystem::path pathOf(std::string_view name);
+std::string nameOf(const std::filesystem::path& path);
+
+// Like std::fopen; the mode "wx" fails if there is such a file. Null on failure,
+// with errno set.
+std::FILE* openFile(const std::filesystem::path& path, const char* mode);
+
+// Brings what was written to the disk; false with errno set if that fails.
+bool syncFile(std::FILE* file);
+
+// The text of an error number; no number gives "unknown error".
+std::string errorText(int number);
+
+// Whether a failed write with this errno means that the reader has gone.
+bool isClosedPipe(int number);
+
+// A number that no other process on this machine has now.
+long processNumber();
+
+}  // namespace VeskTool
+
+#endif

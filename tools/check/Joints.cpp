@@ -1,0 +1,180 @@
+#include "check/Joints.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+#include "ge/GeConstants.h"
+#include "prims/Cone.h"
+#include "prims/Cyl.h"
+#include "prims/Torus.h"
+
+namespace VeskTool {
+namespace {
+
+using namespace Vesk;
+
+constexpr double kFacingCosine = 0.99619469809174555;  // of five degrees
+constexpr double kFittingLength = 3.0;                 // in diameters
+constexpr double kRounding = 1e-6;                     // less than the last decimal of any style
+constexpr double kLastCell = 4e15;                     // numbers of cells are exact up to here
+constexpr std::uint32_t kNone = 0xffffffff;
+
+// The ends, by the cell of space in which they lie. Cells are four reaches wide,
+// so that a sphere of one reach touches few of them, and share their places by a
+// hash.
+class Grid {
+ public:
+  Grid(const std::vector<PipeEnd>& ends, double reach) : cell_(4.0 * reach) {
+    mask_ = std::bit_ceil(ends.size() + 1) - 1;
+    starts_.resize(mask_ + 2);
+    std::vector<std::uint32_t> places(ends.size());
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+      const GePoint& p = ends[i].point;
+      places[i] = static_cast<std::uint32_t>(placeOf(cellOf(p.x), cellOf(p.y), cellOf(p.z)));
+      ++starts_[places[i] + 1];
+    }
+    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
+    std::vector<std::uint32_t> next(starts_.begin(), starts_.end() - 1);
+    order_.resize(ends.size());
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+      order_[next[places[i]]++] = {ends[i].point, static_cast<std::uint32_t>(i)};
+    }
+  }
+
+  // Calls visit(index) for the ends within the reach and some more; an index may
+  // come twice.
+  template <class Visit>
+  void forEachNear(const GePoint& p, double reach, Visit visit) const {
+    for (double x = cellOf(p.x - reach); x <= cellOf(p.x + reach); ++x) {
+      for (double y = cellOf(p.y - reach); y <= cellOf(p.y + reach); ++y) {
+        for (double z = cellOf(p.z - reach); z <= cellOf(p.z + reach); ++z) {
+          const std::size_t place = placeOf(x, y, z);
+          for (std::uint32_t i = starts_[place]; i < starts_[place + 1]; ++i) {
+            const GePoint& other = order_[i].point;
+            if (std::fabs(other.x - p.x) <= reach && std::fabs(other.y - p.y) <= reach &&
+                std::fabs(other.z - p.z) <= reach) {
+              visit(order_[i].index);
+            }
+          }
+        }
+      }
+    }
+  }
+
+ private:
+  struct Entry {
+    GePoint point;
+    std::uint32_t index;
+  };
+
+  // What is very far away is in one cell: that costs time and finds the same.
+  double cellOf(double v) const { return std::clamp(std::floor(v / cell_), -kLastCell, kLastCell); }
+
+  std::size_t placeOf(double x, double y, double z) const {
+    std::uint64_t h = 0;
+    for (const double v : {x, y, z}) {
+      h = (h ^ static_cast<std::uint64_t>(static_cast<std::int64_t>(v))) * 0x9e3779b97f4a7c15U;
+      h ^= h >> 32;
+    }
+    return static_cast<std::size_t>(h) & mask_;
+  }
+
+  double cell_;
+  std::size_t mask_ = 0;
+  std::vector<std::uint32_t> starts_;
+  std::vector<Entry> order_;
+};
+
+bool isFinite(const GePoint& p) {
+  return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+}
+
+}  // namespace
+
+void Joints::add(const Geo& geo, std::uint64_t line) {
+  const std::size_t before = ends_.size();
+  if (geo.typeCode() == Cyl::kTypeCode) {
+    const auto& cyl = static_cast<const Cyl&>(geo);
+    const bool isFitting = cyl.axis.length() < kFittingLength * cyl.diameter;
+    addEnd(cyl.origin, -cyl.axis, cyl.diameter, line, isFitting);
+    addEnd(cyl.origin + cyl.axis, cyl.axis, cyl.diameter, line, isFitting);
+  } else if (geo.typeCode() == Cone::kTypeCode) {
+    const auto& cone = static_cast<const Cone&>(geo);
+    const bool isFitting = !(cone.diameter1 > 0.0 && cone.diameter2 > 0.0);
+    addEnd(cone.origin, -cone.axis, cone.diameter1, line, isFitting);
+    addEnd(cone.origin + cone.axis, cone.axis, cone.diameter2, line, isFitting);
+  } else if (geo.typeCode() == Torus::kTypeCode) {
+    const auto& torus = static_cast<const Torus&>(geo);
+    const GeVector normal = cross(torus.startVector, torus.endVector);
+    addEnd(torus.centre + torus.startVector, cross(torus.startVector, normal), torus.diameter, line,
+           false);
+    addEnd(torus.centre + torus.endVector, cross(normal, torus.endVector), torus.diameter, line,
+           false);
+  }
+  if (ends_.size() > before) ++elements_;
+}
+
+void Joints::addEnd(const GePoint& point, const GeVector& outward, double diameter,
+                    std::uint64_t line, bool isFitting) {
+  const GeVector direction = outward.normalised(kDirectionTolerance);
+  if (!(diameter > 0.0) || direction.isNull(0.5) || !isFinite(point)) return;
+  ends_.push_back({point, direction, diameter, line, elements_, isFitting});
+}
+
+void Joints::find(const std::function<void(const JointFault&)>& take) const {
+  if (ends_.empty() || !(options_.reach > 0.0)) return;
+  const Grid grid(ends_, options_.reach);
+  std::vector<std::uint32_t> nearest(ends_.size(), kNone);
+  for (std::size_t i = 0; i < ends_.size(); ++i) {
+    double best = 0.0;
+    grid.forEachNear(ends_[i].point, options_.reach + kRounding, [&](std::uint32_t k) {
+      double distance = 0.0;
+      if (!areFacing(ends_[i], ends_[k], options_, distance)) return;
+      const bool first = nearest[i] == kNone;
+      if (!first && (distance > best || (distance == best && k >= nearest[i]))) return;
+      best = distance;
+      nearest[i] = k;
+    });
+  }
+  std::vector<JointFault> faults;
+  for (std::uint32_t i = 0; i < ends_.size(); ++i) {
+    const std::uint32_t k = nearest[i];
+    if (k == kNone || k > i || nearest[k] != i) continue;
+    judgeJoint(ends_[k], ends_[i], options_, faults);
+  }
+  std::stable_sort(faults.begin(), faults.end(), [](const JointFault& a, const JointFault& b) {
+    return a.end.line < b.end.line;
+  });
+  for (const JointFault& fault : faults) take(fault);
+}
+
+bool areFacing(const PipeEnd& a, const PipeEnd& b, const JointOptions& options, double& distance) {
+  if (a.element == b.element) return false;
+  const GeVector between = b.point - a.point;
+  distance = between.length();
+  const double most = std::min(options.reach, std::max(a.diameter, b.diameter) / 2.0);
+  return distance <= most + kRounding && dot(a.outward, b.outward) <= -kFacingCosine;
+}
+
+void judgeJoint(const PipeEnd& a, const PipeEnd& b, const JointOptions& options,
+                std::vector<JointFault>& faults) {
+  const double tolerance = options.tolerance + kRounding;
+  const bool inOrder = a.line <= b.line;
+  JointFault fault{JointFault::Kind::kGap, inOrder ? b : a, inOrder ? a : b, 0.0, 0.0};
+  const GeVector between = fault.other.point - fault.end.point;
+  fault.along = dot(between, fault.end.outward);
+  fault.across = (between - fault.end.outward * fault.along).length();
+  if (fault.across > tolerance) {
+    fault.kind = JointFault::Kind::kOffset;
+    faults.push_back(fault);
+  } else if (std::fabs(fault.along) > tolerance) {
+    fault.kind = fault.along > 0.0 ? JointFault::Kind::kGap : JointFault::Kind::kOverlap;
+    faults.push_back(fault);
+  } else if (!a.isFitting && !b.isFitting && std::fabs(a.diameter - b.diameter) > tolerance) {
+    fault.kind = JointFault::Kind::kDiameter;
+    faults.push_back(fault);
+  }
+}
+
+}  // namespace VeskTool

@@ -1,0 +1,206 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Command.h"
+#include "Help.h"
+#include "Nearest.h"
+#include "Terminal.h"
+
+namespace VeskTool {
+namespace {
+
+using Commands = std::vector<std::unique_ptr<Command>>;
+
+int codeOf(Exit exit) { return static_cast<int>(exit); }
+
+Command* commandNamed(const Commands& commands, const std::string& name) {
+  for (const auto& command : commands) {
+    if (command->text().name == name) return command.get();
+  }
+  return nullptr;
+}
+
+Command& needCommand(const Commands& commands, const std::string& name) {
+  if (Command* command = commandNamed(commands, name)) return *command;
+  std::vector<std::string> names{"help"};
+  for (const auto& command : commands) names.emplace_back(command->text().name);
+  const std::string nearest = didYouMean(name, names);
+  throw Failure(Exit::kUsage, "there is no command \"" + name + "\"",
+                nearest.empty() ? "vesk --help names them all" : nearest);
+}
+
+void defineCommon(CLI::App& app, CommonOptions& options) {
+  const std::vector<std::string> when{"auto", "always", "never"};
+  const std::vector<std::string> progress{"auto", "always", "never", "json"};
+  const std::string group = "Everywhere";
+  app.add_flag("-q,--quiet", options.quiet, "errors only")->group(group);
+  app.add_flag("-v,--verbose", options.verbose, "say more")->group(group);
+  app.add_option("--color", options.colour, "auto, always or never")
+      ->type_name("WHEN")
+      ->check(CLI::IsMember(when))
+      ->capture_default_str()
+      ->group(group);
+  app.add_option("--progress", options.progress, "auto, always, never or json")
+      ->type_name("WHEN")
+      ->check(CLI::IsMember(progress))
+      ->capture_default_str()
+      ->group(group);
+  app.set_help_flag();
+  app.add_flag_callback(
+         "-h,--help", [] {}, "this text")
+      ->group(group);
+}
+
+std::vector<std::string> optionNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    for (const std::string& name : option->get_snames()) names.push_back("-" + name);
+  }
+  return names;
+}
+
+// What is wrong with the words, as a Failure.
+Failure usageFailure(const CLI::ParseError& error, const CLI::App& app, std::string_view command) {
+  const std::string more = "vesk " + std::string(command) + " --help tells more";
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+    const std::vector<std::string> words = app.remaining();
+    const std::string& word = words.empty() ? std::string() : words.front();
+    if (!word.starts_with('-') || word == "-") {
+      return {Exit::kUsage, "\"" + word + "\" is one argument too many", more};
+    }
+    const std::string name = word.substr(0, word.find('='));
+    const std::string nearest = didYouMean(name, optionNames(app));
+    return {Exit::kUsage, "there is no option \"" + name + "\"", nearest.empty() ? more : nearest};
+  }
+  return {Exit::kUsage, error.what(), more};
+}
+
+// Colours and progress may be asked for before the command too.
+struct FirstWords {
+  std::vector<std::string> options;
+  std::string command;  // empty if there is none
+  std::vector<std::string> rest;
+};
+
+FirstWords splitWords(const std::vector<std::string>& words) {
+  FirstWords first;
+  std::size_t i = 0;
+  for (; i < words.size() && words[i].starts_with('-'); ++i) {
+    first.options.push_back(words[i]);
+    const bool takesValue = words[i] == "--color" || words[i] == "--progress";
+    if (takesValue && i + 1 < words.size()) first.options.push_back(words[++i]);
+  }
+  if (i < words.size()) first.command = words[i++];
+  for (; i < words.size(); ++i) first.rest.push_back(words[i]);
+  return first;
+}
+
+bool contains(const std::vector<std::string>& words, std::string_view one) {
+  for (const std::string& word : words) {
+    if (word == one) return true;
+  }
+  return false;
+}
+
+// Prints what is asked about the tool itself. False if nothing is.
+bool answerAboutTool(const FirstWords& first, const Commands& commands, Answer& answer) {
+  if (first.command.empty() &&
+      (contains(first.options, "-h") || contains(first.options, "--help"))) {
+    answer.write(helpOfTool(commands));
+  } else if (first.command.empty() && contains(first.options, "--version")) {
+    answer.write("vesk " VESK_VERSION "\n");
+  } else if (first.command == "help") {
+    if (first.rest.empty()) {
+      answer.write(helpOfTool(commands));
+    } else {
+      CommonOptions unused;
+      CLI::App app;
+      Command& command = needCommand(commands, first.rest.front());
+      command.define(app);
+      defineCommon(app, unused);
+      answer.write(helpOfCommand(command.text(), app));
+    }
+  } else {
+    return false;
+  }
+  answer.flush();
+  return true;
+}
+
+Exit runCommand(const FirstWords& first, Command& command, Answer& answer, CommonOptions& options,
+                std::unique_ptr<Progress>& progress) {
+  CLI::App app;
+  command.define(app);
+  defineCommon(app, options);
+  std::vector<std::string> words = first.options;
+  words.insert(words.end(), first.rest.begin(), first.rest.end());
+  const auto separator = std::find(words.begin(), words.end(), "--");
+  const std::vector<std::string> beforeSeparator(words.begin(), separator);
+  if (contains(beforeSeparator, "-h") || contains(beforeSeparator, "--help")) {
+    answer.write(helpOfCommand(command.text(), app));
+    answer.flush();
+    return Exit::kDone;
+  }
+  std::vector<std::string> reversed(words.rbegin(), words.rend());
+  try {
+    app.parse(reversed);
+  } catch (const CLI::ParseError& error) {
+    throw usageFailure(error, app, command.text().name);
+  }
+  progress =
+      std::make_unique<Progress>("vesk " + std::string(command.text().name), progressMode(options));
+  ErrorStream errors(*progress);
+  Session session(options, answer, errors, *progress);
+  const Exit exit = command.run(session);
+  answer.flush();
+  return exit;
+}
+
+Exit runTool(const std::vector<std::string>& words) {
+  CommonOptions options;
+  Answer answer;
+  std::unique_ptr<Progress> progress;
+  const auto complain = [&](const std::string& text, const std::string& hint) {
+    Progress none("", Progress::Mode::kNever);
+    ErrorStream errors(progress ? *progress : none);
+    TextBuffer unused;
+    Session(options, unused, errors, none).error(text, hint);
+  };
+  try {
+    const Commands commands = makeCommands();
+    const FirstWords first = splitWords(words);
+    if (answerAboutTool(first, commands, answer)) return Exit::kDone;
+    if (first.command.empty()) {
+      throw Failure(Exit::kUsage, "a command is missing", "vesk --help names them all");
+    }
+    Command& command = needCommand(commands, first.command);
+    return runCommand(first, command, answer, options, progress);
+  } catch (const Failure& failure) {
+    complain(failure.what(), failure.hint);
+    return failure.exit;
+  } catch (const ClosedPipe&) {
+    return Exit::kDone;
+  } catch (const Interrupted&) {
+    return Exit::kInterrupted;
+  } catch (const std::bad_alloc&) {
+    complain("there is not enough memory", "");
+    return Exit::kFault;
+  } catch (const std::exception& error) {
+    complain(std::string("unexpected: ") + error.what(), "this is a mistake of vesk itself");
+    return Exit::kFault;
+  }
+}
+
+}  // namespace
+}  // namespace VeskTool
+
+int main(int count, char** words) {
+  VeskTool::prepareProcess();
+  return VeskTool::codeOf(VeskTool::runTool(VeskTool::commandLine(count, words)));
+}

@@ -17,10 +17,10 @@ int main(int count, char** names) {
   std::vector<fs::path> files;
   for (int i = 1; i < count; ++i) {
     if (!fs::is_directory(names[i])) {
-      files.emplace_back(names[i]);
+      files.push_back(fs::absolute(names[i]));
       continue;
     }
-    for (const fs::directory_entry& entry : fs::directory_iterator(names[i]))
+    for (const fs::directory_entry& entry : fs::directory_iterator(fs::absolute(names[i])))
       files.push_back(entry.path());
   }
   std::sort(files.begin(), files.end());

@@ -10,67 +10,26 @@
 // removed at the end.
 
 #include <algorithm>
-#include <chrono>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Calls.h"
+#include "Measure.h"
+#include "PlantFile.h"
 #include "PlantModel.h"
-#include "api/ElementHolder.h"
 #include "output/NumberText.h"
-#include "output/OutFile.h"
 #include "plain/PlainWriter.h"
 
 namespace {
 
 using namespace VeskBench;
-
-// The model's elements; longer plants repeat them, so that what is measured is
-// the writing and not the reading of a list from memory.
-constexpr std::size_t kModelSize = 20000;
-
-// A header serves this many elements.
-constexpr std::size_t kPipeline = 32;
-
-// Calls write(element) for `count` elements and header(n) where a header is due.
-template <class Header, class Write>
-void forEachElement(const std::vector<Element>& model, std::size_t count, Header header,
-                    Write write) {
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t k = i % model.size();
-    if (k % kPipeline == 0) header(static_cast<int>(k / kPipeline));
-    write(model[k]);
-  }
-}
-
-void writeByExports(const std::vector<Element>& model, std::size_t count) {
-  forEachElement(
-      model, count, [](int n) { vk_setHeader("P-1001", "A1", n); }, callExport);
-}
-
-void writeByModel(const std::vector<Element>& model, std::size_t count, const char* name) {
-  Vesk::OutFile file;
-  Vesk::ElementHolder holder;
-  file.open(name, 2);
-  forEachElement(
-      model, count, [&](int n) { holder.header.set("P-1001", "A1", n); },
-      [&](const Element& element) {
-        withPrimitive(element, [&](const auto& primitive) {
-          holder.setElement(primitive);
-          file.writeElement(holder);
-        });
-      });
-}
 
 void writePlainly(const std::vector<Element>& model, std::size_t count, const char* name,
                   int mode) {
@@ -104,42 +63,6 @@ void writeLines(const std::vector<std::string_view>& lines, std::size_t repeats,
     for (const std::string_view line : lines) std::fwrite(line.data(), 1, line.size(), file);
   }
   std::fclose(file);
-}
-
-// The processor's time for this process, the system's part too, in nanoseconds:
-// what others do on the machine counts less in it than in the clock's time.
-double processorTime() { return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC); }
-
-struct Rival {
-  std::string name;
-  std::function<void()> run;
-  std::vector<double> times{};  // nanoseconds an element
-
-  double middle() const {
-    std::vector<double> sorted = times;
-    std::sort(sorted.begin(), sorted.end());
-    return sorted[sorted.size() / 2];
-  }
-};
-
-void runAll(std::vector<Rival>& rivals, std::size_t count, int rounds) {
-  for (int round = 0; round < rounds; ++round) {
-    for (Rival& rival : rivals) {
-      const double start = processorTime();
-      rival.run();
-      rival.times.push_back((processorTime() - start) / static_cast<double>(count));
-    }
-  }
-}
-
-// Times and ratios to the first rival.
-void printTable(const char* title, const std::vector<Rival>& rivals) {
-  std::printf("\n| %s | ns an element | least | ratio |\n|---|---:|---:|---:|\n", title);
-  for (const Rival& rival : rivals) {
-    std::printf("| %s | %.1f | %.1f | %.2f |\n", rival.name.c_str(), rival.middle(),
-                *std::min_element(rival.times.begin(), rival.times.end()),
-                rival.middle() / rivals.front().middle());
-  }
 }
 
 // The bytes of both writers for the model, which must be equal.
@@ -224,15 +147,6 @@ void steps(const std::vector<Element>& model, std::size_t count, int rounds) {
   printTable("up to", rivals);
 }
 
-// The peak of the resident memory in KiB, 0 where the system does not tell.
-long peakMemory() {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("VmHWM:")) return std::atol(line.c_str() + 6);
-  }
-  return 0;
-}
-
 void flat(const std::vector<Element>& model, std::size_t count) {
   vk_openVesk("null");
   std::size_t done = 0;
@@ -255,21 +169,14 @@ int main(int argc, char** argv) {
       argc > 1 ? std::strtoull(argv[isFlat ? 2 : 1], nullptr, 10) : std::size_t{2000000};
   const int rounds = argc > 2 && !isFlat ? std::atoi(argv[2]) : 5;
 
-  namespace fs = std::filesystem;
-  const fs::path folder =
-      fs::temp_directory_path() /
-      ("vesk-bench-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
-  fs::create_directory(folder);
-  fs::current_path(folder);
+  const WorkFolder folder;
   const std::vector<Element> model = plantModel(kModelSize);
   if (isFlat) {
-    fs::create_symlink("/dev/null", "vesknull.dat");
+    std::filesystem::create_symlink("/dev/null", "vesknull.dat");
     flat(model, count);
   } else {
     compare(model, count, rounds);
     steps(model, count, rounds);
   }
-  fs::current_path(folder.parent_path());
-  fs::remove_all(folder);
   return 0;
 }

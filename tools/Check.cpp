@@ -24,8 +24,9 @@ class CheckCommand : public Command {
         "FILE...",
         "form and geometry, every finding with its place",
         "The exit code is 1 if there are errors. Lengths are in the unit of the file, by custom "
-        "millimetres. Memory: about 24 bytes for each element, to find what is drawn twice "
-        "(none with --ignore V204), and with --joints 190 for each pipe.\n"
+        "millimetres. Memory: up to 64 bytes for each element, to find what is drawn twice "
+        "(none with --ignore V204), with --joints 220 for each pipe, and with json and sarif all "
+        "findings.\n"
         "\n"
         "--joints looks at the ends of cylinders, cones and tori. Two ends face each other if "
         "their axes are in line within five degrees and they are no further apart than --reach "

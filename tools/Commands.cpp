@@ -11,7 +11,9 @@ std::vector<std::unique_ptr<Command>> makeCommands() {
   commands.push_back(makeCheck());
   commands.push_back(makeDiff());
   commands.push_back(makeConvert());
+  commands.push_back(makeImport());
   commands.push_back(makeExplain());
+  commands.push_back(makeCompletion());
   commands.push_back(makeVersion());
   return commands;
 }

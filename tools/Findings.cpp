@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "output/RecordLayout.h"
+
 namespace VeskTool {
 namespace {
 
@@ -111,6 +113,17 @@ constexpr CodeOfMessage kCodes[] = {
     {"Direction", "V030"},
 };
 
+// The last column of what stands at this one: a number of nine characters, or all
+// up to the next blank or comma.
+std::size_t endOf(std::string_view line, std::size_t column, int mode) {
+  const std::size_t begin = column - 1;
+  if (begin >= line.size()) return column;
+  if (mode == Vesk::kFixedColumns) {
+    return std::min(begin + Vesk::kNumberFieldWidth, line.size());
+  }
+  return std::max(std::min(line.find_first_of(" ,", begin), line.size()), column);
+}
+
 std::string_view codeOf(const Vesk::RecordFault& fault) {
   if (fault.kind == Vesk::RecordFault::Kind::kCutOff) return "V014";
   for (const CodeOfMessage& each : kCodes) {
@@ -195,6 +208,9 @@ Finding findingOf(const Vesk::RecordFile& file) {
   const std::uint64_t index = fault.line - fault.firstLine;
   if (fault.line >= fault.firstLine && index < file.lines().size()) {
     finding.sourceLine = file.lines()[index];
+    if (finding.code == "V021" || finding.code == "V022") {
+      finding.endColumn = endOf(finding.sourceLine, finding.column, file.mode());
+    }
   }
   return finding;
 }

@@ -46,7 +46,7 @@ void reportError(Report* report, long line, const char* format, ...) {
 void reportWarning(Report* report, long line, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  message(report, line, "warning", format, arguments);
+  if (!report->quiet) message(report, line, "warning", format, arguments);
   va_end(arguments);
   ++report->warnings;
 }

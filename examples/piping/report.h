@@ -28,6 +28,7 @@ typedef struct Tally {
 
 typedef struct Report {
   const char* file; /* name for messages; not owned */
+  int quiet;        /* 1: warnings are counted, but not printed */
   long errors;
   long warnings;
   long components;

@@ -31,6 +31,9 @@ bool contains(std::string_view set, char c) {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
+// Whether a plain number may have this character.
+bool isNumberPart(char c) { return isDigit(c) || c == '.' || c == '-'; }
+
 }  // namespace
 
 void Input::rewind() {
@@ -132,6 +135,11 @@ void Input::getFixedString(std::string& text, std::size_t length) {
 
 double Input::getDouble() {
   skipChars(kBlank, true);
+  double plain = 0.0;
+  if (takePlainNumber(plain)) {
+    skipChars(delimiters, true);
+    return plain;
+  }
   const std::string_view token = takeToken();
   const auto value = parseDouble(token);
   // Skipping may load another line over the token.
@@ -150,6 +158,8 @@ double Input::getLastDouble() {
 }
 
 double Input::getFixedDouble(std::size_t width) {
+  double plain = 0.0;
+  if (takePlainField(width, plain)) return plain;
   const std::string_view field = takeFixed(width);
   const auto value = parseDouble(field);
   if (!value) failNumber(field);
@@ -264,6 +274,33 @@ std::string_view Input::takeToken() {
   const std::string_view token = tokenAt();
   cursor += static_cast<std::uint32_t>(token.size());
   return token;
+}
+
+// Takes the token if it is a plain number and nothing else.
+bool Input::takePlainNumber(double& value) {
+  if (std::any_of(delimiters.begin(), delimiters.end(), isNumberPart)) return false;
+  const std::string_view rest = std::string_view(line).substr(std::min(cursor, lineLength));
+  const PlainNumber number = leadingNumber(rest, rest.size());
+  if (number.length == 0) return false;
+  if (number.length < rest.size() && !contains(delimiters, rest[number.length])) return false;
+  markToken();
+  cursor += static_cast<std::uint32_t>(number.length);
+  value = number.value;
+  return true;
+}
+
+// Takes the field if it is a plain number, blanks before it.
+bool Input::takePlainField(std::size_t width, double& value) {
+  if (cursor >= lineLength || lineLength - cursor < width) return false;
+  const std::string_view rest = std::string_view(line).substr(cursor);
+  std::size_t first = 0;
+  while (first < width && rest[first] == ' ') ++first;
+  const PlainNumber number = leadingNumber(rest.substr(first), width - first);
+  if (number.length == 0 || first + number.length != width) return false;
+  markToken();
+  cursor += static_cast<std::uint32_t>(width);
+  value = number.value;
+  return true;
 }
 
 std::string_view Input::takeFixed(std::size_t length) {

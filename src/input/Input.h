@@ -163,6 +163,8 @@ class Input {
   std::string_view tokenAt() const;
   std::string_view takeToken();
   std::string_view takeFixed(std::size_t length);
+  bool takePlainNumber(double& value);
+  bool takePlainField(std::size_t width, double& value);
 
   std::string failed_;  // the token of a failing read
 };

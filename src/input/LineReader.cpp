@@ -37,7 +37,8 @@ bool LineReader::next() {
   offset_ = origin_ + begin_;
   next_ = begin_ + length_ + (terminated_ ? 1 : 0);
   if (length_ > longestLine_) dropRestOfLine();
-  if (length_ > 0 && buffer_[begin_ + length_ - 1] == '\r') --length_;
+  hasReturn_ = length_ > 0 && buffer_[begin_ + length_ - 1] == '\r';
+  if (hasReturn_) --length_;
   return true;
 }
 

@@ -32,6 +32,9 @@ class LineReader {
   // Whether the line has an end; the last one of a file that was cut off has not.
   bool isTerminated() const { return terminated_; }
 
+  // Whether CR, taken for part of its end, stood behind it.
+  bool hasReturn() const { return hasReturn_; }
+
   // Whether characters of it were dropped.
   bool isTooLong() const { return tooLong_; }
 
@@ -58,6 +61,7 @@ class LineReader {
   std::uint64_t offset_ = 0;
   std::uint64_t number_ = 0;
   bool terminated_ = false;
+  bool hasReturn_ = false;
   bool tooLong_ = false;
 };
 

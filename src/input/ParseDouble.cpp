@@ -1,7 +1,11 @@
 #include "input/ParseDouble.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace Vesk {
@@ -18,6 +22,45 @@ std::string_view trimmed(std::string_view text) {
   while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
   while (!text.empty() && isSpace(text.back())) text.remove_suffix(1);
   return text;
+}
+
+constexpr std::size_t kMostDigits = 7;  // of each part of a plain number
+
+constexpr std::array<std::int64_t, kMostDigits + 1> kPowersOfTen{1,     10,     100,     1000,
+                                                                 10000, 100000, 1000000, 10000000};
+
+struct Digits {
+  std::int64_t value = 0;
+  std::size_t count = 0;  // more than kMostDigits: too many, and no value
+};
+
+// The digits with which the first `length` characters begin; `readable` of them
+// and of those behind may be read.
+//
+// Eight characters are one word. A byte that is no digit is 10 or more once the
+// bits of '0' are taken away; adding 0x76 carries that into its highest bit, and
+// what it spills over goes to later characters only. The digits move to the
+// upper end, with zeros before them, and are joined to pairs, fours and eight,
+// all in the word at once: n times (10 * 2^8 + 1) has ten times the lower byte
+// plus the upper one in its upper byte.
+Digits leadingDigits(const char* text, std::size_t length, std::size_t readable) {
+  std::uint64_t word = 0;
+  if (readable >= sizeof word) {
+    std::memcpy(&word, text, sizeof word);
+  } else {
+    for (std::size_t i = readable; i-- > 0;) word = word << 8 | static_cast<unsigned char>(text[i]);
+  }
+  word |= length < sizeof word ? ~std::uint64_t{0} << (8 * length) : 0;
+  const std::uint64_t values = word ^ 0x3030303030303030;
+  const std::uint64_t others = ((values + 0x7676767676767676) | values) & 0x8080808080808080;
+  const std::size_t count = static_cast<std::size_t>(std::countr_zero(others)) / 8;
+  if (count > kMostDigits) return {0, count};
+
+  std::uint64_t n = values << (8 * (kMostDigits - count)) << 8;
+  n = (n * (10 * 0x100 + 1) >> 8) & 0x00ff00ff00ff00ff;
+  n = (n * (100 * 0x10000 + 1) >> 16) & 0x0000ffff0000ffff;
+  n = n * (10000 * 0x100000000 + 1) >> 32;
+  return {static_cast<std::int64_t>(n), count};
 }
 
 // Whether a number without sign that no double can hold is too large, not too
@@ -39,6 +82,27 @@ bool isTooLarge(std::string_view number, bool hexadecimal) {
 }
 
 }  // namespace
+
+// A double holds 14 digits as a whole number and their power of ten, both
+// exactly, so that the division rounds to the nearest double.
+PlainNumber leadingNumber(std::string_view text, std::size_t length) {
+  if (!kHasPlainNumbers) return {};
+
+  const std::size_t sign = length > 0 && text[0] == '-' ? 1 : 0;
+  const Digits whole = leadingDigits(text.data() + sign, length - sign, text.size() - sign);
+  if (whole.count == 0 || whole.count > kMostDigits) return {};
+  std::size_t end = sign + whole.count;
+  // Without a point there are no decimals, which costs less than not to look.
+  const bool point = end < length && text[end] == '.';
+  end += point ? 1 : 0;
+  const Digits decimals =
+      leadingDigits(text.data() + end, point ? length - end : 0, text.size() - end);
+  if (decimals.count > kMostDigits) return {};
+  const std::int64_t power = kPowersOfTen[decimals.count];
+  const double value =
+      static_cast<double>(whole.value * power + decimals.value) / static_cast<double>(power);
+  return {sign != 0 ? -value : value, end + decimals.count};
+}
 
 std::optional<double> parseDouble(std::string_view text) {
   text = trimmed(text);

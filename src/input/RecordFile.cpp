@@ -7,6 +7,7 @@
 #include "input/ReaderFrame.h"
 #include "output/NumberText.h"
 #include "prims/Pgon.h"
+#include "prims/Pline.h"
 #include "prims/TagEntry.h"
 #include "prims/Txt.h"
 
@@ -61,6 +62,14 @@ struct CheckFailure {
 
 std::size_t dataLength(const std::string& line) {
   return line.size() - std::min(line.size(), kFixedColumnsLayout.data);
+}
+
+// Whether it is a polyline of which nothing was read: its first line is whole by
+// itself and may still be the beginning of a longer record.
+bool hasNothing(const Geo& geo) {
+  if (geo.typeCode() != Pline::kTypeCode) return false;
+  const auto& pline = static_cast<const Pline&>(geo);
+  return pline.vertices.empty() && pline.arcs.empty();
 }
 
 // How many elements of this style the text begins with, as far as is looked.
@@ -148,7 +157,8 @@ RecordFile::Found RecordFile::readLastElement(const RecordKind& kind) {
   const bool mayFollow = continuation_.mayFollow(reader_.line());
   const bool mayBeFirst = mayBeFirstLine(reader_.line(), mode_);
   if (!mayFollow) return readPrimitive(kind);
-  if (mayBeFirst && !mayHaveMore(kind) && readPrimitive(kind) == Found::kElement) {
+  if (mayBeFirst && !mayHaveMore(kind) && readPrimitive(kind) == Found::kElement &&
+      !hasNothing(*element_.geo)) {
     return Found::kElement;
   }
   return reportCutOff();
@@ -242,6 +252,8 @@ void RecordFile::addLine() {
     spareLines_.pop_back();
   }
   in_.recs.back() = reader_.line();
+  lastHasReturn_ = reader_.hasReturn();
+  if (in_.recs.size() == 1) firstHasReturn_ = lastHasReturn_;
   element_.lastLine = reader_.number();
   element_.isCutOff = !reader_.isTerminated();
 }
@@ -263,8 +275,8 @@ void RecordFile::readHeader() {
     field.assign(line.data() + column, false);
     column += field.width();
   });
-  const std::size_t zero = line.find('\0');
-  if (zero < (mode_ == kTokens ? kTokensLayout : kFixedColumnsLayout).keyword) {
+  const std::size_t zero = std::string_view(line).substr(0, column).find('\0');
+  if (zero != std::string_view::npos) {
     throw CheckFailure{0, zero, "NUL character", "a header field"};
   }
   attributeLine_ = 0;
@@ -344,8 +356,14 @@ void RecordFile::checkTokens(const RecordKind& kind) {
   }
 }
 
-void RecordFile::checkText() const {
-  const std::size_t length = static_cast<const Txt*>(element_.geo)->text.size();
+void RecordFile::checkText() {
+  std::string& text = static_cast<Txt*>(element_.geo)->text;
+  if (lastHasReturn_ && !firstHasReturn_ &&
+      in_.textLength == static_cast<double>(text.size() + 1)) {
+    text += '\r';
+    in_.recs.back() += '\r';
+  }
+  const std::size_t length = text.size();
   if (in_.textLength == static_cast<double>(length)) return;
   throw CheckFailure{in_.tokenLine, in_.tokenColumn, "text of " + countText(length) + " characters",
                      "as many characters as its length says"};

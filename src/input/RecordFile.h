@@ -77,6 +77,9 @@ struct RecordOptions {
 // One element after the other is in memory, never the file. What can't be read
 // is a fault, and reading goes on at the next first line of a record.
 //
+// A text may end with CR: where the lines end with LF alone and one character is
+// missing by the text's length, it is that one.
+//
 // A polyline or polygon that mode 2 wrote as several records comes back as
 // those records, one element each.
 //
@@ -142,7 +145,7 @@ class RecordFile {
   void readAttributes();
   void checkFixedColumns(const RecordKind& kind) const;
   void checkTokens(const RecordKind& kind);
-  void checkText() const;
+  void checkText();
   bool mayHaveMore(const RecordKind& kind) const;
 
   RecordOptions options_;
@@ -157,7 +160,9 @@ class RecordFile {
   std::vector<std::string> spareLines_;
   Continuation continuation_;
   std::array<std::unique_ptr<Geo>, 10> geos_;  // by type code
-  std::size_t attributeLine_ = 0;              // where the attributes end
+  bool firstHasReturn_ = false;                // CR before the line end; of the first line
+  bool lastHasReturn_ = false;
+  std::size_t attributeLine_ = 0;  // where the attributes end
   std::size_t attributeEnd_ = 0;
 
   RecordElement element_;

@@ -45,11 +45,10 @@ void Output::addText(std::string_view text, bool comma) {
     append(text);
   } else {
     checkLength(length);
-    // The token waits in the scratch, where numbers are already: it may be a
-    // part of the line or the prefix, which change.
-    if (text.data() != scratch_.data()) scratch_ = text;
+    // A copy: the token may be a part of the line or the prefix, which change.
+    wrapped_ = text;
     nextLine();
-    append({scratch_.data(), text.size()});
+    append(wrapped_);
   }
   if (comma) append(",");
 }

@@ -143,6 +143,7 @@ class Output {
   std::string_view prefixPart(std::size_t position, std::size_t length) const;
 
   std::string scratch_;                              // the numbers being formatted
+  std::string wrapped_;                              // a token that did not fit
   std::array<std::string, kMostSpareLines> spares_;  // earlier lines, for their memory
   std::size_t spareCount_ = 0;
 };

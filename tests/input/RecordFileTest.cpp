@@ -224,6 +224,9 @@ const FindingsRow kFiles[] = {
     {"CutInTags",
      kBoxTokens + tokenLine("00", "be", "ed"),
      {"f:2:24: file cut off; expected the end of the line"}},
+    {"CutInTheSecondLineOfAPolyline",
+     tokenLine("00", "l ", "\n") + tokenLine("01", "l ", "").substr(0, 18),
+     {"f:2:19: file cut off; expected the end of the line"}},
     {"CutElsewhere",
      kCylTokens + "xyz",
      {"c  1-1", "f:2:4: file cut off; expected the end of the line"}},
@@ -262,6 +265,27 @@ TEST(RecordFileTest, StrayLinesGiveTheFirst) {
   EXPECT_EQ(file.fault().kind, RecordFault::Kind::kStray);
   EXPECT_EQ(file.fault().lastLine, 3u);
   EXPECT_EQ(file.lines(), Recs{"one"});
+}
+
+TEST(RecordFileTest, TextKeepsTheReturnThatItEndsWith) {
+  const std::string tokens = tokenLine("00", "x ", "1 2 3,1 0 0,0 1 0,2.5,0.5,5,3\n");
+  const std::string rows[] = {
+      tokens + tokenLine("01", "x ", "ab\r\n"),
+      tokens.substr(0, tokens.size() - 1) + "\r\n" + tokenLine("01", "x ", "ab\r\r\n"),
+      kText70 + kText71 + fixedLine("72", "TXT", "  3ab\r\n"),
+  };
+  for (const std::string& row : rows) {
+    const std::string text = row + kCylTokens;
+    RecordFile file(std::make_unique<TextSource>(text), "f");
+    ASSERT_EQ(file.next(), RecordFile::Found::kElement) << row;
+    EXPECT_EQ(static_cast<Txt*>(file.element().geo)->text, "ab\r") << row;
+    EXPECT_EQ(file.lines().back().back(), '\r') << row;
+  }
+  // A character that is missing where the lines end with CR LF stays missing.
+  const std::string crLf = tokens.substr(0, tokens.size() - 1) + "\r\n";
+  EXPECT_EQ(findings(crLf + tokenLine("01", "x ", "ab\r\n")),
+            Findings{"f:2:22: text of 2 characters; expected as many characters as its length "
+                     "says"});
 }
 
 TEST(RecordFileTest, CutOffLineIsTakenOnDemand) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <memory>
+#include <random>
 #include <set>
 #include <sstream>
 #include <string>
@@ -295,13 +296,54 @@ TEST(CheckTest, EveryCodeOfTheCatalogueIsProvokedAndTheOtherWayRound) {
   EXPECT_EQ(provoked, known);
 }
 
+std::string goldenFile(const std::string& name) {
+  std::ifstream file(VESK_TEST_SOURCE_DIR "/golden/" + name, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+constexpr const char* kGolden[] = {"elements.columns.dat", "elements.tokens.dat", "pump.dat"};
+
+// Whatever the bytes are, each finding is at a place of the file and shows it.
+TEST(CheckTest, FindingsOfDamagedFilesStandInTheFile) {
+  std::mt19937 random(7);
+  std::size_t count = 0;
+  for (const char* name : kGolden) {
+    const std::string whole = goldenFile(name).substr(0, 3000);
+    for (int round = 0; round < 400; ++round) {
+      std::string text = whole;
+      for (int i = 0; i < 3; ++i)
+        text[random() % text.size()] =
+            "0 \n-e,\t\xff"
+            "9."[random() % 10];
+      std::vector<std::string> lines;
+      std::istringstream stream(text);
+      for (std::string line; std::getline(stream, line);) lines.push_back(line);
+      CheckOptions options;
+      options.joints = true;
+      FileCheck check(options, [&](Finding&& finding) {
+        ++count;
+        ASSERT_GE(finding.line, 1u);
+        ASSERT_LE(finding.line, lines.size());
+        const std::string& line = lines[finding.line - 1];
+        EXPECT_LE(finding.column, line.size() + 1);
+        EXPECT_LE(finding.endColumn, line.size());
+        EXPECT_TRUE(finding.endColumn == 0 || finding.endColumn >= finding.column);
+        EXPECT_TRUE(finding.sourceLine.empty() || finding.sourceLine == line);
+      });
+      RecordFile file(std::make_unique<TextSource>(text), "f");
+      check.run(file);
+    }
+  }
+  EXPECT_GT(count, 1200u);
+}
+
 TEST(CheckTest, CleanFilesGiveNothing) {
-  for (const char* name : {"elements.columns.dat", "elements.tokens.dat", "pump.dat"}) {
-    std::ifstream file(std::string(VESK_TEST_SOURCE_DIR "/golden/") + name, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    ASSERT_FALSE(text.str().empty()) << name;
-    EXPECT_EQ(found(text.str(), true), Lines{}) << name;
+  for (const char* name : kGolden) {
+    const std::string text = goldenFile(name);
+    ASSERT_FALSE(text.empty()) << name;
+    EXPECT_EQ(found(text, true), Lines{}) << name;
   }
 }
 

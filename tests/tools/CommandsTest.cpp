@@ -1,0 +1,361 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "support/TempFolder.h"
+#include "tools/ToolRun.h"
+
+namespace VeskTest {
+namespace {
+
+const std::string kPipe = "P-1     01001    00c 0 0 0,0 0 1000,100\n";
+
+bool contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+struct RunCase {
+  const char* name;
+  const char* arguments;
+  int exit;
+  const char* out;  // what stdout holds; "" nothing
+  const char* err;  // what stderr holds; "" nothing
+};
+
+// In a folder with good.dat (a pipe), bad.dat (a damaged one behind a good one),
+// empty.dat, text.txt (no records) and cut.dat (cut off).
+constexpr RunCase kRuns[] = {
+    {"NoCommand", "", 2, "", "a command is missing"},
+    {"HelpIsAnAnswer", "--help", 0, "Usage: vesk COMMAND", ""},
+    {"HelpOfACommandBeginsWithExamples", "info --help", 0, "Examples:\n  vesk info", ""},
+    {"HelpOfACommandByHelp", "help diff", 0, "--tolerance LENGTH", ""},
+    {"HelpGivesDefaults", "diff --help", 0, "[0.01]", ""},
+    {"VersionOption", "--version", 0, "vesk 1.", ""},
+    {"UnknownCommandNamesTheNearest", "inof good.dat", 2, "", "did you mean \"info\"?"},
+    {"UnknownOptionNamesTheNearest", "info --jsn good.dat", 2, "", "did you mean \"--json\"?"},
+    {"OneArgumentTooMany", "list good.dat bad.dat", 2, "", "one argument too many"},
+    {"MissingArgument", "list", 2, "", "required"},
+    {"WrongValueOfAnOption", "info --color blue good.dat", 2, "", "vesk info --help"},
+    {"OptionsBeforeTheCommand", "-q info good.dat", 0, "elements  1\n", ""},
+    {"MissingFile", "info none.dat", 3, "", "none.dat: No such file"},
+    {"NoRecordFile", "info text.txt", 3, "", "this is no record file"},
+    {"EmptyFileIsARecordFile", "info empty.dat", 0, "elements  0\n", ""},
+    {"DamagedElement", "info bad.dat", 1, "faults    1\n", "bad.dat:2:32-36: error:"},
+    {"CutOff", "info cut.dat", 1, "faults    1\n", "[V014]"},
+    {"HighestCodeOfSeveralFilesWins", "info bad.dat none.dat good.dat", 3, "good.dat\n",
+     "none.dat"},
+    {"StandardInput", "info -", 0, "<stdin>\n  style     token", ""},
+    {"FolderMeansItsRecordFiles", "info .", 3, "good.dat", "this is no record file"},
+    {"FolderWithoutAny", "info sub", 3, "", "there is no *.dat file"},
+    {"PatternOfTheToolItself", "info \"goo*.dat\"", 0, "good.dat\n", ""},
+    {"PatternWithoutAFile", "info \"x*.dat\"", 3, "", "no file matches"},
+    {"ListOnlyAKind", "list good.dat --only cylinder", 0, "length 1000, diameter 100\n", ""},
+    {"ListUnknownKind", "list good.dat --only cilinder", 2, "", "did you mean \"cylinder\"?"},
+    {"ListByHeader", "list good.dat --header \"P-1 01\" --csv", 0, "\n1,cylinder,P-1,01,1,0,0,0,",
+     ""},
+    {"ListWrongBox", "list good.dat --bbox 1,2,3", 2, "", "not six numbers"},
+    {"ListDamaged", "list bad.dat", 1, "cylinder", "[V021]"},
+    {"ShowTheElement", "show good.dat:1", 0, "'1000'      axis z\n", ""},
+    {"ShowAFindingAsItIsPrinted", "show good.dat:1:31-40:", 0, "cylinder, token style\n", ""},
+    {"ShowADamagedElement", "show bad.dat:2", 1, "element that can't be read", "[V021]"},
+    {"ShowBeyondTheEnd", "show good.dat:2", 3, "", "has 1 lines, not 2"},
+    {"ShowWithoutALine", "show good.dat", 2, "", "names no line"},
+    {"MeasureLength", "measure good.dat", 0, "cylinders      100                 1     1.000", ""},
+    {"ConvertOntoItself", "convert good.dat good.dat -f", 2, "", "both input and output"},
+    {"ConvertOverAFile", "convert good.dat bad.dat", 4, "", "-f replaces it"},
+    {"ConvertIntoNoFolder", "convert good.dat none/a.dat", 4, "", "none/a.dat: No such file"},
+    {"ConvertThroughPipes", "convert - - --style fixed", 0,
+     "60    01  P-1     001CYL    0.000    0.000    0.000    0.000    0.000 1000.000  100.000\n",
+     ""},
+    {"ConvertWrongTurn", "convert good.dat x.dat --rotate 90", 2, "", "no axis and angle"},
+    {"VerifyNeedsFiles", "convert - x.dat --verify", 2, "", "--verify needs files"},
+    {"DiffOfTheSame", "diff good.dat good.dat", 0, "no difference; 1 in their places\n", ""},
+    {"DiffIsQuietOnDemand", "diff -q good.dat empty.dat", 1, "", ""},
+    {"DiffRemoved", "diff good.dat empty.dat", 1, "removed at 0 0 0, length 1000, diameter 100",
+     ""},
+    {"DiffAdded", "diff empty.dat good.dat", 1, "1 added; 0 in their places\n", ""},
+    {"ImportNoPiping", "import text.txt x", 3, "", "this is no piping component file"},
+    {"ImportMissing", "import none.pcf x", 3, "", "none.pcf: No such file"},
+    {"ExplainACode", "explain v021", 0, "V021: not a number\n\n", ""},
+    {"ExplainUnknown", "explain V999", 2, "", "there is no code V999"},
+    {"CompletionOfNoShell", "completion tcsh", 2, "", "completion --help"},
+};
+
+class CommandsTest : public testing::TestWithParam<RunCase> {};
+
+TEST_P(CommandsTest, Runs) {
+  const TempFolder folder;
+  writeFile("good.dat", kPipe);
+  writeFile("bad.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000x,100\n");
+  writeFile("empty.dat", "");
+  writeFile("text.txt", "nothing of this kind\n");
+  writeFile("text.dat", "nothing of this kind\n");
+  writeFile("cut.dat", kPipe + kPipe.substr(0, kPipe.size() - 2));
+  std::filesystem::create_directory("sub");
+  const RunCase& each = GetParam();
+  const ToolRun run = runTool(each.arguments, kPipe);
+  EXPECT_EQ(run.exit, each.exit) << run.err;
+  if (*each.out == '\0') {
+    EXPECT_EQ(run.out, "");
+  }
+  if (*each.err == '\0') {
+    EXPECT_EQ(run.err, "");
+  }
+  EXPECT_TRUE(contains(run.out, each.out)) << run.out;
+  EXPECT_TRUE(contains(run.err, each.err)) << run.err;
+  // Nothing half is left, whatever happened.
+  for (const auto& entry : std::filesystem::directory_iterator(".")) {
+    EXPECT_FALSE(contains(entry.path().string(), ".part-")) << entry.path();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, CommandsTest, testing::ValuesIn(kRuns),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+void PrintTo(const RunCase& each, std::ostream* out) { *out << each.arguments; }
+
+TEST(Help, FitsAScreen) {
+  const TempFolder folder;
+  const ToolRun run = runTool("--help");
+  std::size_t lines = 0;
+  for (std::size_t begin = 0; begin < run.out.size(); ++lines) {
+    const std::size_t end = run.out.find('\n', begin);
+    EXPECT_LE(end - begin, 80u) << run.out.substr(begin, end - begin);
+    begin = end + 1;
+  }
+  EXPECT_LE(lines, 24u);
+}
+
+// 11 elements, one of each kind; 12 lines and 572 bytes by wc. The largest x is
+// the segment's end; the lowest x is that of the cylinder: 1 - 219.1 / 2.
+TEST(Info, SumsUpAFile) {
+  const TempFolder folder;
+  const ToolRun run = runTool("info \"" + golden("elements.tokens.dat") + "\"");
+  EXPECT_EQ(run.exit, 0);
+  for (const char* part :
+       {"  style     token\n", "  elements  11\n", "    cylinders   1\n", "  headers   1\n",
+        "  lines     12\n", "  bytes     572\n", "  box from  -108.550 -107.550 -10.000\n",
+        "  to        1000.000 111.550 100.000\n"}) {
+    EXPECT_TRUE(contains(run.out, part)) << part << run.out;
+  }
+}
+
+TEST(Info, AnswersTheSameWithAnyNumberOfJobs) {
+  const TempFolder folder;
+  std::string files;
+  for (int i = 0; i < 9; ++i) {
+    const std::string name = "z" + std::to_string(i) + ".dat";
+    std::string bytes;
+    for (int k = 0; k <= i; ++k) bytes += kPipe;
+    writeFile(name, bytes + (i % 3 == 0 ? "damaged\n" : ""));
+    files += ' ' + name;
+  }
+  const ToolRun one = runTool("info" + files);
+  const ToolRun four = runTool("info -j 4" + files);
+  EXPECT_EQ(one.exit, 1);
+  EXPECT_EQ(four.exit, 1);
+  EXPECT_EQ(one.out, four.out);
+  EXPECT_EQ(one.err, four.err);
+}
+
+TEST(Info, RecordFilesJoinedEndToEndAreARecordFile) {
+  const TempFolder folder;
+  const std::string pump = readFile(golden("pump.dat"));
+  const std::string elements = readFile(golden("elements.tokens.dat"));
+  const ToolRun run = runTool("info -", pump + elements + pump);
+  EXPECT_EQ(run.exit, 0) << run.err;
+  EXPECT_TRUE(contains(run.out, "  elements  455\n")) << run.out;  // 222 + 11 + 222
+}
+
+struct LossCase {
+  const char* name;
+  const char* record;
+  const char* style;
+  int exit;
+  const char* code;
+  const char* text;
+};
+
+constexpr LossCase kLosses[] = {
+    {"DecimalsInColumns", "P-1     01001    00c 0 0 0,0 0 1000,100.1234\n", "fixed", 0, "[V302]",
+     "cylinder: diameter 100.1234 becomes 100.123"},
+    // 99999999.5 has the mantissa 10.00000: ten characters.
+    {"TenCharacters", "P-1     01001    00l pt 99999999.5 0 0\n", "fixed", 1, "[V301]",
+     "vertex 0 99999999.5 0 0"},
+    {"Arcs", "P-1     01001    00l pt 0 0 0,pt 1 0 0,ar 5 1 2 3\n", "fixed", 1, "[V304]",
+     "arc 0 \"radius 5 1 2 3\" is lost"},
+    {"Pieces", "P-1     01001    00l pt 0 0 0,pt 1 0 0,pt 1 1 0\n", "fixed", 1, "[V307]",
+     "polyline: becomes 2 records"},
+    {"ClosingAttribute", "P-1     01001    00c 0 0 0,0 0 1000,100,ft 7\n", "fixed", 1, "[V308]",
+     "ft \"7\" is lost"},
+    {"FieldF5", "P-1     01001  ab00c 0 0 0,0 0 1000,100\n", "fixed", 1, "[V308]",
+     "F5 \"ab\" is lost"},
+    {"PointSize", "60    01  P-1     001PNT    1.000    2.000    3.000    5.000\n", "token", 1,
+     "[V303]", "point size 5 is lost"},
+    {"PointDirection",
+     "60    01  P-1     001PNT    1.000    2.000    3.000    0.000    0.000    0.000    0.000    "
+     "0.000    1.000\n",
+     "token", 1, "[V303]", "direction 0 0 1 is lost"},
+    {"BendRadius",
+     "60    01  P-1     001TOR    0.000    0.000    0.000  100.000    0.000    0.000    0.000  "
+     "100.000    0.000  120.000   20.000\n",
+     "token", 1, "[V306]", "bend radius 120 is lost"},
+    {"BendRadiusThatIsTheMean",
+     "60    01  P-1     001TOR    0.000    0.000    0.000  100.000    0.000    0.000    0.000  "
+     "100.000    0.000  100.000   20.000\n",
+     "token", 0, "", ""},
+    {"NothingLost", "P-1     01001    00c 0 0 0,0 0 1000,100\n", "fixed", 0, "", ""},
+};
+
+class ConvertLossTest : public testing::TestWithParam<LossCase> {};
+
+TEST_P(ConvertLossTest, IsNamed) {
+  const TempFolder folder;
+  const LossCase& each = GetParam();
+  writeFile("in.dat", each.record);
+  const ToolRun run = runTool(std::string("convert in.dat out.dat --style ") + each.style);
+  EXPECT_EQ(run.exit, each.exit) << run.err;
+  EXPECT_TRUE(contains(run.err, each.text)) << run.err;
+  EXPECT_TRUE(contains(run.err, each.code)) << run.err;
+  if (*each.code == '\0') {
+    EXPECT_EQ(run.err, "");
+  }
+  EXPECT_TRUE(std::filesystem::exists("out.dat"));
+
+  const ToolRun strict =
+      runTool(std::string("convert in.dat strict.dat --strict --style ") + each.style);
+  EXPECT_EQ(strict.exit, each.exit);
+  EXPECT_EQ(std::filesystem::exists("strict.dat"), each.exit == 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Convert, ConvertLossTest, testing::ValuesIn(kLosses),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+void PrintTo(const LossCase& each, std::ostream* out) { *out << each.record; }
+
+TEST(Convert, FlagOfATextIsLostInTokens) {
+  const TempFolder folder;
+  const ToolRun run =
+      runTool("convert \"" + golden("elements.columns.dat") + "\" out.dat --style token");
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_TRUE(contains(run.err, ":5: warning: text: flag 1 is lost [V305]\n")) << run.err;
+  EXPECT_EQ(readFile("out.dat"), readFile(golden("elements.tokens.dat")));
+}
+
+TEST(Convert, ThereAndBackGivesTheSameBytes) {
+  const TempFolder folder;
+  EXPECT_EQ(runTool("convert \"" + golden("elements.tokens.dat") + "\" c.dat --style fixed").exit,
+            0);
+  EXPECT_EQ(runTool("convert c.dat t.dat --style token --verify").exit, 0);
+  EXPECT_EQ(readFile("t.dat"), readFile(golden("elements.tokens.dat")));
+}
+
+TEST(Convert, TurnsThenMoves) {
+  const TempFolder folder;
+  const ToolRun run = runTool("convert - - --scale 2 --rotate z,90 --move 0,0,7",
+                              "P-1     01001    00c 10 0 0,5 0 0,3\n"
+                              "P-1     01002    00x 10 0 0,1 0 0,0 1 0,2,1,1,1\n"
+                              "P-1     01002    01x A\n");
+  EXPECT_EQ(run.exit, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "P-1     01001    00c 0 20 7,0 10 0,6\n"
+            "P-1     01002    00x 0 20 7,0 1 0,-1 0 0,4,2,1,1\n"
+            "P-1     01002    01x A\n");
+}
+
+TEST(Convert, VerifyReadsBack) {
+  const TempFolder folder;
+  const ToolRun run =
+      runTool("convert \"" + golden("pump.dat") + "\" out.dat --style fixed --verify");
+  EXPECT_EQ(run.exit, 0);
+  EXPECT_TRUE(contains(run.err, "verified 222 elements, 0 differ\n")) << run.err;
+}
+
+struct DiffCase {
+  const char* name;
+  const char* a;
+  const char* b;
+  int exit;
+  const char* text;
+};
+
+constexpr DiffCase kDiffs[] = {
+    {"Moved", "P-1     01001    00c 0 0 0,0 0 9,4\n", "P-1     01001    00c 0 5 0,0 0 9,4\n", 1,
+     "cylinder P-1 01/1: moved by 0 5 0\n"},
+    {"Resized", "P-1     01001    00c 0 0 0,0 0 9,4\n", "P-1     01001    00c 0 0 0,0 0 9,6\n", 1,
+     "changed: diameter from 4 to 6\n"},
+    {"MovedAndResized", "P-1     01001    00c 0 0 0,0 0 9,4\n",
+     "P-1     01001    00c 1 0 0,0 0 9,6\n", 1,
+     "moved and changed: by 1 0 0; diameter from 4 to 6\n"},
+    {"Renamed", "P-1     01001    00c 0 0 0,0 0 9,4\n", "P-2     01001    00c 0 0 0,0 0 9,4\n", 1,
+     "renamed: header from P-1 01 to P-2 01\n"},
+    {"GivenFromTheOtherEnd", "P-1     01001    00c 0 0 0,0 0 9,4\n",
+     "P-1     01001    00c 0 0 9,0 0 -9,4\n", 0, "no difference; 1 in their places\n"},
+    {"WithinTheTolerance", "P-1     01001    00c 0 0 0,0 0 9,4\n",
+     "P-1     01001    00c 0 0.009 0,0 0 9,4\n", 0, "no difference"},
+    {"Reordered", "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 50 0 0,0 0 9,4\n",
+     "P-1     01002    00c 50 0 0,0 0 9,4\nP-1     01001    00c 0 0 0,0 0 9,4\n", 0,
+     "no difference; 2 in their places, in another order\n"},
+    {"ByNearnessWhereCountersDiffer",
+     "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 50 0 0,0 0 9,4\n",
+     "P-1     01008    00c 51 0 0,0 0 9,4\nP-1     01009    00c 1 0 0,0 0 9,4\n", 1,
+     "2 moved; 0 in their places\n"},
+    {"ArcsCount", "P-1     01001    00l pt 0 0 0,pt 1 0 0,ar 5 1 2 3\n",
+     "P-1     01001    00l pt 0 0 0,pt 1 0 0\n", 1,
+     "changed: arc 0 from \"radius 5 1 2 3\" to nothing\n"},
+};
+
+class DiffTest : public testing::TestWithParam<DiffCase> {};
+
+TEST_P(DiffTest, IsTold) {
+  const TempFolder folder;
+  const DiffCase& each = GetParam();
+  writeFile("a.dat", each.a);
+  writeFile("b.dat", each.b);
+  const ToolRun run = runTool("diff a.dat b.dat");
+  EXPECT_EQ(run.exit, each.exit) << run.err;
+  EXPECT_TRUE(contains(run.out, each.text)) << run.out;
+}
+
+INSTANTIATE_TEST_SUITE_P(Diff, DiffTest, testing::ValuesIn(kDiffs),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+void PrintTo(const DiffCase& each, std::ostream* out) { *out << each.a << each.b; }
+
+// Two pipes of 2 m and a quarter bend of radius 300: pi / 2 * 0.3 m = 0.471 m.
+// The pipes: pi / 4 * 0.1^2 * 4 m = 0.0314159 m3, at 1000 kg/m3 31.4 kg. The duct:
+// 1 m x 0.5 m x 0.2 m = 0.1 m3; surface 2 * (0.5 + 0.1 + 0.2) = 1.6 m2.
+TEST(Measure, TakesOff) {
+  const TempFolder folder;
+  const ToolRun run = runTool("measure - --density 1000",
+                              "P-1     01001    00c 0 0 0,0 0 2000,100\n"
+                              "P-1     01002    00c 0 0 0,2000 0 0,100\n"
+                              "P-1     01003    00t 0 0 0,300 0 0,0 300 0,100\n"
+                              "P-1     01004    00b 1000 0 0,0 0 0,0 500 0,0 0 200\n");
+  EXPECT_EQ(run.exit, 0) << run.err;
+  EXPECT_TRUE(contains(run.out, "     2     4.000       1.257   0.031416       31.4\n")) << run.out;
+  EXPECT_TRUE(contains(run.out, "         90      1     0.471 ")) << run.out;
+  EXPECT_TRUE(contains(run.out, "     1                 1.600   0.100000      100.0\n")) << run.out;
+}
+
+TEST(Import, DrawsAsThePipingHostDoes) {
+  const TempFolder folder;
+  const ToolRun run = runTool("import \"" VESK_PIPING_SAMPLE "\" pump");
+  EXPECT_EQ(run.exit, 0) << run.err;
+  EXPECT_TRUE(contains(run.out, "veskpump.dat: 222 elements of 133 components\n")) << run.out;
+  EXPECT_EQ(readFile("veskpump.dat"), readFile(golden("pump.dat")));
+  const ToolRun again = runTool("import \"" VESK_PIPING_SAMPLE "\" pump");
+  EXPECT_EQ(again.exit, 4);
+  EXPECT_EQ(runTool("import -f \"" VESK_PIPING_SAMPLE "\" pump").exit, 0);
+}
+
+TEST(Import, SaysWhatItCantDraw) {
+  const TempFolder folder;
+  const ToolRun run = runTool("import - x", "PIPE\n    END-POINT 0 0 0 100\n");
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_TRUE(contains(run.err, "stdin:1: error: PIPE not drawn")) << run.err;
+}
+
+}  // namespace
+}  // namespace VeskTest

@@ -1,0 +1,234 @@
+// The tool at a real terminal: a pseudo-terminal, whose other end is here.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "support/TempFolder.h"
+#include "tools/ToolRun.h"
+
+namespace VeskTest {
+namespace {
+
+const std::string kPipe = "P-1     01001    00c 0 0 0,0 0 1000,100\n";
+
+// A run of the tool with a terminal as stdout and stderr, and a pipe as stdin.
+class AtTerminal {
+ public:
+  AtTerminal(const std::vector<std::string>& words, bool inputIsTerminal,
+             const char* variable = nullptr) {
+    int input[2];
+    EXPECT_EQ(pipe(input), 0);
+    child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
+    if (child_ == 0) {
+      if (!inputIsTerminal) dup2(input[0], 0);
+      close(input[0]);
+      close(input[1]);
+      for (const char* name : {"CI", "NO_COLOR"}) unsetenv(name);
+      if (variable != nullptr) setenv(variable, "1", 1);
+      std::vector<char*> arguments;
+      std::string tool = VESK_TOOL;
+      arguments.push_back(tool.data());
+      std::vector<std::string> copy = words;
+      for (std::string& word : copy) arguments.push_back(word.data());
+      arguments.push_back(nullptr);
+      execv(VESK_TOOL, arguments.data());
+      _exit(127);
+    }
+    close(input[0]);
+    input_ = input[1];
+  }
+
+  ~AtTerminal() {
+    endInput();
+    if (child_ > 0) {
+      kill(child_, SIGKILL);
+      waitpid(child_, nullptr, 0);
+    }
+    close(terminal_);
+  }
+  AtTerminal(const AtTerminal&) = delete;
+  AtTerminal& operator=(const AtTerminal&) = delete;
+
+  void give(const std::string& text) {
+    EXPECT_EQ(write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+  }
+
+  void type(const std::string& keys) {
+    EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+  }
+
+  void endInput() {
+    if (input_ >= 0) close(input_);
+    input_ = -1;
+  }
+
+  // What the screen has got, after waiting for more at most so long.
+  const std::string& screen(int milliseconds) {
+    pollfd ready{terminal_, POLLIN, 0};
+    while (poll(&ready, 1, milliseconds) > 0) {
+      char bytes[4096];
+      const ssize_t count = read(terminal_, bytes, sizeof bytes);
+      if (count <= 0) break;
+      screen_.append(bytes, static_cast<std::size_t>(count));
+      milliseconds = 0;
+    }
+    return screen_;
+  }
+
+  // Until the end of the run.
+  int exitCode() {
+    constexpr int kPatience = 10000;
+    for (;;) {
+      const std::size_t before = screen_.size();
+      if (screen(kPatience).size() == before) break;
+    }
+    int status = 0;
+    waitpid(child_, &status, 0);
+    child_ = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  pid_t child_ = -1;
+  int terminal_ = -1;
+  int input_ = -1;
+  std::string screen_;
+};
+
+bool contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+// More than the tool reads at a time.
+std::string manyPipes() {
+  std::string text;
+  for (int i = 0; i < 8000; ++i) text += kPipe;
+  return text;
+}
+
+// Gives more and more until the text is on the screen, for ten seconds at most.
+bool appears(AtTerminal& run, const std::string& text) {
+  const std::string more = manyPipes();
+  for (int i = 0; i < 200; ++i) {
+    if (contains(run.screen(50), text)) return true;
+    run.give(more);
+  }
+  return false;
+}
+
+TEST(Terminal, ProgressIsShownAndCleared) {
+  AtTerminal run({"info", "-"}, false);
+  EXPECT_TRUE(appears(run, "vesk info: "));
+  run.endInput();
+  EXPECT_EQ(run.exitCode(), 0);
+  const std::string screen = run.screen(0);
+  const std::size_t answer = screen.find("<stdin>");
+  ASSERT_NE(answer, std::string::npos) << screen;
+  // The line is drawn over with blanks before the answer.
+  const std::size_t blanks = screen.rfind("\r          ");
+  EXPECT_LT(screen.rfind("vesk info: "), blanks);
+  EXPECT_EQ(screen.find("vesk info: ", answer), std::string::npos);
+}
+
+TEST(Terminal, NoProgressUnderCi) {
+  AtTerminal run({"info", "-", "--color", "never"}, false, "CI");
+  EXPECT_FALSE([&] {
+    for (int i = 0; i < 14; ++i) {
+      if (contains(run.screen(50), "vesk info")) return true;
+      run.give(manyPipes());
+    }
+    return false;
+  }());
+  run.endInput();
+  EXPECT_EQ(run.exitCode(), 0);
+  EXPECT_TRUE(run.screen(0).starts_with("<stdin>")) << run.screen(0);
+}
+
+TEST(Terminal, ColourIsThereAndNoColorTakesItAway) {
+  {
+    AtTerminal run({"info", "-"}, false);
+    run.give(kPipe);
+    run.endInput();
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_TRUE(contains(run.screen(0), "\x1b[1m<stdin>\x1b[0m"));
+  }
+  {
+    AtTerminal run({"info", "-"}, false, "NO_COLOR");
+    run.give(kPipe);
+    run.endInput();
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_FALSE(contains(run.screen(0), "\x1b["));
+    EXPECT_TRUE(contains(run.screen(0), "<stdin>"));
+  }
+}
+
+TEST(Terminal, ColourIsNotForPipesUnlessAskedFor) {
+  const TempFolder folder;
+  EXPECT_FALSE(contains(runTool("info -", kPipe).out, "\x1b["));
+  EXPECT_TRUE(contains(runTool("info - --color always", kPipe).out, "\x1b[1m<stdin>"));
+}
+
+TEST(Terminal, CtrlCEndsWith130AndLeavesNoFile) {
+  const TempFolder folder;
+  AtTerminal run({"convert", "-", "out.dat"}, true);
+  run.type(kPipe);
+  // It has begun once its temporary file is there.
+  const auto hasPart = [] { return !std::filesystem::is_empty("."); };
+  for (int i = 0; i < 200 && !hasPart(); ++i) run.screen(50);
+  EXPECT_TRUE(hasPart());
+  run.type("\x03");
+  EXPECT_EQ(run.exitCode(), 130);
+  EXPECT_FALSE(hasPart());
+}
+
+// Runs with these as stdout; returns the exit code and what stderr has got.
+int exitWithOutput(const std::string& arguments, int output) {
+  const pid_t child = fork();
+  if (child == 0) {
+    dup2(output, 1);
+    const int errors = open("errors", O_WRONLY | O_CREAT, 0600);
+    dup2(errors, 2);
+    const std::string command = "exec \"" VESK_TOOL "\" " + arguments;
+    execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+    _exit(127);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(Streams, AClosedPipeEndsQuietly) {
+  const TempFolder folder;
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  close(ends[0]);
+  EXPECT_EQ(exitWithOutput("list \"" + golden("pump.dat") + "\"", ends[1]), 0);
+  close(ends[1]);
+  EXPECT_EQ(readFile("errors"), "");
+}
+
+TEST(Streams, AFullDiskIsSaidAndLeavesNoHalfFile) {
+  const TempFolder folder;
+  const int full = open("/dev/full", O_WRONLY);
+  if (full < 0) GTEST_SKIP() << "there is no /dev/full";
+  EXPECT_EQ(exitWithOutput("list \"" + golden("pump.dat") + "\"", full), 4);
+  close(full);
+  EXPECT_EQ(readFile("errors"), "vesk: error: standard output: No space left on device\n");
+
+  const ToolRun run = runTool("convert -f \"" + golden("pump.dat") + "\" /dev/full");
+  EXPECT_EQ(run.exit, 4);
+  EXPECT_EQ(run.err, "vesk: error: /dev/full: No space left on device\n");
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}
+
+}  // namespace
+}  // namespace VeskTest

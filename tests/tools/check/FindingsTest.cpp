@@ -110,7 +110,7 @@ const Row kRows[] = {
     {"ItemOfAPolylineWithoutWord", tokens("l ", "1 2 3"), {"1:1 error V020"}},
     {"DecimalComma", columns("CYL", "1 2 3 1 2 13 4,5"), {"1:79-87 error V021"}},
     {"LetterInANumber", tokens("c ", "1 2x 3,0 0 1000,200"), {"1:24-25 error V021"}},
-    {"ArcNumberTooLarge", tokens("l ", "pt 1 2 3,ar 5 99999999999 1 1"), {"1:36 error V022"}},
+    {"ArcNumberTooLarge", tokens("l ", "pt 1 2 3,ar 5 99999999999 1 1"), {"1:36-46 error V022"}},
     {"NumberMissing", columns("CYL", "1 2 3 1 2 13"), {"1:79 error V023"}},
     {"NamesWithoutEnd",
      columns("BOX", "0 0 0 1 0 0 0 1 0 0 0 1") + fixedLine("63", "BOX", "    *a\n"),

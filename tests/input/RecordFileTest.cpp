@@ -9,6 +9,7 @@
 #include <string>
 
 #include "input/ReaderTesting.h"
+#include "input/RecordHeading.h"
 #include "input/RecordTesting.h"
 #include "prims/Box.h"
 #include "prims/Cyl.h"
@@ -17,6 +18,11 @@
 using namespace Vesk;
 
 namespace {
+
+TEST(RecordHeadingTest, MakesThePrimitiveOfEachCode) {
+  for (std::int32_t code = 1; code <= 9; ++code) EXPECT_EQ(makeGeo(code)->typeCode(), code);
+  for (const std::int32_t code : {-1, 0, 10}) EXPECT_EQ(makeGeo(code), nullptr);
+}
 
 using Findings = std::vector<std::string>;
 

@@ -98,6 +98,7 @@ const LeadingRow kLeading[] = {
     {"EndsAtTheLength", "12.50,3", 4, 12.5, 4},
     {"EndsInsideTheDecimals", "12.3456789", 5, 12.34, 5},
     {"EndsInsideTheWhole", "123456789", 3, 123.0, 3},
+    {"NegativeEndsInsideTheWhole", "-123456", 3, -12.0, 3},
     {"EndsAtThePoint", "12.5", 3, 12.0, 3},
     {"EndsBeforeThePoint", "12.5", 2, 12.0, 2},
     {"EndsAtAnExponent", "1e5", 3, 1.0, 1},

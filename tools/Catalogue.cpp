@@ -193,6 +193,11 @@ constexpr CodeText kCodes[] = {
      "The element was written, and what was read back differs by more than the digits of the "
      "style explain.",
      "See the other findings for this line; keep the original file."},
+    {"V401", "element that can't be shown",
+     "No surface follows from the numbers of this element: a size of zero or below, an infinite "
+     "number, a bend without a plane or narrower than its tube, a face that crosses itself. It is "
+     "left out of meshes and pictures, and everything else is shown.",
+     "vesk check tells more about it; correct it in the program that exported it."},
 };
 // clang-format on
 

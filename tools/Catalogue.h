@@ -13,6 +13,7 @@ namespace VeskTool {
 //   V101 to V199  the geometry of single elements
 //   V201 to V299  elements beside each other
 //   V301 to V399  what a conversion can't keep
+//   V401 to V499  what can't be shown
 struct CodeText {
   std::string_view code;
   std::string_view title;    // one line

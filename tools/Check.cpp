@@ -7,6 +7,7 @@
 #include "Command.h"
 #include "Files.h"
 #include "Nearest.h"
+#include "SceneReader.h"
 #include "check/FileCheck.h"
 #include "check/Reports.h"
 #include "view/PageInput.h"
@@ -136,7 +137,7 @@ class CheckCommand : public Command {
       if (report) markFindings(model, report->file, report->findings);
     }
     page_.write(model, "Check of " + title, "check", session);
-    return sayFailures(model, session);
+    return sayFailures(model.scene(), session);
   }
 
   // In capitals; each must be a code or what some begin with.

@@ -61,6 +61,7 @@ std::unique_ptr<Command> makeMeasure();
 std::unique_ptr<Command> makeCheck();
 std::unique_ptr<Command> makeDiff();
 std::unique_ptr<Command> makeConvert();
+std::unique_ptr<Command> makeExport();
 std::unique_ptr<Command> makeImport();
 std::unique_ptr<Command> makeView();
 std::unique_ptr<Command> makeCompletion();

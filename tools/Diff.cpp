@@ -10,6 +10,7 @@
 #include "Kinds.h"
 #include "Match.h"
 #include "Numbers.h"
+#include "SceneReader.h"
 #include "view/PageInput.h"
 #include "view/PageTarget.h"
 
@@ -289,7 +290,7 @@ class DiffCommand : public Command {
     }
     model.finish();
     page_.write(model, shownName(fileA_) + " \u2192 " + shownName(fileB_), "diff", session);
-    return sayFailures(model, session);
+    return sayFailures(model.scene(), session);
   }
 
   std::vector<Difference> differencesOf(const Model& a, const Model& b,

@@ -21,6 +21,14 @@ void appendJsonString(std::string& to, std::string_view text) {
   to += nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
+std::string validUtf8(std::string_view text) {
+  const bool plain = std::all_of(text.begin(), text.end(), [](char c) { return c >= 0; });
+  if (plain) return std::string(text);
+  std::string quoted;
+  appendJsonString(quoted, text);
+  return nlohmann::json::parse(quoted).get<std::string>();
+}
+
 JsonWriter& JsonWriter::key(std::string_view name) {
   separate();
   appendJsonString(to_, name);

@@ -61,6 +61,9 @@ class JsonWriter {
   bool afterKey_ = false;
 };
 
+// The text with U+FFFD for what is no UTF-8.
+std::string validUtf8(std::string_view text);
+
 // A JSON string with its quotes.
 void appendJsonString(std::string& to, std::string_view text);
 

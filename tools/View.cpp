@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "Files.h"
+#include "SceneReader.h"
 #include "Terminal.h"
 #include "view/PageInput.h"
 #include "view/PageTarget.h"
@@ -34,27 +35,18 @@ class ViewCommand : public Command {
     target_.define(app);
     app.add_option("--title", title_, "what stands above the model [name of the file]")
         ->type_name("TEXT");
-    CLI::Option* quality =
-        app.add_option("--quality", quality_,
-                       "draft, normal or fine: 16, 32 or 64 pieces for a circle")
-            ->type_name("NAME")
-            ->check(CLI::IsMember(std::vector<std::string>{"draft", "normal", "fine"}))
-            ->capture_default_str();
-    app.add_option("--tolerance", tolerance_, "as many pieces as keep within this of the circle")
-        ->type_name("MM")
-        ->check(CLI::PositiveNumber)
-        ->excludes(quality);
+    fineness_.define(app);
   }
 
   Exit run(Session& session) override {
     const std::vector<std::string> files = expandFiles(words_);
     target_.require(files);
     for (const std::string& file : files) expectInput(file, session.progress());
-    PageModel model(fineness());
+    PageModel model(fineness_.fineness());
     Exit exit = Exit::kDone;
     for (const std::string& file : files) exit = worst(exit, readInto(model, file, session));
     model.finish();
-    exit = worst(exit, sayFailures(model, session));
+    exit = worst(exit, sayFailures(model.scene(), session));
     const std::string name = files.front() == "-" ? "stdin" : nameOf(pathOf(files.front()).stem());
     std::string title = title_;
     if (title.empty()) title = files.size() == 1 ? shownTitle(files.front()) : name + " and others";
@@ -67,18 +59,10 @@ class ViewCommand : public Command {
     return file == "-" ? shownName(file) : nameOf(pathOf(file).filename());
   }
 
-  Vesk::Fineness fineness() const {
-    if (tolerance_ > 0.0) return Vesk::Fineness::ofTolerance(tolerance_);
-    return Vesk::Fineness::ofSegments(quality_ == "draft"  ? Vesk::Fineness::kDraft
-                                      : quality_ == "fine" ? Vesk::Fineness::kFine
-                                                           : Vesk::Fineness::kNormal);
-  }
-
   std::vector<std::string> words_;
   PageTarget target_;
   std::string title_;
-  std::string quality_ = "normal";
-  double tolerance_ = 0.0;
+  FinenessOptions fineness_;
 };
 
 }  // namespace

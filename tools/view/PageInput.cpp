@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "Files.h"
-#include "Kinds.h"
 
 namespace VeskTool {
 namespace {
@@ -60,17 +59,6 @@ void markFindings(PageModel& model, const std::string& file, const std::vector<F
     }
     model.mark(std::move(mark));
   }
-}
-
-Exit sayFailures(const PageModel& model, Session& session) {
-  const Vesk::Scene& scene = model.scene();
-  for (const Vesk::SceneFailure& failure : scene.failures) {
-    const Vesk::SceneElement& element = scene.elements[failure.element];
-    session.warning(scene.files[element.file] + ':' + std::to_string(element.line) + ": the " +
-                    std::string(nameOf(static_cast<Kind>(element.kind))) +
-                    " can't be drawn: " + failure.reason);
-  }
-  return scene.failures.empty() ? Exit::kDone : Exit::kNo;
 }
 
 }  // namespace VeskTool

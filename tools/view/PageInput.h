@@ -19,9 +19,6 @@ Exit readInto(PageModel& model, const std::string& file, Session& session, bool 
 // Marks the elements of a finished model at the findings of a file.
 void markFindings(PageModel& model, const std::string& file, const std::vector<Finding>& findings);
 
-// Says what could not be drawn; Exit::kNo if there is any.
-Exit sayFailures(const PageModel& model, Session& session);
-
 }  // namespace VeskTool
 
 #endif

@@ -1,0 +1,3 @@
+// What tinygltf consists of.
+#define TINYGLTF_IMPLEMENTATION
+#include "export/TinyGltf.h"

@@ -211,15 +211,16 @@ test('VerticesOfWhatHasNoneAreNone', () => {
   assert.deepEqual(new Vertices(sample({ elements: [{ kind: 'point', point: [0, 0, 0] }] })).of(0), []);
 });
 
-// The picture is the plane z = 0; a unit is a pixel.
+// A unit is a pixel, the eye looks along z.
 const snapAt = (x, y, places, vertices) =>
-  snap({ places, vertices, surface: [x, y, 7], project: ([a, b]) => [a, b], x, y });
+  snap({ places, vertices, surface: [x, y, 7], project: (point) => point, x, y });
 
 const snaps = [
   ['APlaceNearby', [100, 100], [{ name: 'origin', point: [110, 100, 1] }], [], 'origin'],
   ['APlaceTooFarAway', [100, 100], [{ name: 'origin', point: [115, 100, 1] }], [], 'surface'],
   ['TheNearestPlace', [100, 100], [{ name: 'a', point: [110, 100, 1] }, { name: 'b', point: [95, 100, 1] }], [], 'b'],
   ['APlaceWinsOverAVertex', [100, 100], [{ name: 'a', point: [113, 100, 1] }], [[101, 100, 1]], 'a'],
+  ['TheOneInFront', [100, 100], [{ name: 'a', point: [105, 100, 9] }, { name: 'b', point: [95, 100, 1] }], [], 'b'],
   ['AVertexNearby', [100, 100], [], [[104, 103, 1]], 'vertex'],
   ['AVertexTooFarAway', [100, 100], [], [[111, 100, 1]], 'surface'],
 ];

@@ -331,7 +331,7 @@ export class App {
   lookFrom(id) {
     this.#fly(() => {
       this.view.camera.look(VIEWS[id]);
-      this.view.camera.fit(this.#boxToFit() ?? this.scene.bounds);
+      this.view.camera.fit(this.view.boxOfVisible() ?? this.scene.bounds);
     });
   }
 
@@ -424,6 +424,7 @@ export class App {
       `${countText(this.model.count)} elements`,
       hiddenCount > 0 && `${countText(hiddenCount)} hidden`,
       selected.size > 0 && `${countText(selected.size)} selected`,
+      this.scene.failures.length > 0 && `${countText(this.scene.failures.length)} not drawn`,
     ]
       .filter(Boolean)
       .join(', ');

@@ -30,6 +30,7 @@ export class DetailsPanel {
       h('h2', {}, this.#model.nameOf(last)),
       this.#facts(last),
       ...this.#marks(last),
+      ...this.#failures(last),
       h('h3', {}, 'Numbers'),
       this.#values(last),
       h('div', { class: 'line' }, h('h3', {}, 'Record'), this.#copyButton(last)),
@@ -56,6 +57,12 @@ export class DetailsPanel {
         dot.style.background = LEVELS[mark.level].colour;
         return h('p', { class: 'mark' }, dot, `${mark.level}: ${mark.text}`, mark.code && ` [${mark.code}]`);
       });
+  }
+
+  #failures(element) {
+    return this.#model.scene.failures
+      .filter((failure) => failure.element === element)
+      .map(({ reason }) => h('p', { class: 'mark' }, `not drawn: ${reason}`));
   }
 
   #values(element) {

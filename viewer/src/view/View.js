@@ -67,7 +67,7 @@ export class View {
   constructor(canvas, scene) {
     this.canvas = canvas;
     this.#scene = scene;
-    this.#renderer = new WebGLRenderer({ canvas, antialias: true, alpha: true });
+    this.#renderer = rendererFor(canvas);
     this.#renderer.autoClear = false;
     this.#renderer.info.autoReset = false;
     this.#renderer.setClearColor(0, 0);
@@ -403,6 +403,14 @@ export class View {
 
   *#all() {
     for (let i = 0; i < this.#scene.elements.count; ++i) yield i;
+  }
+}
+
+function rendererFor(canvas) {
+  try {
+    return new WebGLRenderer({ canvas, antialias: true, alpha: true });
+  } catch {
+    throw new Error('this browser draws nothing in three dimensions (it has no WebGL 2)');
   }
 }
 

@@ -77,9 +77,9 @@ class CheckCommand : public Command {
         ->type_name("MM")
         ->check(CLI::PositiveNumber)
         ->capture_default_str();
-    app.add_flag("--view", view_,
-                 "show all findings in a page and open it; here only how many there are");
-    page_.define(app);
+    CLI::Option* view = app.add_flag(
+        "--view", view_, "show all findings in a page and open it; here only how many there are");
+    page_.define(app, view);
   }
 
   Exit run(Session& session) override {

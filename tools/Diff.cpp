@@ -210,9 +210,10 @@ class DiffCommand : public Command {
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     app.add_flag("--json", json_, "one JSON document");
-    app.add_flag("--view", view_,
-                 "show the differences in a page and open it; here only how many there are");
-    page_.define(app);
+    CLI::Option* view =
+        app.add_flag("--view", view_,
+                     "show the differences in a page and open it; here only how many there are");
+    page_.define(app, view);
   }
 
   Exit run(Session& session) override {

@@ -32,12 +32,16 @@ class CountingSink : public TextSink {
 
 }  // namespace
 
-void PageTarget::define(CLI::App& app) {
-  app.add_option("-o,--output", output,
-                 "write the page to this .html file and don't open it; - is stdout")
-      ->type_name("FILE");
-  app.add_flag("-f,--force", force, "replace the file");
-  app.add_flag("--no-open", noOpen, "do not open the temporary file");
+void PageTarget::define(CLI::App& app, CLI::Option* view) {
+  CLI::Option* options[] = {
+      app.add_option("-o,--output", output,
+                     "write the page to this .html file and don't open it; - is stdout")
+          ->type_name("FILE"),
+      app.add_flag("-f,--force", force, "replace the file"),
+      app.add_flag("--no-open", noOpen, "do not open the temporary file")};
+  for (CLI::Option* option : options) {
+    if (view != nullptr) option->needs(view);
+  }
 }
 
 void PageTarget::require(const std::vector<std::string>& inputs) const {
@@ -66,7 +70,9 @@ void PageTarget::write(const PageModel& model, const std::string& title, const s
   writePage(counted, model, title);
   target.commit();
   if (output == "-") return;
-  session.out().write(file + ": " + grouped(model.scene().elements.size()) + " elements, " +
+  const std::size_t elements = model.scene().elements.size();
+  session.out().write(file + ": " + grouped(elements) +
+                      (elements == 1 ? " element, " : " elements, ") +
                       grouped((counted.bytes() + 999) / 1000) + " kB\n");
   if (!isTemporary || noOpen) return;
   const std::string problem = openOnDesktop(file);

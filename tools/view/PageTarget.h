@@ -16,7 +16,8 @@ struct PageTarget {
   bool force = false;
   bool noOpen = false;
 
-  void define(CLI::App& app);
+  // With `view` they need that option.
+  void define(CLI::App& app, CLI::Option* view = nullptr);
 
   // Throws a Failure before anything is read: for an output that is no page, or
   // is an input or there already, and when the tool was built without the viewer.

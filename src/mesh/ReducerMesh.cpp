@@ -31,9 +31,13 @@ double twist(const Corners& c, const std::array<std::size_t, 4>& f) {
   return ((c[f[0]] - c[f[1]]) + (c[f[2]] - c[f[3]])).length();
 }
 
+GeVector areaOf(const Corners& c, const std::array<std::size_t, 4>& f) {
+  return quadArea(c[f[0]], c[f[1]], c[f[2]], c[f[3]]);
+}
+
 // How far the two diagonals pass each other.
 double bulge(const Corners& c, const std::array<std::size_t, 4>& f) {
-  const GeVector across = quadArea(c[f[0]], c[f[1]], c[f[2]], c[f[3]]);
+  const GeVector across = areaOf(c, f);
   const double length = across.length();
   return length > 0.0 ? std::fabs(dot(c[f[1]] - c[f[0]], across)) / length : 0.0;
 }
@@ -50,6 +54,25 @@ double volumeOf(const Corners& c) {
     six += (triple(a, b, d) + triple(a, d, e) + triple(b, d, e) + triple(a, b, e)) / 2.0;
   }
   return six / 6.0;
+}
+
+// Whether a section half-way between two opposite faces looks against them, or has
+// no area: somewhere on the way the solid turns inside out.
+bool isTurnedInside(const Corners& c) {
+  constexpr std::size_t kOpposite[3][2] = {{0, 1}, {2, 4}, {3, 5}};
+  for (const auto& [one, other] : kOpposite) {
+    const auto& f = kFaces[one];
+    // Across the solid a corner goes to the one that differs in this bit.
+    const std::size_t across = one == 0 ? 4 : one == 2 ? 2 : 1;
+    std::array<GePoint, 4> middle;
+    for (std::size_t i = 0; i < 4; ++i) {
+      middle[i] = c[f[i]] + (c[f[i] ^ across] - c[f[i]]) / 2.0;
+    }
+    const GeVector section = quadArea(middle[0], middle[1], middle[2], middle[3]);
+    const GeVector ends = areaOf(c, f) - areaOf(c, kFaces[other]);
+    if (!(dot(section, ends) > kFlat * dot(ends, ends))) return true;
+  }
+  return false;
 }
 
 // The largest product of three edges in the three directions.
@@ -152,7 +175,7 @@ GeVector normalAt(const Corners& c, const std::array<std::size_t, 4>& f, double 
   const GeVector across = cross(alongU, alongV);
   if (across.length() > 0.0) return across;
   // A corner where two sides meet in a point, or a face that is only a line.
-  const GeVector whole = quadArea(c[f[0]], c[f[1]], c[f[2]], c[f[3]]);
+  const GeVector whole = areaOf(c, f);
   return whole.length() > 0.0 ? whole : kUnitZ;
 }
 
@@ -230,6 +253,7 @@ std::string makeReducer(const Red& red, double tolerance, ReducerMesh& made) {
   }
   made.volume = volumeOf(corners);
   if (!(std::fabs(made.volume) > kFlat * boxAround(corners))) return "reducer without volume";
+  if (isTurnedInside(corners)) return "reducer is twisted: it turns inside out";
   if (made.volume < 0.0) turnRound(corners);
   made.volume = std::fabs(made.volume);
 

@@ -42,6 +42,9 @@ constexpr double kNoPlane = 1e-9;
 // and then a quarter of the tolerance is kept.
 constexpr double kFarTolerances = 0x1p23 / 4.0;
 
+// So many times nearer to the origin it must get, or it stays.
+constexpr double kNearer = 4.0;
+
 constexpr std::string_view kTooFine = "more than 1048576 segments for a circle at this tolerance";
 
 std::string numberTrouble(std::initializer_list<GePoint> points,
@@ -465,7 +468,7 @@ void SceneBuilder::moveFromAfar() {
     furthest = std::max({furthest, std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
   }
   const double halfSize = std::max({size.x, size.y, size.z}) / 2.0;
-  if (furthest <= kFarTolerances * tolerance || furthest < 2.0 * halfSize) return;
+  if (furthest <= kFarTolerances * tolerance || furthest < kNearer * halfSize) return;
   const GePoint middle = bounds.min + size / 2.0;
   const GeVector offset(std::round(middle.x), std::round(middle.y), std::round(middle.z));
   for (SceneInstance& instance : scene_.instances) instance.placement.origin += -offset;

@@ -1,0 +1,322 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "support/TempFolder.h"
+#include "tools/ToolRun.h"
+
+namespace VeskTest {
+namespace {
+
+using Json = nlohmann::json;
+
+const std::string kPipe = "P-1     01001    00c 0 0 0,0 0 1000,100\n";
+
+// One of each: a box, a triangle, a segment, a point and a text.
+const std::string kMixed =
+    "P-1     01001    00b 10 0 0,1 2 3,0 20 0,0 0 30\n"
+    "P-1     01002    00g pt 0 0 0,pt 4 0 0,pt 0 3 0\n"
+    "P-1     01003    00l pt 1 1 1,pt 0 0 4\n"
+    "P-1     01004    00l pt 7 8 9\n"
+    "P-1     01005    00x 1 2 0,1 0 0,0 1 0,2.5,0.5,1,2\n"
+    "P-1     01005    01x AB\n";
+
+bool contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+std::string bytesOf(const std::string& name) {
+  std::ifstream file(name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::uint32_t u32At(const std::string& bytes, std::size_t at) {
+  std::uint32_t value = 0;
+  for (std::size_t i = 4; i-- > 0;) value = value << 8U | static_cast<unsigned char>(bytes[at + i]);
+  return value;
+}
+
+float f32At(const std::string& bytes, std::size_t at) {
+  const std::uint32_t bits = u32At(bytes, at);
+  float value = 0;
+  std::memcpy(&value, &bits, sizeof value);
+  return value;
+}
+
+struct ExportCase {
+  const char* name;
+  const char* arguments;
+  int exit;
+  const char* out;             // what stdout holds; "" nothing
+  const char* err;             // what stderr holds; "" nothing
+  const char* file = nullptr;  // that is there afterwards
+};
+
+// In a folder with pipe.dat, mixed.dat, bad.dat (a pipe without a diameter behind
+// a good one), damaged.dat, far.dat and old.glb.
+// clang-format off
+constexpr ExportCase kCases[] = {
+    {"Glb", "export pipe.dat -o x.glb", 0, "", "", "x.glb"},
+    {"Obj", "export pipe.dat -o x.obj", 0, "", "", "x.obj"},
+    {"Stl", "export pipe.dat -o x.STL", 0, "", "", "x.STL"},
+    {"FormatByName", "export pipe.dat -o x.bin --to glb", 0, "", "", "x.bin"},
+    {"SeveralFiles", "export pipe.dat mixed.dat -o x.glb", 0, "", "", "x.glb"},
+    {"StandardInput", "export - -o x.glb", 0, "", "", "x.glb"},
+    {"StandardOutput", "export pipe.dat -o - --to obj", 0, "\no P-1_01/cylinder:1\nv ", ""},
+    {"WithoutOutput", "export pipe.dat", 2, "", "-o is missing"},
+    {"WithoutAFormat", "export pipe.dat -o x.txt", 2, "", "\"x.txt\" names no format"},
+    {"StandardOutputNeedsAFormat", "export pipe.dat -o -", 2, "", "--to glb, obj or stl"},
+    {"FormatWithoutOutput", "export pipe.dat --to glb --report", 2, "", "--to needs -o"},
+    {"UnknownFormat", "export pipe.dat -o x --to gltf", 2, "", "export --help"},
+    {"ReportAndMeshOnStandardOutput", "export pipe.dat -o - --to stl --report", 2, "", "can't both go to stdout"},
+    {"JsonNeedsTheReport", "export pipe.dat -o x.glb --json", 2, "", "--report"},
+    {"ToleranceOfZero", "export pipe.dat -o x.glb --tolerance 0", 2, "", "--tolerance"},
+    {"ToleranceAndQuality", "export pipe.dat -o x.glb --tolerance 1 --quality fine", 2, "", "excludes"},
+    {"UnknownQuality", "export pipe.dat -o x.glb --quality best", 2, "", "--quality"},
+    {"OntoItself", "export pipe.dat -o pipe.dat --to glb -f", 2, "", "both input and output"},
+    {"OverAFile", "export pipe.dat -o old.glb", 4, "", "-f replaces it"},
+    {"OverAFileByForce", "export pipe.dat -o old.glb -f", 0, "", "", "old.glb"},
+    {"IntoNoFolder", "export pipe.dat -o none/x.glb", 4, "", "No such file"},
+    {"MissingFile", "export none.dat -o x.glb", 3, "", "none.dat: No such file"},
+    {"NoRecordFile", "export old.glb -o x.glb", 3, "", "this is no record file"},
+    {"NotShown", "export bad.dat -o x.glb", 1, "", "bad.dat:2: error: cylinder can't be shown: diameter of zero [V401]", "x.glb"},
+    {"Damaged", "export damaged.dat -o x.glb", 1, "", "damaged.dat:2:32-36: error:", "x.glb"},
+    {"NothingLeftOutOfGlb", "export mixed.dat -o x.glb", 0, "", "", "x.glb"},
+    {"LeftOutOfObj", "export mixed.dat -o x.obj", 1, "", "left out: 1 text\n  hint: .obj", "x.obj"},
+    {"LeftOutOfStl", "export mixed.dat -o x.stl", 1, "", "left out: 1 point, 1 line, 1 text\n  hint: .stl", "x.stl"},
+    {"FarAway", "export far.dat -o x.glb", 0, "", "6700000 0 500 is taken off all coordinates\n  hint: the extras", "x.glb"},
+    // pi * 50^2 * 1000 is 0.007853982 m3; the polygon of 32 has 16 sin(11.25 deg) / pi of it.
+    {"Report", "export pipe.dat --report", 0, "cylinders         1          0        124       1   0.240764   0.240764   0.007804  0.007854  yes\n", ""},
+    {"ReportBesidesTheMesh", "export pipe.dat -o x.glb --report", 0, "0.007854  yes", "", "x.glb"},
+    {"ReportInInches", "export pipe.dat --report --unit 25.4", 0, "128.703", ""},
+    {"ReportOfFailures", "export bad.dat --report", 1, "cylinders         2          1        124", "[V401]"},
+    {"ReportOfTolerance", "export pipe.dat --report --tolerance 0.01", 0, "0.009", ""},
+};
+// clang-format on
+
+class ExportTest : public testing::TestWithParam<ExportCase> {};
+
+TEST_P(ExportTest, Runs) {
+  const TempFolder folder;
+  writeFile("pipe.dat", kPipe);
+  writeFile("mixed.dat", kMixed);
+  writeFile("bad.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000,0\n");
+  writeFile("damaged.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000x,100\n");
+  writeFile("far.dat", "P-1     01001    00c 6700000 0 0,0 0 1000,100\n");
+  writeFile("old.glb", "nothing of this kind\n");
+  const ExportCase& each = GetParam();
+  const ToolRun run = runTool(each.arguments, kPipe);
+  EXPECT_EQ(run.exit, each.exit) << run.err;
+  if (*each.out == '\0') {
+    EXPECT_EQ(run.out, "");
+  }
+  if (*each.err == '\0') {
+    EXPECT_EQ(run.err, "");
+  }
+  EXPECT_TRUE(contains(run.out, each.out)) << run.out;
+  EXPECT_TRUE(contains(run.err, each.err)) << run.err;
+  std::set<std::string> there{"pipe.dat",    "mixed.dat", "bad.dat",
+                              "damaged.dat", "far.dat",   "old.glb"};
+  if (each.file != nullptr) there.insert(each.file);
+  std::set<std::string> found;
+  for (const auto& entry : std::filesystem::directory_iterator(".")) {
+    const std::string name = entry.path().filename().string();
+    if (!name.starts_with("tool.")) found.insert(name);  // those of the run itself
+  }
+  EXPECT_EQ(found, there);
+}
+
+INSTANTIATE_TEST_SUITE_P(Export, ExportTest, testing::ValuesIn(kCases),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+void PrintTo(const ExportCase& each, std::ostream* out) { *out << each.arguments; }
+
+// A glTF file, taken apart.
+struct Glb {
+  Json json;
+  std::string data;
+
+  explicit Glb(const std::string& bytes) {
+    EXPECT_EQ(bytes.substr(0, 4), "glTF");
+    EXPECT_EQ(u32At(bytes, 4), 2U);
+    EXPECT_EQ(u32At(bytes, 8), bytes.size());
+    const std::uint32_t size = u32At(bytes, 12);
+    EXPECT_EQ(bytes.substr(16, 4), "JSON");
+    json = Json::parse(bytes.substr(20, size));
+    if (bytes.size() > 20 + size) data = bytes.substr(20 + size + 8);
+  }
+
+  // Component i of vector k.
+  float at(const Json& accessor, std::size_t k, std::size_t i) const {
+    const Json& view = json["bufferViews"][accessor["bufferView"].get<std::size_t>()];
+    const std::size_t from =
+        view.value("byteOffset", std::size_t{0}) + accessor.value("byteOffset", std::size_t{0});
+    return f32At(data, from + k * view["byteStride"].get<std::size_t>() + 4 * i);
+  }
+};
+
+TEST(Glb, KeepsEveryElement) {
+  const TempFolder folder;
+  writeFile("mixed.dat", kMixed);
+  ASSERT_EQ(runTool("export mixed.dat -o x.glb").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  const Json& nodes = glb.json["nodes"];
+  ASSERT_EQ(nodes.size(), 6U);
+  // z up to y up, millimetres to metres.
+  EXPECT_EQ(nodes[0]["scale"], Json::parse("[0.001, 0.001, 0.001]"));
+  EXPECT_NEAR(nodes[0]["rotation"][0].get<double>(), -std::sqrt(0.5), 1e-15);
+  EXPECT_NEAR(nodes[0]["rotation"][3].get<double>(), std::sqrt(0.5), 1e-15);
+  EXPECT_EQ(nodes[0]["extras"], Json::parse(R"({"unit": 1.0, "offset": [0.0, 0.0, 0.0]})"));
+  EXPECT_EQ(nodes[0]["children"], Json::parse("[1, 2, 3, 4, 5]"));
+  EXPECT_EQ(nodes[1]["extras"],
+            Json::parse(R"({"header": "P-1 01", "kind": "box", "file": "mixed.dat", "line": 1})"));
+  EXPECT_EQ(nodes[1]["translation"], Json::parse("[1.0, 2.0, 3.0]"));
+  EXPECT_EQ(nodes[1]["scale"], Json::parse("[10.0, 20.0, 30.0]"));
+  EXPECT_EQ(nodes[2]["extras"]["line"], 2);
+  EXPECT_EQ(nodes[5]["extras"]["text"], "AB");
+  EXPECT_EQ(nodes[5]["extras"]["line"], 5);
+  EXPECT_EQ(nodes[5]["extras"]["height"], 2.5);
+  EXPECT_EQ(nodes[5]["extras"]["width"], 1.0);
+  EXPECT_EQ(nodes[5]["extras"]["along"], Json::parse("[1.0, 0.0, 0.0]"));
+  EXPECT_FALSE(nodes[5].contains("mesh"));
+  // Only the triangle can be seen from both sides.
+  const auto doubleSided = [&](std::size_t node) {
+    const Json& mesh = glb.json["meshes"][nodes[node]["mesh"].get<std::size_t>()];
+    const Json& primitive = mesh["primitives"][0];
+    return glb.json["materials"][primitive["material"].get<std::size_t>()].value("doubleSided",
+                                                                                 false);
+  };
+  EXPECT_FALSE(doubleSided(1));
+  EXPECT_TRUE(doubleSided(2));
+}
+
+TEST(Glb, BoundsAreThoseOfTheRoundedNumbers) {
+  const TempFolder folder;
+  // 0.1 and 7.7 are no numbers of 32 bits.
+  writeFile("face.dat", "P-1     01001    00g pt 0 0 0,pt 0.1 0 0,pt 7.7 3.3 0\n");
+  ASSERT_EQ(runTool("export face.dat -o x.glb").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  std::size_t looked = 0;
+  for (const Json& accessor : glb.json["accessors"]) {
+    if (!accessor.contains("min")) continue;
+    ++looked;
+    for (std::size_t i = 0; i < 3; ++i) {
+      float low = glb.at(accessor, 0, i);
+      float high = low;
+      for (std::size_t k = 1; k < accessor["count"].get<std::size_t>(); ++k) {
+        low = std::min(low, glb.at(accessor, k, i));
+        high = std::max(high, glb.at(accessor, k, i));
+      }
+      EXPECT_EQ(accessor["min"][i].get<double>(), static_cast<double>(low));
+      EXPECT_EQ(accessor["max"][i].get<double>(), static_cast<double>(high));
+    }
+  }
+  EXPECT_EQ(looked, 1U);
+}
+
+TEST(Glb, EqualShapesShareAMesh) {
+  const TempFolder folder;
+  std::string records;
+  for (int i = 1; i <= 100; ++i) {
+    records += "P-1     01001    00c " + std::to_string(i) + " 0 0,0 " + std::to_string(i) + " 9," +
+               std::to_string(i * 7) + "\n";
+  }
+  writeFile("pipes.dat", records);
+  ASSERT_EQ(runTool("export pipes.dat -o x.glb").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  EXPECT_EQ(glb.json["nodes"].size(), 101U);
+  EXPECT_EQ(glb.json["meshes"].size(), 1U);
+}
+
+TEST(Glb, OffsetIsKeptInFull) {
+  const TempFolder folder;
+  writeFile("far.dat", "P-1     01001    00c 6700000 0 0,0 0 1000,100\n");
+  ASSERT_EQ(runTool("export far.dat -o x.glb").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  EXPECT_EQ(glb.json["nodes"][0]["extras"]["offset"], Json::parse("[6700000.0, 0.0, 500.0]"));
+  EXPECT_EQ(glb.json["nodes"][1]["translation"], Json::parse("[0.0, 0.0, -500.0]"));
+}
+
+TEST(Glb, TextsOfOddBytesAreUtf8) {
+  const TempFolder folder;
+  writeFile("odd.dat",
+            "P-\xFF\xC3\xA4   01001    00x 1 2 0,1 0 0,0 1 0,2.5,0.5,1,2\n"
+            "P-\xFF\xC3\xA4   01001    01x \xFEZ\n");
+  ASSERT_EQ(runTool("export odd.dat -o x.glb").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  EXPECT_EQ(glb.json["nodes"][1]["extras"]["text"], "\xEF\xBF\xBDZ");
+  EXPECT_EQ(glb.json["nodes"][1]["extras"]["header"], "P-\xEF\xBF\xBD\xC3\xA4 01");
+}
+
+TEST(Glb, SameInputSameBytes) {
+  const TempFolder folder;
+  ASSERT_EQ(runTool("export \"" + golden("pump.dat") + "\" -o a.glb").exit, 0);
+  ASSERT_EQ(runTool("export \"" + golden("pump.dat") + "\" -o b.glb").exit, 0);
+  EXPECT_EQ(bytesOf("a.glb"), bytesOf("b.glb"));
+}
+
+TEST(Obj, IsWhatItSays) {
+  const TempFolder folder;
+  writeFile("mixed.dat", kMixed.substr(kMixed.find('\n') + 1));
+  ASSERT_EQ(runTool("export mixed.dat -o x.obj").exit, 1);
+  EXPECT_EQ(bytesOf("x.obj"), "# vesk " VESK_VERSION
+                              "\n# unit: 1 mm\n# offset: 0 0 0\n"
+                              "o P-1_01/triangle:1\n"
+                              "v 0 0 0\nv 4 0 0\nv 0 3 0\n"
+                              "vn 0 0 1\n"
+                              "f 1//1 2//1 3//1\n"
+                              "o P-1_01/point:3\nv 7 8 9\np 4\n"
+                              "o P-1_01/segment:2\nv 1 1 1\nv 1 1 5\nl 5 6\n");
+}
+
+TEST(Stl, IsWhatItSays) {
+  const TempFolder folder;
+  writeFile("mixed.dat", kMixed);
+  ASSERT_EQ(runTool("export mixed.dat -o x.stl").exit, 1);
+  const std::string bytes = bytesOf("x.stl");
+  // 80 bytes of heading, the count, and 50 bytes for each: 12 of the box and one.
+  ASSERT_EQ(bytes.size(), 84U + 13 * 50);
+  EXPECT_EQ(bytes.substr(0, 5), "vesk ");
+  EXPECT_EQ(u32At(bytes, 80), 13U);
+  const float face[] = {0, 0, 1, 0, 0, 0, 4, 0, 0, 0, 3, 0};
+  for (std::size_t i = 0; i < 12; ++i) EXPECT_EQ(f32At(bytes, 84 + 12 * 50 + 4 * i), face[i]);
+}
+
+// A disk of 10 so far out that its ring of 64 lies on steps of 0.5: some corners
+// fall together, and what is left is still closed.
+TEST(Stl, LeavesOutWhatVanishesIn32Bits) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00c 6000000 0 0,10 0 0,10\n"
+            "P-1     01002    00c -6000000 0 0,10 0 0,10\n");
+  const ToolRun run = runTool("export a.dat -o x.stl -v --quality fine");
+  EXPECT_EQ(run.exit, 0);
+  const std::string bytes = bytesOf("x.stl");
+  const std::size_t count = u32At(bytes, 80);
+  ASSERT_EQ(bytes.size(), 84 + 50 * count);
+  using Corner = std::array<float, 3>;
+  std::multiset<std::pair<Corner, Corner>> edges;
+  for (std::size_t i = 0; i < count; ++i) {
+    Corner corners[3];
+    for (std::size_t k = 0; k < 9; ++k) {
+      corners[k / 3][k % 3] = f32At(bytes, 84 + 50 * i + 12 + 4 * k);
+    }
+    for (std::size_t k = 0; k < 3; ++k) edges.insert({corners[k], corners[(k + 1) % 3]});
+  }
+  for (const auto& [from, to] : edges) {
+    EXPECT_NE(from, to);
+    EXPECT_EQ(edges.count({from, to}), edges.count({to, from}));
+  }
+}
+
+}  // namespace
+}  // namespace VeskTest

@@ -149,10 +149,9 @@ export class View {
     this.invalidate();
   }
 
-  get section() {
-    if (!this.#uniforms.isCut.value) return null;
-    const { x, y, z, w } = this.#uniforms.section.value;
-    return { normal: [x, y, z], distance: w };
+  isCutAway([x, y, z]) {
+    const { x: a, y: b, z: c, w } = this.#uniforms.section.value;
+    return this.#uniforms.isCut.value && a * x + b * y + c * z > w;
   }
 
   /** The box of elements that are seen; of all elements without an argument. */
@@ -178,7 +177,15 @@ export class View {
 
   /** Draws at once and in full, for a picture or a test. */
   drawNow() {
+    this.#factsAreCurrent = false;
     this.#atRest = true;
+    this.#draw();
+  }
+
+  /** Draws at once what is drawn while a model of many elements moves. */
+  drawMoving() {
+    this.#factsAreCurrent = false;
+    this.#atRest = this.#scene.elements.count <= LARGE;
     this.#draw();
   }
 

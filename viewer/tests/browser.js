@@ -47,6 +47,7 @@ export class Browser {
     });
     const page = await context.newPage();
     const opened = new Page(page, this);
+    this.last = opened;
     if (before) await page.addInitScript(before);
     const path = file ?? join(this.folder, 'page.html');
     if (!file) writeFileSync(path, html);

@@ -190,6 +190,17 @@ const checks = {
     return page;
   },
 
+  async ThinPipesKeepTheirColour(browser) {
+    const page = await open(browser, {
+      elements: [...HEAD, pipe([-300, 0, 200], 400, 8, 0)], // two pixels wide
+    });
+    const picture = await page.picture();
+    const [x, y] = page.at(-250, 200);
+    const around = [-2, -1, 0, 1, 2].map((dy) => picture.at(x, y + dy));
+    assert.ok(around.some(isBlue), `${around.join(' | ')}`);
+    return page;
+  },
+
   async Isolates(browser) {
     const page = await open(browser);
     await page.click(page.at(20, 20));
@@ -758,7 +769,12 @@ const toolChecks = {
     assert.deepEqual(marks.sort(), [
       'added b.dat:3', 'before a.dat:2', 'moved b.dat:2', 'removed a.dat:3',
     ]);
-    assert.match(await page.text('.marks'), /moved by 0 40 0/);
+    assert.deepEqual(await page.locator('.what').allTextContents(), [
+      'moved: by 0 40 0',
+      'before: moved by 0 40 0',
+      'removed: length 900, diameter 100',
+      'added: length 9000, diameter 50',
+    ]);
     return page;
   },
 };
@@ -790,6 +806,7 @@ async function main() {
       console.log(`passed  ${name}  ${Date.now() - begin} ms`);
     } catch (error) {
       ++failed;
+      if (options.shots) await browser.last?.page.screenshot({ path: join(options.shots, `${name}.png`) });
       console.log(`FAILED  ${name}\n${error.stack}`);
     }
   }

@@ -7,8 +7,11 @@
 #include "Command.h"
 #include "Files.h"
 #include "Nearest.h"
+#include "SceneReader.h"
 #include "check/FileCheck.h"
 #include "check/Reports.h"
+#include "view/PageInput.h"
+#include "view/PageTarget.h"
 
 namespace VeskTool {
 namespace {
@@ -36,6 +39,7 @@ class CheckCommand : public Command {
         {{"vesk check plant.dat", "what is wrong with the file"},
          {"vesk check --joints --tolerance 0.5 plant.dat", "pipes that do not quite meet as well"},
          {"vesk check -j 0 --format sarif zones/ > zones.sarif", "for editors and code hosts"},
+         {"vesk check --view plant.dat", "a page that shows where it is"},
          {"vesk check --strict --ignore V120,V032 plant.dat", "warnings fail too"}}};
   }
 
@@ -73,32 +77,67 @@ class CheckCommand : public Command {
         ->type_name("MM")
         ->check(CLI::PositiveNumber)
         ->capture_default_str();
+    CLI::Option* view = app.add_flag(
+        "--view", view_, "show all findings in a page and open it; here only how many there are");
+    page_.define(app, view);
   }
 
   Exit run(Session& session) override {
     if (json_) format_ = "json";
     takeOptions();
     const std::vector<std::string> files = expandFiles(files_.words);
+    if (view_) requirePage(files);
     std::vector<std::optional<FileReport>> reports(files.size());
     const Exit exit =
         forEachFile(session, files, files_.jobs, [&](std::size_t index, Session& own) {
           FileReport report = check(files[index], own);
           const bool bad = report.counts.errors > 0 || (strict_ && report.counts.warnings > 0);
-          if (format_ != "text") reports[index] = std::move(report);
+          if (!isText()) reports[index] = std::move(report);
           return bad ? Exit::kNo : Exit::kDone;
         });
+    if (view_) return worst(exit, showPage(files, reports, session));
     if (format_ != "text") printDocument(session, reports, exit < Exit::kUsage);
     return exit;
   }
 
  private:
   void takeOptions() {
-    options_.most = most_.value_or(format_ == "text" ? kMostInText : 0);
+    options_.most = most_.value_or(isText() ? kMostInText : 0);
     options_.level = level_ == "error"     ? Severity::kError
                      : level_ == "warning" ? Severity::kWarning
                                            : Severity::kNote;
     options_.only = codesOf(only_);
     options_.ignore = codesOf(ignore_);
+  }
+
+  // Whether findings go to stdout one by one.
+  bool isText() const { return format_ == "text" && !view_; }
+
+  void requirePage(const std::vector<std::string>& files) const {
+    if (format_ != "text") throw Failure(Exit::kUsage, "--view shows a page, not " + format_);
+    if (std::find(files.begin(), files.end(), "-") != files.end()) {
+      throw Failure(Exit::kUsage, "--view reads its files twice, which stdin does not allow");
+    }
+    page_.require(files);
+  }
+
+  // Of the files that could be read.
+  Exit showPage(const std::vector<std::string>& files,
+                const std::vector<std::optional<FileReport>>& reports, Session& session) const {
+    PageModel model(Vesk::Fineness::ofSegments(Vesk::Fineness::kNormal));
+    std::string title;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      if (!reports[i]) continue;
+      if (title.empty()) title = reports[i]->file;
+      readInto(model, files[i], session, false);
+    }
+    if (title.empty()) return Exit::kDone;
+    model.finish();
+    for (const std::optional<FileReport>& report : reports) {
+      if (report) markFindings(model, report->file, report->findings);
+    }
+    page_.write(model, "Check of " + title, "check", session);
+    return sayFailures(model.scene(), session);
   }
 
   // In capitals; each must be a code or what some begin with.
@@ -123,9 +162,8 @@ class CheckCommand : public Command {
     Vesk::RecordFile records = openRecords(file, count, session);
     FileReport report;
     std::string text;
-    const bool asText = format_ == "text";
     FileCheck work(options_, [&](Finding&& finding) {
-      if (!asText) return report.findings.push_back(std::move(finding));
+      if (!isText()) return report.findings.push_back(std::move(finding));
       text.clear();
       appendText(text, finding, session.look());
       session.out().write(text);
@@ -134,7 +172,7 @@ class CheckCommand : public Command {
     requireRecords(records, count, report.counts.elements);
     report.file = records.name();
     report.mode = records.mode();
-    if (asText && !session.options().quiet) session.out().write(summaryOf(report));
+    if (format_ == "text" && !session.options().quiet) session.out().write(summaryOf(report));
     return report;
   }
 
@@ -153,6 +191,8 @@ class CheckCommand : public Command {
   std::string level_ = "note";
   bool json_ = false;
   bool strict_ = false;
+  bool view_ = false;
+  PageTarget page_;
   std::optional<std::uint64_t> most_;
   std::vector<std::string> only_;
   std::vector<std::string> ignore_;

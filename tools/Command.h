@@ -63,6 +63,7 @@ std::unique_ptr<Command> makeDiff();
 std::unique_ptr<Command> makeConvert();
 std::unique_ptr<Command> makeExport();
 std::unique_ptr<Command> makeImport();
+std::unique_ptr<Command> makeView();
 std::unique_ptr<Command> makeCompletion();
 std::unique_ptr<Command> makeExplain();
 std::unique_ptr<Command> makeVersion();

@@ -13,6 +13,7 @@ std::vector<std::unique_ptr<Command>> makeCommands() {
   commands.push_back(makeConvert());
   commands.push_back(makeExport());
   commands.push_back(makeImport());
+  commands.push_back(makeView());
   commands.push_back(makeExplain());
   commands.push_back(makeCompletion());
   commands.push_back(makeVersion());

@@ -10,6 +10,9 @@
 #include "Kinds.h"
 #include "Match.h"
 #include "Numbers.h"
+#include "SceneReader.h"
+#include "view/PageInput.h"
+#include "view/PageTarget.h"
 
 namespace VeskTool {
 namespace {
@@ -106,6 +109,21 @@ std::string_view wordOf(const Difference& difference) {
   return difference.isMoved ? "moved and changed" : "changed";
 }
 
+// ": by 0 0 500; diameter from 168.3 to 219.1"
+std::string changesOf(const Difference& difference) {
+  std::string text;
+  if (difference.isMoved) {
+    text += (difference.changes.empty() ? " by " : ": by ") + trimmedNumber(difference.by.x, 6) +
+            ' ' + trimmedNumber(difference.by.y, 6) + ' ' + trimmedNumber(difference.by.z, 6);
+  }
+  bool first = !difference.isMoved;
+  for (const Change& change : difference.changes) {
+    text += (first ? ": " : "; ") + change.name + " from " + change.from + " to " + change.to;
+    first = false;
+  }
+  return text;
+}
+
 // "A:12 B:14 cylinder P-1001 01/17: moved by 0 0 500; diameter 168.3 to 219.1"
 std::string textOf(const Difference& difference, const Look& look) {
   const ModelElement& element = difference.a != nullptr ? *difference.a : *difference.b;
@@ -127,16 +145,24 @@ std::string textOf(const Difference& difference, const Look& look) {
     const std::string sizes = sizesOf(*element.geo);
     if (!sizes.empty()) text += ", " + sizes;
   }
-  if (difference.isMoved) {
-    text += (difference.changes.empty() ? " by " : ": by ") + trimmedNumber(difference.by.x, 6) +
-            ' ' + trimmedNumber(difference.by.y, 6) + ' ' + trimmedNumber(difference.by.z, 6);
-  }
-  bool first = !difference.isMoved;
-  for (const Change& change : difference.changes) {
-    text += (first ? ": " : "; ") + change.name + " from " + change.from + " to " + change.to;
-    first = false;
-  }
-  return text + '\n';
+  return text + changesOf(difference) + '\n';
+}
+
+// ": by 0 0 500" as "by 0 0 500".
+std::string withoutColon(std::string text) {
+  return text.substr(std::min(text.find_first_not_of(": "), text.size()));
+}
+
+// What the page shows at an element that is there, or at one as it was.
+PageMark markNow(const Difference& difference, std::uint32_t element) {
+  if (difference.a == nullptr) return {element, "added", "", sizesOf(*difference.b->geo)};
+  const std::string_view level = difference.changes.empty() ? "moved" : "changed";
+  return {element, level, "", withoutColon(changesOf(difference))};
+}
+
+PageMark markBefore(const Difference& difference, std::uint32_t element) {
+  if (difference.b == nullptr) return {element, "removed", "", sizesOf(*difference.a->geo)};
+  return {element, "before", "", std::string(wordOf(difference)) + changesOf(difference)};
 }
 
 void appendJson(JsonWriter& json, const Difference& difference) {
@@ -176,6 +202,7 @@ class DiffCommand : public Command {
             "exit code is 1 if the models differ; the order alone is said, but is no difference. "
             "Both files are in memory.",
             {{"vesk diff old.dat new.dat", "what has changed"},
+             {"vesk diff old.dat new.dat --view", "a page that shows it"},
              {"vesk diff -q old.dat new.dat && echo same", "in a script"},
              {"vesk diff tokens.dat columns.dat --tolerance 0.001", "after a conversion"}}};
   }
@@ -189,12 +216,18 @@ class DiffCommand : public Command {
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     app.add_flag("--json", json_, "one JSON document");
+    CLI::Option* view =
+        app.add_flag("--view", view_,
+                     "show the differences in a page and open it; here only how many there are");
+    page_.define(app, view);
   }
 
   Exit run(Session& session) override {
     if (fileA_ == "-" && fileB_ == "-") {
       throw Failure(Exit::kUsage, "only one of both can be stdin");
     }
+    if (view_ && json_) throw Failure(Exit::kUsage, "--view shows a page, not json");
+    if (view_) page_.require({fileA_, fileB_});
     expectInput(fileA_, session.progress());
     expectInput(fileB_, session.progress());
     Exit exit = Exit::kDone;
@@ -204,6 +237,9 @@ class DiffCommand : public Command {
     const std::vector<Difference> differences = differencesOf(a, b, matching);
     if (json_) {
       session.out().write(jsonOf(differences, matching));
+    } else if (view_) {
+      if (!session.options().quiet) session.out().write(summaryOf(differences, matching));
+      exit = worst(exit, showPage(b, differences, session));
     } else if (!session.options().quiet) {
       std::string text;
       for (const Difference& each : differences) text += textOf(each, session.look());
@@ -213,7 +249,7 @@ class DiffCommand : public Command {
   }
 
  private:
-  static Model read(const std::string& file, Session& session, Exit& exit) {
+  Model read(const std::string& file, Session& session, Exit& exit) const {
     Model model;
     InputCount count;
     Vesk::RecordFile records = openRecords(file, count, session);
@@ -231,10 +267,33 @@ class DiffCommand : public Command {
       const GePoint middle =
           box.min.x <= box.max.x ? box.min + (box.max - box.min) * 0.5 : placeOf(*element.geo);
       model.push_back({copyOf(*element.geo), kindOf(*element.geo), headerText(element.header),
-                       element.counter(), element.firstLine, middle});
+                       element.counter(), element.firstLine, middle,
+                       view_ ? records.lines() : Vesk::Recs()});
     }
     requireRecords(records, count, model.size());
     return model;
+  }
+
+  // The second model, and of the first one what is no longer there or was otherwise.
+  Exit showPage(const Model& b, const std::vector<Difference>& differences,
+                Session& session) const {
+    PageModel model(Vesk::Fineness::ofSegments(Vesk::Fineness::kNormal));
+    const auto add = [&](const ModelElement& element, std::uint32_t file) {
+      return model.add(*element.geo, element.header, element.counter, file, element.line,
+                       element.lines);
+    };
+    const std::uint32_t fileA = model.addFile(shownName(fileA_));
+    const std::uint32_t fileB = model.addFile(shownName(fileB_));
+    for (const ModelElement& element : b) add(element, fileB);
+    for (const Difference& each : differences) {
+      if (each.b != nullptr) {
+        model.mark(markNow(each, static_cast<std::uint32_t>(each.b - b.data())));
+      }
+      if (each.a != nullptr) model.mark(markBefore(each, add(*each.a, fileA)));
+    }
+    model.finish();
+    page_.write(model, shownName(fileA_) + " \u2192 " + shownName(fileB_), "diff", session);
+    return sayFailures(model.scene(), session);
   }
 
   std::vector<Difference> differencesOf(const Model& a, const Model& b,
@@ -314,6 +373,8 @@ class DiffCommand : public Command {
   std::string fileB_;
   double tolerance_ = 0.01;
   bool json_ = false;
+  bool view_ = false;
+  PageTarget page_;
 };
 
 }  // namespace

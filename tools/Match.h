@@ -9,6 +9,7 @@
 
 #include "Kinds.h"
 #include "ge/GePoint.h"
+#include "output/Recs.h"
 #include "prims/Geo.h"
 
 namespace VeskTool {
@@ -20,7 +21,8 @@ struct ModelElement {
   std::string header;  // F1 and F2
   int counter = 0;
   std::uint64_t line = 0;
-  GePoint middle;  // of its box
+  GePoint middle;    // of its box
+  Vesk::Recs lines;  // of its record, where they are wanted
 };
 
 using Model = std::vector<ModelElement>;

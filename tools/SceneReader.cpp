@@ -37,19 +37,6 @@ Exit readFile(const std::string& file, Vesk::SceneBuilder& builder, Session& ses
   return exit;
 }
 
-void sayFailures(const Vesk::Scene& scene, Session& session) {
-  for (const Vesk::SceneFailure& failure : scene.failures) {
-    const Vesk::SceneElement& element = scene.elements[failure.element];
-    Finding finding;
-    finding.code = "V401";
-    finding.file = scene.files[element.file];
-    finding.line = element.line;
-    finding.message =
-        std::string(nameOf(static_cast<Kind>(element.kind))) + " can't be shown: " + failure.reason;
-    session.say(finding);
-  }
-}
-
 }  // namespace
 
 void FinenessOptions::define(CLI::App& app) {
@@ -73,6 +60,20 @@ Vesk::Fineness FinenessOptions::fineness() const {
   return Fineness::ofSegments(quality_ == "fine" ? Fineness::kFine : Fineness::kNormal);
 }
 
+Exit sayFailures(const Vesk::Scene& scene, Session& session) {
+  for (const Vesk::SceneFailure& failure : scene.failures) {
+    const Vesk::SceneElement& element = scene.elements[failure.element];
+    Finding finding;
+    finding.code = "V401";
+    finding.file = scene.files[element.file];
+    finding.line = element.line;
+    finding.message =
+        std::string(nameOf(static_cast<Kind>(element.kind))) + " can't be shown: " + failure.reason;
+    session.say(finding);
+  }
+  return scene.failures.empty() ? Exit::kDone : Exit::kNo;
+}
+
 Exit readScene(const std::vector<std::string>& files, const Vesk::Fineness& fineness,
                Session& session, Vesk::Scene& scene) {
   for (const std::string& file : files) expectInput(file, session.progress());
@@ -80,8 +81,7 @@ Exit readScene(const std::vector<std::string>& files, const Vesk::Fineness& fine
   Exit exit = Exit::kDone;
   for (const std::string& file : files) exit = worst(exit, readFile(file, builder, session));
   scene = builder.finish();
-  sayFailures(scene, session);
-  return scene.failures.empty() ? exit : worst(exit, Exit::kNo);
+  return worst(exit, sayFailures(scene, session));
 }
 
 }  // namespace VeskTool

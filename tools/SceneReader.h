@@ -33,6 +33,9 @@ class FinenessOptions {
 Exit readScene(const std::vector<std::string>& files, const Vesk::Fineness& fineness,
                Session& session, Vesk::Scene& scene);
 
+// Says which elements of a scene can't be shown; kNo if there are any.
+Exit sayFailures(const Vesk::Scene& scene, Session& session);
+
 }  // namespace VeskTool
 
 #endif

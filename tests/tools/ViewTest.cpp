@@ -1,0 +1,397 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "support/TempFolder.h"
+#include "tools/ToolRun.h"
+#include "view/Page.h"
+
+namespace VeskTest {
+namespace {
+
+using Json = nlohmann::json;
+
+const std::string kPipe = "P-1     01001    00c 0 0 0,0 0 1000,100\n";
+
+bool contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+struct RunCase {
+  const char* name;
+  const char* arguments;
+  int exit;
+  const char* out;  // what stdout holds; "" nothing
+  const char* err;  // what stderr holds; "" nothing
+};
+
+// In a folder with good.dat (a pipe), bad.dat (a damaged one behind a good one),
+// thin.dat (a pipe without diameter), text.txt (no records) and old.html.
+constexpr RunCase kRuns[] = {
+    {"WritesAPage", "view good.dat -o new.html", 0, "new.html: 1 element, ", ""},
+    {"ManyFilesAreOnePage", "view good.dat good.dat -o new.html", 0, "new.html: 2 elements, ", ""},
+    {"StandardInput", "view - -o new.html", 0, "new.html: 1 element, ", ""},
+    {"StandardOutput", "view good.dat -o -", 0, "<!doctype html>", ""},
+    {"NoFile", "view", 2, "", "required"},
+    {"MissingFile", "view none.dat -o new.html", 3, "", "none.dat: No such file"},
+    {"NoRecordFile", "view text.txt -o new.html", 3, "", "this is no record file"},
+    {"DamagedElement", "view bad.dat -o new.html", 1, "new.html: 1 element, ", "[V021]"},
+    {"WhatCannotBeDrawn", "view thin.dat -o new.html", 1, "1 element", "[V401]"},
+    {"ExistingFile", "view good.dat -o old.html", 4, "", "-f replaces it"},
+    {"ExistingFileByForce", "view good.dat -o old.html -f", 0, "old.html: 1 element", ""},
+    {"OntoItself", "view good.html -o good.html -f", 2, "", "both input and output"},
+    {"IntoNoFolder", "view good.dat -o none/new.html", 4, "", "none/new.html: No such file"},
+    {"AnotherEnding", "view good.dat -o new.pdf", 2, "", "new.pdf: a page is an .html file"},
+    {"UnknownQuality", "view good.dat --quality best -o new.html", 2, "", "vesk view --help"},
+    {"NoTolerance", "view good.dat --tolerance 0 -o new.html", 2, "", "vesk view --help"},
+    {"CheckShowsAPage", "check bad.dat --view -o new.html", 1, "bad.dat: 1 error, ", ""},
+    {"CheckOfTheGood", "check good.dat --view -o new.html", 0, "new.html: 1 element", ""},
+    {"CheckAsPageAndJson", "check good.dat --view --json", 2, "", "--view shows a page"},
+    {"CheckOfStandardInput", "check - --view", 2, "", "stdin"},
+    {"CheckOverAFile", "check good.dat --view -o old.html", 4, "", "-f replaces it"},
+    {"DiffShowsAPage", "diff good.dat thin.dat --view -o new.html", 1, "1 changed", "[V401]"},
+    {"DiffOfTheSame", "diff good.dat good.dat --view -o new.html", 0, "no difference", ""},
+    {"DiffAsPageAndJson", "diff good.dat good.dat --view --json", 2, "", "--view shows a page"},
+    {"PageOptionsNeedView", "diff good.dat good.dat -o new.html", 2, "", "requires --view"},
+};
+
+class ViewTest : public testing::TestWithParam<RunCase> {
+ protected:
+  void SetUp() override {
+    if (VeskTool::pageTemplate().empty()) GTEST_SKIP() << "not run: vesk view: it was left out";
+  }
+};
+
+TEST_P(ViewTest, Runs) {
+  const TempFolder folder;
+  writeFile("good.dat", kPipe);
+  writeFile("good.html", kPipe);
+  writeFile("bad.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000x,100\n");
+  writeFile("thin.dat", "P-1     01001    00c 0 0 0,0 0 1000,0\n");
+  writeFile("text.txt", "nothing of this kind\n");
+  writeFile("old.html", "old");
+  const RunCase& each = GetParam();
+  const ToolRun run = runTool(each.arguments, kPipe);
+  EXPECT_EQ(run.exit, each.exit) << run.err;
+  if (*each.out == '\0') {
+    EXPECT_EQ(run.out, "");
+  }
+  if (*each.err == '\0') {
+    EXPECT_EQ(run.err, "");
+  }
+  EXPECT_TRUE(contains(run.out, each.out)) << run.out.substr(0, 500);
+  EXPECT_TRUE(contains(run.err, each.err)) << run.err;
+  // A page is whole or not there.
+  EXPECT_EQ(std::filesystem::exists("new.html"), contains(run.out, "new.html: "));
+  EXPECT_EQ(readFile("old.html") == "old", !contains(run.out, "old.html: "));
+  for (const auto& entry : std::filesystem::directory_iterator(".")) {
+    EXPECT_FALSE(contains(entry.path().string(), ".part-")) << entry.path();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(View, ViewTest, testing::ValuesIn(kRuns),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+void PrintTo(const RunCase& each, std::ostream* out) { *out << each.arguments; }
+
+// What stands between two texts of another.
+std::string between(const std::string& text, const std::string& begin, const std::string& end) {
+  const std::size_t from = text.find(begin);
+  if (from == std::string::npos) return {};
+  const std::size_t first = from + begin.size();
+  return text.substr(first, text.find(end, first) - first);
+}
+
+std::string decodedBase64(const std::string& text) {
+  const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string bytes;
+  unsigned bits = 0;
+  int count = 0;
+  for (const char c : text) {
+    if (c == '=') break;
+    bits = (bits << 6U) | static_cast<unsigned>(digits.find(c));
+    count += 6;
+    if (count < 8) continue;
+    count -= 8;
+    bytes += static_cast<char>((bits >> static_cast<unsigned>(count)) & 0xFFU);
+  }
+  return bytes;
+}
+
+// A page that the tool has written.
+struct WrittenPage {
+  explicit WrittenPage(const std::string& text)
+      : html(text),
+        head(Json::parse(
+            between(text, "<script type=\"application/json\" id=\"vesk-scene\">", "</script>"))),
+        data(decodedBase64(
+            between(text, "<script type=\"text/plain\" id=\"vesk-data\">", "</script>"))) {}
+
+  // The numbers of a block, `width` of them an item.
+  template <class Number>
+  std::vector<Number> block(const Json& place, std::size_t width = 1) const {
+    const auto offset = place.at(0).get<std::size_t>();
+    std::vector<Number> numbers(place.at(1).get<std::size_t>() * width);
+    EXPECT_EQ(offset % 8, 0u);
+    EXPECT_LE(offset + numbers.size() * sizeof(Number), data.size());
+    std::memcpy(numbers.data(), data.data() + offset, numbers.size() * sizeof(Number));
+    return numbers;
+  }
+
+  std::string html;
+  Json head;
+  std::string data;
+};
+
+class PageTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (VeskTool::pageTemplate().empty()) GTEST_SKIP() << "not run: vesk view: it was left out";
+  }
+
+  static WrittenPage pageOf(const std::string& arguments) {
+    const ToolRun run = runTool(arguments + " -o page.html -f");
+    EXPECT_LE(run.exit, 1) << run.err;
+    return WrittenPage(readFile("page.html"));
+  }
+};
+
+// One of each kind; the file is in the folder of golden files.
+TEST_F(PageTest, HoldsTheElementsInTheirOrder) {
+  const TempFolder folder;
+  const WrittenPage page = pageOf("view \"" + golden("elements.tokens.dat") + "\"");
+  const Json& elements = page.head["elements"];
+  EXPECT_EQ(page.head["schema"], "vesk-scene/1");
+  EXPECT_EQ(page.head["title"], "elements.tokens.dat");
+  EXPECT_EQ(elements["count"], 11);
+  std::vector<std::string> kinds;
+  for (const std::uint8_t kind : page.block<std::uint8_t>(elements["kind"])) {
+    kinds.push_back(page.head["kinds"][kind]["name"]);
+  }
+  const std::vector<std::string> expected{"point", "segment", "triangle", "quadrangle",
+                                          "text",  "box",     "reducer",  "cylinder",
+                                          "cone",  "torus",   "elbow"};
+  EXPECT_EQ(kinds, expected);
+  // The text has two lines.
+  const std::vector<std::uint32_t> lines{1, 2, 3, 4, 5, 7, 8, 9, 10, 11, 12};
+  EXPECT_EQ(page.block<std::uint32_t>(elements["line"]), lines);
+  const std::vector<std::uint32_t> counters{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+  EXPECT_EQ(page.block<std::uint32_t>(elements["counter"]), counters);
+  EXPECT_EQ(page.head["headers"], Json::array({"DUCT-7 A1"}));
+}
+
+TEST_F(PageTest, HoldsTheRecordsByteForByte) {
+  const TempFolder folder;
+  const std::string file = readFile(golden("elements.tokens.dat"));
+  const WrittenPage page = pageOf("view \"" + golden("elements.tokens.dat") + "\"");
+  const std::vector<char> records = page.block<char>(page.head["records"]);
+  EXPECT_EQ(std::string(records.begin(), records.end()), file);
+  const auto starts = page.block<std::uint32_t>(page.head["elements"]["record"]);
+  ASSERT_EQ(starts.size(), 12u);
+  EXPECT_EQ(starts.front(), 0u);
+  EXPECT_EQ(starts.back(), file.size());
+  // The third element's line.
+  EXPECT_EQ(std::string(records.data() + starts[2], starts[3] - starts[2]),
+            "DUCT-7  A1003    00g pt 0 0 0,pt 100 0 0,pt 0 50 0\n");
+}
+
+TEST_F(PageTest, HoldsTheNumbersExactly) {
+  const TempFolder folder;
+  writeFile("a.dat", "P-1     01001    00c 0.1 -2.5 123456.789,0 0 1e3,100.000001\n");
+  const WrittenPage page = pageOf("view a.dat");
+  EXPECT_EQ(page.head["layouts"], Json::parse(R"([[["origin", "p"], ["axis", "o"],
+                                                   ["diameter", "n"]]])"));
+  const std::vector<double> expected{0.1, -2.5, 123456.789, 0.0, 0.0, 1000.0, 100.000001};
+  EXPECT_EQ(page.block<double>(page.head["values"]), expected);
+}
+
+// 11 elements, as `info` gives their box, but for the text, which goes from 1 to
+// where its characters end: x of the segment is further.
+TEST_F(PageTest, HoldsTheBounds) {
+  const TempFolder folder;
+  const WrittenPage page = pageOf("view \"" + golden("elements.tokens.dat") + "\"");
+  const double low[] = {-108.55, -107.55, -10.0};
+  const double high[] = {1000.0, 111.55, 100.0};
+  for (std::size_t k = 0; k < 3; ++k) {
+    EXPECT_NEAR(page.head["bounds"][0][k].get<double>(), low[k], 1e-9);
+    EXPECT_NEAR(page.head["bounds"][1][k].get<double>(), high[k], 1e-9);
+  }
+}
+
+// Three pipes share one mesh; each place takes its corners to the pipe's box.
+TEST_F(PageTest, PipesShareAMesh) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00c 0 0 0,0 0 1000,100\n"
+            "P-1     01002    00c 10 20 30,200 0 0,50\n"
+            "P-1     01003    00c 5 5 5,0 -70 0,8\n");
+  const WrittenPage page = pageOf("view a.dat");
+  ASSERT_EQ(page.head["meshes"].size(), 1u);
+  EXPECT_EQ(page.head["meshes"][0]["closed"], true);
+  const auto positions = page.block<float>(page.head["meshes"][0]["positions"], 3);
+  const auto matrices = page.block<float>(page.head["groups"][0]["matrices"], 12);
+  const auto elements = page.block<std::uint32_t>(page.head["groups"][0]["elements"]);
+  EXPECT_EQ(elements, (std::vector<std::uint32_t>{0, 1, 2}));
+  const float boxes[3][6] = {
+      {-50, -50, 0, 50, 50, 1000}, {10, -5, 5, 210, 45, 55}, {1, -65, 1, 9, 5, 9}};
+  for (std::size_t place = 0; place < 3; ++place) {
+    float low[3] = {1e9F, 1e9F, 1e9F};
+    float high[3] = {-1e9F, -1e9F, -1e9F};
+    for (std::size_t i = 0; i < positions.size(); i += 3) {
+      for (std::size_t row = 0; row < 3; ++row) {
+        const float* m = matrices.data() + place * 12 + row * 4;
+        const float x =
+            m[0] * positions[i] + m[1] * positions[i + 1] + m[2] * positions[i + 2] + m[3];
+        low[row] = std::min(low[row], x);
+        high[row] = std::max(high[row], x);
+      }
+    }
+    for (std::size_t k = 0; k < 3; ++k) {
+      EXPECT_NEAR(low[k], boxes[place][k], 1e-3F) << place << ' ' << k;
+      EXPECT_NEAR(high[k], boxes[place][k + 3], 1e-3F) << place << ' ' << k;
+    }
+  }
+}
+
+TEST_F(PageTest, IndicesStayInTheirMesh) {
+  const TempFolder folder;
+  const WrittenPage page = pageOf("view \"" + golden("elements.tokens.dat") + "\"");
+  for (const Json& mesh : page.head["meshes"]) {
+    const auto positions = page.block<float>(mesh["positions"], 3);
+    const auto normals = page.block<float>(mesh["normals"], 3);
+    EXPECT_EQ(positions.size(), normals.size());
+    for (const std::uint32_t index : page.block<std::uint32_t>(mesh["indices"])) {
+      ASSERT_LT(index, positions.size() / 3);
+    }
+  }
+}
+
+TEST_F(PageTest, NoTextOfARecordEndsItsBlock) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "<b>&\"'  01001    00x 1 2 0,1 0 0,0 1 0,2.5,0.5,7,9\n"
+            "<b>&\"'  01001    01x </script>\n");
+  const WrittenPage page = pageOf("view a.dat --title \"<i>--></i>\"");
+  EXPECT_EQ(page.head["title"], "<i>--></i>");
+  EXPECT_EQ(page.head["headers"][0], "<b>&\"' 01");
+  EXPECT_EQ(page.head["texts"][0]["text"], "</script>");
+  const std::string scene = between(page.html, "id=\"vesk-scene\">", "</script>");
+  EXPECT_EQ(scene.find('<'), std::string::npos);
+}
+
+TEST_F(PageTest, IsTheTemplateAroundTheModel) {
+  const TempFolder folder;
+  writeFile("a.dat", kPipe);
+  WrittenPage page = pageOf("view a.dat");
+  const std::string scene = between(page.html, "id=\"vesk-scene\">", "</script>");
+  const std::string data = between(page.html, "id=\"vesk-data\">", "</script>");
+  page.html.erase(page.html.find(scene), scene.size());
+  page.html.erase(page.html.find(data), data.size());
+  EXPECT_TRUE(page.html == VeskTool::pageTemplate());
+}
+
+TEST_F(PageTest, SameInputSameBytes) {
+  const TempFolder folder;
+  const std::string arguments = "view \"" + golden("pump.dat") + "\"";
+  EXPECT_TRUE(pageOf(arguments).html == pageOf(arguments).html);
+}
+
+// A quarter of the pieces of "fine".
+TEST_F(PageTest, QualitySetsTheTriangles) {
+  const TempFolder folder;
+  writeFile("a.dat", kPipe);
+  const auto corners = [](const std::string& quality) {
+    const WrittenPage page = pageOf("view a.dat --quality " + quality);
+    return page.head["meshes"][0]["indices"][1].get<std::size_t>();
+  };
+  // n pieces: 2 n triangles round about and n - 2 on each end.
+  EXPECT_EQ(corners("draft"), 3 * (4 * 16u - 4));
+  EXPECT_EQ(corners("normal"), 3 * (4 * 32u - 4));
+  EXPECT_EQ(corners("fine"), 3 * (4 * 64u - 4));
+}
+
+TEST_F(PageTest, FarFromTheOriginItKeepsAnOffset) {
+  const TempFolder folder;
+  writeFile("a.dat", "P-1     01001    00c 6700000 500000 0,0 0 1000,0.5\n");
+  const WrittenPage page = pageOf("view a.dat");
+  const double x = page.head["offset"][0];
+  EXPECT_NEAR(x + page.head["bounds"][0][0].get<double>(), 6700000 - 0.25, 1e-6);
+  EXPECT_LT(std::abs(page.head["bounds"][1][0].get<double>()), 2000.0);
+}
+
+#ifndef _WIN32
+
+// Programs of our own stand before those of the system.
+class OpeningTest : public PageTest {
+ protected:
+  static ToolRun runWith(const std::string& settings, const std::string& arguments) {
+    std::filesystem::create_directory("bin");
+    std::filesystem::create_directory("tmp");
+    writeFile("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" >opened.part\nmv opened.part opened\n");
+    std::filesystem::permissions("bin/xdg-open", std::filesystem::perms::owner_all);
+    writeFile("run", "#!/bin/sh\nunset DISPLAY WAYLAND_DISPLAY BROWSER\nexport TMPDIR=$PWD/tmp " +
+                         settings + "\nexec \"" VESK_TOOL "\" \"$@\"\n");
+    std::filesystem::permissions("run", std::filesystem::perms::owner_all);
+    ToolRun run;
+    run.exit = std::system(("./run " + arguments + " >out 2>err").c_str());
+    run.out = readFile("out");
+    run.err = readFile("err");
+    return run;
+  }
+
+  // What the desktop was asked to open, once it was.
+  static std::string opened() {
+    std::system("for i in 1 2 3 4 5 6 7 8 9 10; do [ -e opened ] && break; sleep 0.2; done");
+    return readFile("opened");
+  }
+};
+
+TEST_F(OpeningTest, OpensATemporaryFile) {
+  const TempFolder folder;
+  writeFile("plant.dat", kPipe);
+  const ToolRun run = runWith("DISPLAY=:7 PATH=\"$PWD/bin:$PATH\"", "view plant.dat");
+  EXPECT_EQ(run.exit, 0) << run.err;
+  const std::string name = run.out.substr(0, run.out.find(": "));
+  EXPECT_TRUE(name.ends_with("/plant.html")) << name;
+  EXPECT_EQ(opened(), name);
+  EXPECT_EQ(WrittenPage(readFile(name)).head["elements"]["count"], 1);
+  // Nobody else may read it.
+  const auto permissions =
+      std::filesystem::status(std::filesystem::path(name).parent_path()).permissions();
+  EXPECT_EQ(permissions, std::filesystem::perms::owner_all);
+}
+
+TEST_F(OpeningTest, DoesNotOpenWhatHasAName) {
+  const TempFolder folder;
+  writeFile("plant.dat", kPipe);
+  runWith("DISPLAY=:7 PATH=\"$PWD/bin:$PATH\"", "view plant.dat -o page.html");
+  runWith("DISPLAY=:7 PATH=\"$PWD/bin:$PATH\"", "view plant.dat --no-open");
+  EXPECT_FALSE(std::filesystem::exists("opened"));
+}
+
+TEST_F(OpeningTest, SaysWhereThereIsNoDesktop) {
+  const TempFolder folder;
+  writeFile("plant.dat", kPipe);
+  const ToolRun run = runWith("PATH=\"$PWD/bin:$PATH\"", "view plant.dat");
+  EXPECT_EQ(run.exit, 0);
+  EXPECT_TRUE(contains(run.err, "there is no desktop")) << run.err;
+  EXPECT_TRUE(contains(run.out, "/plant.html: 1 element")) << run.out;
+}
+
+TEST_F(OpeningTest, SaysThatTheOpenerIsMissing) {
+  const TempFolder folder;
+  writeFile("plant.dat", kPipe);
+  std::filesystem::create_directory("none");
+  const ToolRun run = runWith("DISPLAY=:7 PATH=\"$PWD/none\"", "view plant.dat");
+  EXPECT_EQ(run.exit, 0);
+  EXPECT_TRUE(contains(run.err, "xdg-open can't be started: No such file")) << run.err;
+}
+
+#endif
+
+}  // namespace
+}  // namespace VeskTest

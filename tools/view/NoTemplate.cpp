@@ -1,0 +1,8 @@
+#include "view/Page.h"
+
+namespace VeskTool {
+
+// For a build without the viewer.
+std::string pageTemplate() { return {}; }
+
+}  // namespace VeskTool

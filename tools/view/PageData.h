@@ -1,0 +1,50 @@
+#ifndef VESK_TOOLS_VIEW_PAGEDATA_H
+#define VESK_TOOLS_VIEW_PAGEDATA_H
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Streams.h"
+
+namespace VeskTool {
+
+// The binary data of a page: blocks of little-endian numbers one after the other,
+// each from a multiple of eight bytes on.
+class PageData {
+ public:
+  struct Block {
+    std::uint64_t offset = 0;  // in bytes
+    std::uint64_t count = 0;   // of items
+  };
+
+  // Adds a block of numbers or bytes; `width` of them are an item.
+  template <class Numbers>
+  Block add(const Numbers& numbers, std::size_t width = 1) {
+    using Number = typename Numbers::value_type;
+    bytes_.resize((bytes_.size() + 7) / 8 * 8, '\0');
+    const Block block{bytes_.size(), numbers.size() / width};
+    const std::size_t size = numbers.size() * sizeof(Number);
+    bytes_.append(reinterpret_cast<const char*>(numbers.data()), size);
+    if constexpr (std::endian::native == std::endian::big) {
+      turnOver(block.offset, size, sizeof(Number));
+    }
+    return block;
+  }
+
+  std::size_t size() const { return bytes_.size(); }
+
+  void writeBase64(TextSink& to) const;
+
+ private:
+  // Turns the order of the bytes of each number.
+  void turnOver(std::size_t begin, std::size_t size, std::size_t each);
+
+  std::string bytes_;
+};
+
+}  // namespace VeskTool
+
+#endif

@@ -133,13 +133,18 @@ class TableListing : public Listing {
     const GePoint p = placeOf(*element.geo);
     for (const double v : {p.x, p.y, p.z}) {
       text_ += "  ";
-      appendRight(text_, rounded(v, 3), 12);
+      number_.clear();
+      appendRounded(number_, v, 3);
+      appendRight(text_, number_, 12);
     }
     const std::string sizes = sizesOf(*element.geo);
     if (!sizes.empty()) text_.append("  ").append(sizes);
     text_ += '\n';
     out_.write(text_);
   }
+
+ private:
+  std::string number_;
 };
 
 class CsvListing : public Listing {

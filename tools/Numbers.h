@@ -22,6 +22,7 @@ void appendRounded(std::string& to, double value, int decimals);
 std::string rounded(double value, int decimals);
 
 // At most so many decimals, without zeros at the end: 3 decimals: 1.5 -> "1.5".
+void appendTrimmed(std::string& to, double value, int decimals);
 std::string trimmedNumber(double value, int decimals);
 
 // "x y z", shortest.

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <process.h>
+#include <sys/stat.h>
 #include <windows.h>
 // Behind windows.h, which it needs.
 #include <shellapi.h>

@@ -127,7 +127,7 @@ class TableListing : public Listing {
     text_ += "  ";
     appendLeft(text_, nameOf(kindOf(*element.geo)), 10);
     text_ += "  ";
-    appendLeft(text_, headerText(element.header), 11);
+    appendLeft(text_, headerOf(element.header), 11);
     text_ += "  ";
     appendRight(text_, std::to_string(element.counter()), 7);
     const GePoint p = placeOf(*element.geo);
@@ -144,7 +144,22 @@ class TableListing : public Listing {
   }
 
  private:
+  // Most elements have the header of the one before.
+  const std::string& headerOf(const Vesk::HeaderFields& fields) {
+    const std::string_view f1(fields.f1.data(), fields.f1.width());
+    const std::string_view f2(fields.f2.data(), fields.f2.width());
+    if (f1 != f1_ || f2 != f2_) {
+      f1_ = f1;
+      f2_ = f2;
+      header_ = headerText(fields);
+    }
+    return header_;
+  }
+
   std::string number_;
+  std::string f1_;
+  std::string f2_;
+  std::string header_;
 };
 
 class CsvListing : public Listing {

@@ -121,13 +121,16 @@ std::FILE* openFile(const std::filesystem::path& path, const char* mode) {
   // The C library of older systems knows no "x".
   int flags = _O_BINARY | _O_NOINHERIT;
   const std::string_view wanted = mode;
+  // Only what may be written can be synced.
+  const bool both = wanted.find('+') != wanted.npos;
   if (wanted.starts_with('r')) {
-    flags |= _O_RDONLY;
+    flags |= both ? _O_RDWR : _O_RDONLY;
   } else {
     flags |= _O_WRONLY | _O_CREAT | (wanted.find('x') == wanted.npos ? _O_TRUNC : _O_EXCL);
   }
   const int handle = _wopen(path.c_str(), flags, _S_IREAD | _S_IWRITE);
-  return handle < 0 ? nullptr : _fdopen(handle, wanted.starts_with('r') ? "rb" : "wb");
+  if (handle < 0) return nullptr;
+  return _fdopen(handle, both ? "rb+" : (wanted.starts_with('r') ? "rb" : "wb"));
 #else
   return std::fopen(path.c_str(), mode);
 #endif

@@ -136,6 +136,8 @@ bool answerAboutTool(const FirstWords& first, const Commands& commands, Answer& 
 Exit runCommand(const FirstWords& first, Command& command, Answer& answer, CommonOptions& options,
                 std::unique_ptr<Progress>& progress) {
   CLI::App app;
+  // On Windows too a word that begins with "/" is a file.
+  app.allow_windows_style_options(false);
   command.define(app);
   defineCommon(app, options);
   std::vector<std::string> words = first.options;

@@ -186,6 +186,20 @@ TEST_F(CheckCommandTest, SarifFitsItsSchema) {
   EXPECT_EQ(document["runs"][0]["results"].size(), 1u);
 }
 
+// The line of a joint is gone when it is told; its letters are counted before.
+TEST_F(CheckCommandTest, SarifCountsLettersBeforeTheEndOfAPipe) {
+  std::string next = tokenLine("00", "c ", "1 2 1003.5,0 0 1000,200\n");
+  next.replace(0, 2, "\xc3\xbc");
+  const Outcome run = check({"--joints", "--format", "sarif", write("a.dat", kCyl + next)});
+  const Json document = Json::parse(run.out);
+  const Json& result = document["runs"][0]["results"][0];
+  EXPECT_EQ(result["ruleId"], "V201");
+  // "1 2 1003.5" in bytes 22 to 31.
+  const Json& region = result["locations"][0]["physicalLocation"]["region"];
+  EXPECT_EQ(region["startColumn"], 21);
+  EXPECT_EQ(region["endColumn"], 31);
+}
+
 TEST_F(CheckCommandTest, SarifSaysWhenAFileCouldNotBeRead) {
   const Outcome run = check({"--format", "sarif", write("c.dat", kCyl), "no/such.dat"});
   EXPECT_EQ(run.exit, 3);

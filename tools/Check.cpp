@@ -7,6 +7,7 @@
 #include "Command.h"
 #include "Files.h"
 #include "Nearest.h"
+#include "Options.h"
 #include "check/FileCheck.h"
 #include "check/Reports.h"
 
@@ -46,17 +47,18 @@ class CheckCommand : public Command {
         ->check(CLI::IsMember(std::vector<std::string>{"text", "json", "sarif"}))
         ->capture_default_str();
     app.add_flag("--json", json_, "the same as --format json");
-    app.add_option("--max", most_,
-                   "findings of each code and file that are shown; 0: all "
-                   "[20 in text, else all]")
+    app.add_option("--max", most_, "findings of each code and file that are shown; 0: all")
         ->type_name("N")
+        ->default_str("20 in text, else all")
         ->check(CLI::NonNegativeNumber);
     app.add_option("--only", only_, "look for these codes only; V1 means all that begin so")
         ->type_name("CODES")
+        ->default_str("all")
         ->delimiter(',')
         ->allow_extra_args(false);
     app.add_option("--ignore", ignore_, "do not look for these codes")
         ->type_name("CODES")
+        ->default_str("none")
         ->delimiter(',')
         ->allow_extra_args(false);
     app.add_option("--level", level_, "what is told at least: error, warning or note")
@@ -67,11 +69,11 @@ class CheckCommand : public Command {
     app.add_flag("--joints", options_.joints, "look for ends of pipes that almost meet");
     app.add_option("--tolerance", options_.joint.tolerance, "up to here the ends of a joint meet")
         ->type_name("MM")
-        ->check(CLI::NonNegativeNumber)
+        ->check(zeroOrMore())
         ->capture_default_str();
     app.add_option("--reach", options_.joint.reach, "ends further apart are no joint")
         ->type_name("MM")
-        ->check(CLI::PositiveNumber)
+        ->check(aboveZero())
         ->capture_default_str();
   }
 

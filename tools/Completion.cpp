@@ -110,6 +110,8 @@ std::string fish(const std::vector<CommandWords>& commands) {
               std::string(option.substr(2)) + '\n';
     }
   }
+  text +=
+      "complete -c vesk -n '__fish_seen_subcommand_from help' -f -a '" + namesOf(commands) + "'\n";
   return text;
 }
 

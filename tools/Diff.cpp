@@ -10,6 +10,7 @@
 #include "Kinds.h"
 #include "Match.h"
 #include "Numbers.h"
+#include "Options.h"
 
 namespace VeskTool {
 namespace {
@@ -186,15 +187,13 @@ class DiffCommand : public Command {
     app.add_option("--tolerance", tolerance_,
                    "differences up to this are none, in the unit of the file")
         ->type_name("LENGTH")
-        ->check(CLI::NonNegativeNumber)
+        ->check(zeroOrMore())
         ->capture_default_str();
     app.add_flag("--json", json_, "one JSON document");
   }
 
   Exit run(Session& session) override {
-    if (fileA_ == "-" && fileB_ == "-") {
-      throw Failure(Exit::kUsage, "only one of both can be stdin");
-    }
+    refuseStdinTwice({fileA_, fileB_});
     expectInput(fileA_, session.progress());
     expectInput(fileB_, session.progress());
     Exit exit = Exit::kDone;

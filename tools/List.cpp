@@ -24,15 +24,18 @@ class Filter {
   void define(CLI::App& app) {
     app.add_option("--only", kinds, "this kind only; may be given several times: " + kindNames())
         ->type_name("KIND")
+        ->default_str("all")
         ->take_all()
         ->expected(1);
     app.add_option("--header", header,
                    "this header only: field F1 and, after a blank, F2; * and ? "
                    "stand for any characters")
-        ->type_name("TEXT");
+        ->type_name("TEXT")
+        ->default_str("all");
     app.add_option("--bbox", box,
                    "what touches this box only: X1,Y1,Z1,X2,Y2,Z2 in the unit of the file")
-        ->type_name("BOX");
+        ->type_name("BOX")
+        ->default_str("all");
   }
 
   // Takes the words apart; throws a Failure for those that mean nothing.

@@ -69,6 +69,10 @@ std::string grouped(std::uint64_t value) {
   return text;
 }
 
+std::string counted(std::uint64_t count, const char* one) {
+  return grouped(count) + ' ' + one + (count == 1 ? "" : "s");
+}
+
 bool readNumber(std::string_view text, double& value) {
   if (text.starts_with('+')) text.remove_prefix(1);
   const std::from_chars_result end = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -79,7 +83,7 @@ bool readNumbers(std::string_view text, std::size_t count, double* values) {
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t end = text.find_first_of(", ");
     if ((end == text.npos) != (i + 1 == count)) return false;
-    if (!readNumber(text.substr(0, end), values[i])) return false;
+    if (!readNumber(text.substr(0, end), values[i]) || !std::isfinite(values[i])) return false;
     if (end == text.npos) return true;
     text.remove_prefix(end + 1);
   }

@@ -45,10 +45,10 @@ std::size_t InputSource::read(char* buffer, std::size_t size) {
   if (file_ == nullptr) return 0;
   errno = 0;
   const std::size_t count = std::fread(buffer, 1, size, file_);
-  if (count < size && std::ferror(file_) != 0) {
-    const int number = errno;
+  const int number = errno;
+  if (count < size) {
     checkInterrupt();
-    setError(number);
+    if (std::ferror(file_) != 0) setError(number);
   }
   if (count == 0) return 0;
   lineEnds_ += static_cast<std::uint64_t>(std::count(buffer, buffer + count, '\n'));

@@ -16,6 +16,7 @@
 // Behind windows.h, which it needs.
 #include <shellapi.h>
 #else
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #endif
@@ -25,17 +26,41 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-extern "C" void onInterrupt(int /*signal*/) { interrupted = 1; }
-
 #ifdef _WIN32
+HANDLE mainThread = nullptr;
+UINT codePage = 0;  // of the console, before us
+
+// Runs on a thread of its own.
+BOOL WINAPI onInterrupt(DWORD event) {
+  if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
+  interrupted = 1;
+  CancelSynchronousIo(mainThread);
+  return TRUE;
+}
+
+HANDLE handleOf(std::FILE* stream) {
+  return GetStdHandle(stream == stdout ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
+
 std::string utf8Of(const wchar_t* wide) { return nameOf(std::filesystem::path(wide)); }
 
 // Lets a console understand colours; others stay as they are.
-void allowColours(DWORD which) {
-  const HANDLE console = GetStdHandle(which);
+void allowColours(std::FILE* stream) {
+  const HANDLE console = handleOf(stream);
   DWORD mode = 0;
   if (GetConsoleMode(console, &mode) != 0) {
     SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+  }
+}
+#else
+extern "C" void onInterrupt(int /*signal*/) { interrupted = 1; }
+
+// A standard stream that is closed would be the next file that is opened, and get
+// what is meant for the stream. One that can't be used takes its place.
+void fillStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) >= 0) continue;
+    static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
   }
 }
 #endif
@@ -44,14 +69,24 @@ void allowColours(DWORD which) {
 
 void prepareProcess() {
 #ifdef _WIN32
-  std::signal(SIGINT, onInterrupt);
+  const HANDLE process = GetCurrentProcess();
+  DuplicateHandle(process, GetCurrentThread(), process, &mainThread, 0, FALSE,
+                  DUPLICATE_SAME_ACCESS);
+  SetConsoleCtrlHandler(onInterrupt, TRUE);
+  codePage = GetConsoleOutputCP();
+  if (codePage != 0) {
+    SetConsoleOutputCP(CP_UTF8);
+    std::atexit([] { SetConsoleOutputCP(codePage); });
+  }
   _setmode(_fileno(stdin), _O_BINARY);
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
-  allowColours(STD_OUTPUT_HANDLE);
-  allowColours(STD_ERROR_HANDLE);
+  allowColours(stdout);
+  allowColours(stderr);
 #else
+  fillStandardStreams();
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   // Without SA_RESTART: a read that waits for a terminal or a pipe must end.
   struct sigaction action = {};
   action.sa_handler = onInterrupt;
@@ -77,7 +112,9 @@ std::vector<std::string> commandLine(int count, char** words) {
 
 bool isTerminal(std::FILE* stream) {
 #ifdef _WIN32
-  return _isatty(_fileno(stream)) != 0;
+  // _isatty takes any device for one, NUL too.
+  DWORD mode = 0;
+  return GetConsoleMode(handleOf(stream), &mode) != 0;
 #else
   return isatty(fileno(stream)) != 0;
 #endif
@@ -86,9 +123,8 @@ bool isTerminal(std::FILE* stream) {
 int terminalWidth(std::FILE* stream) {
   constexpr int kUnknown = 80;
 #ifdef _WIN32
-  const DWORD which = stream == stdout ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE;
   CONSOLE_SCREEN_BUFFER_INFO screen;
-  if (GetConsoleScreenBufferInfo(GetStdHandle(which), &screen) == 0) return kUnknown;
+  if (GetConsoleScreenBufferInfo(handleOf(stream), &screen) == 0) return kUnknown;
   return screen.srWindow.Right - screen.srWindow.Left + 1;
 #else
   winsize size = {};

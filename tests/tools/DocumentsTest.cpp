@@ -1,12 +1,14 @@
 // What the documents show is what the tool does.
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
 #include <vector>
 
 #include "Command.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
+#include "tools/Transcript.h"
 
 namespace VeskTest {
 namespace {
@@ -26,21 +28,16 @@ TEST(Documents, ReadmeShowsWhatTheToolSays) {
   const TempFolder folder;
   const std::string readme = document("README.md");
   writeFile("veskpump.dat", blockOf(readme, "text"));
-  std::string rest = blockOf(readme, "console");
-  ASSERT_TRUE(rest.starts_with("$ vesk "));
-  int commands = 0;
-  while (!rest.empty()) {
-    const std::size_t lineEnd = rest.find('\n');
-    const std::string arguments = rest.substr(7, lineEnd - 7);
-    const std::size_t next = std::min(rest.find("\n$ vesk ", lineEnd), rest.size() - 1);
-    const std::string shown = rest.substr(lineEnd + 1, next - lineEnd);
-    const ToolRun run = runTool(arguments);
-    EXPECT_EQ(run.exit, 0) << arguments;
-    EXPECT_EQ(run.out + run.err, shown) << arguments;
-    rest.erase(0, next + 1);
-    ++commands;
-  }
-  EXPECT_EQ(commands, 4);
+  const std::vector<TranscriptStep> steps = stepsOf(blockOf(readme, "console"));
+  EXPECT_EQ(steps.size(), 4u);
+  expectTranscript(steps);
+}
+
+// "\-\-dry\-run", as a whole word, as a pattern.
+std::string escaped(const std::string& option) {
+  std::string text = R"(\\-\\-)";
+  for (const char c : option) text += c == '-' ? R"(\\-)" : std::string(1, c);
+  return text + R"((?![a-z]|\\-))";
 }
 
 TEST(Documents, TheManPageAndTheHelpNameEveryCommand) {
@@ -49,7 +46,17 @@ TEST(Documents, TheManPageAndTheHelpNameEveryCommand) {
   const std::string help = runTool("--help").out;
   for (const auto& command : VeskTool::makeCommands()) {
     const std::string name(command->text().name);
-    EXPECT_NE(page.find(".BR \"vesk " + name + "\""), std::string::npos) << name;
+    const std::size_t begin = page.find(".BR \"vesk " + name + "\"");
+    ASSERT_NE(begin, std::string::npos) << name;
+    const std::string part = page.substr(begin, page.find(".TP", begin) - begin);
+    CLI::App app;
+    command->define(app);
+    for (const CLI::Option* option : app.get_options()) {
+      for (const std::string& word : option->get_lnames()) {
+        if (word == "help") continue;
+        EXPECT_TRUE(std::regex_search(part, std::regex(escaped(word)))) << name << " --" << word;
+      }
+    }
     EXPECT_NE(help.find(' ' + name + ' '), std::string::npos) << name;
     EXPECT_FALSE(command->text().examples.empty()) << name;
   }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "Terminal.h"
 #include "support/TempFolder.h"
 
 #ifndef _WIN32
@@ -19,10 +20,10 @@ ToolRun runTool(const std::string& arguments, std::string_view input) {
   command = '"' + command + '"';
 #endif
   ToolRun run;
-  const int status = std::system(command.c_str());
 #ifdef _WIN32
-  run.exit = status;
+  run.exit = _wsystem(VeskTool::pathOf(command).c_str());
 #else
+  const int status = std::system(command.c_str());
   run.exit = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 #endif
   run.out = readFile("tool.out");
@@ -35,7 +36,7 @@ std::string golden(const std::string& name) {
 }
 
 void writeFile(const std::string& name, std::string_view bytes) {
-  std::ofstream(name, std::ios::binary)
+  std::ofstream(VeskTool::pathOf(name), std::ios::binary)
       .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 

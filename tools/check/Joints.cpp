@@ -4,6 +4,7 @@
 #include <bit>
 #include <cmath>
 
+#include "Terminal.h"
 #include "Words.h"
 #include "check/NumberPlaces.h"
 #include "ge/GeConstants.h"
@@ -20,6 +21,7 @@ constexpr double kFacingCosine = 0.99619469809174555;  // of five degrees
 constexpr double kFittingLength = 3.0;                 // in diameters
 constexpr double kRounding = 1e-6;                     // less than the last decimal of any style
 constexpr double kLastCell = 4e15;                     // numbers of cells are exact up to here
+constexpr std::size_t kEndsBetweenLooks = 4096;        // whether Ctrl-C was pressed
 constexpr std::uint32_t kNone = 0xffffffff;
 
 // The ends, by the cell of space in which they lie. Cells are four reaches wide,
@@ -162,6 +164,7 @@ void Joints::find(const std::function<void(const JointFault&)>& take) const {
   const Grid grid(ends_, options_.reach);
   std::vector<std::uint32_t> nearest(ends_.size(), kNone);
   for (std::size_t i = 0; i < ends_.size(); ++i) {
+    if (i % kEndsBetweenLooks == 0) checkInterrupt();
     double best = 0.0;
     grid.forEachNear(ends_[i].point, options_.reach + kRounding, [&](std::uint32_t k) {
       double distance = 0.0;

@@ -15,10 +15,6 @@ namespace {
 constexpr const char* kSarifSchema =
     "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
 
-std::string counted(std::uint64_t count, const char* one) {
-  return grouped(count) + ' ' + one + (count == 1 ? "" : "s");
-}
-
 // A column of the finding in characters, both from 1; bytes that are no UTF-8
 // count as one each.
 std::uint64_t characterColumn(const Finding& finding, std::size_t column) {

@@ -88,7 +88,7 @@ OutputFile::OutputFile(const std::string& name, bool force) : name_(name), force
   if (fs::exists(status) && !force) {
     throw Failure(Exit::kOutput, name + ": there is such a file already", "-f replaces it");
   }
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
+  if (isDevice(target_)) {
     file_ = openFile(target_, "wb");
     if (file_ == nullptr) fail(errno);
     return;
@@ -129,7 +129,8 @@ void OutputFile::commit() {
     if (isClosedPipe(errno)) throw ClosedPipe();
     fail(errno);
   }
-  const bool synced = syncFile(file_);
+  // Pipes and devices have nothing to sync.
+  const bool synced = part_.empty() || syncFile(file_);
   const int number = errno;
   std::FILE* file = file_;
   file_ = nullptr;

@@ -162,7 +162,8 @@ std::FILE* openFile(const std::filesystem::path& path, const char* mode) {
   if (wanted.starts_with('r')) {
     flags |= both ? _O_RDWR : _O_RDONLY;
   } else {
-    flags |= _O_WRONLY | _O_CREAT | (wanted.find('x') == wanted.npos ? _O_TRUNC : _O_EXCL);
+    // Devices, which are written without "x", can't be made.
+    flags |= _O_WRONLY | (wanted.find('x') == wanted.npos ? 0 : _O_CREAT | _O_EXCL);
   }
   const int handle = _wopen(path.c_str(), flags, _S_IREAD | _S_IWRITE);
   if (handle < 0) return nullptr;
@@ -172,13 +173,27 @@ std::FILE* openFile(const std::filesystem::path& path, const char* mode) {
 #endif
 }
 
+bool isDevice(const std::filesystem::path& path) {
+#ifdef _WIN32
+  const HANDLE handle = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return false;
+  const DWORD type = GetFileType(handle);
+  CloseHandle(handle);
+  return type != FILE_TYPE_DISK;
+#else
+  std::error_code error;
+  return std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error);
+#endif
+}
+
 bool syncFile(std::FILE* file) {
   errno = 0;
   if (std::fflush(file) != 0) return false;
 #ifdef _WIN32
-  return _commit(_fileno(file)) == 0 || errno == EBADF;
+  return _commit(_fileno(file)) == 0;
 #else
-  // Pipes and devices have nothing to sync.
+  // Some file systems can't.
   return fsync(fileno(file)) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP;
 #endif
 }

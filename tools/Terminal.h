@@ -38,9 +38,12 @@ void checkInterrupt();
 std::filesystem::path pathOf(std::string_view name);
 std::string nameOf(const std::filesystem::path& path);
 
-// Like std::fopen; the mode "wx" fails if there is such a file. Null on failure,
-// with errno set.
+// Like std::fopen; the mode "wx" fails if there is such a file, "w" is for devices.
+// Null on failure, with errno set.
 std::FILE* openFile(const std::filesystem::path& path, const char* mode);
+
+// Whether this is there and no file: a terminal, a pipe, /dev/null, NUL.
+bool isDevice(const std::filesystem::path& path);
 
 // Brings what was written to the disk; false with errno set if that fails.
 bool syncFile(std::FILE* file);

@@ -6,7 +6,9 @@
 #include "Terminal.h"
 #include "support/TempFolder.h"
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include "tools/StartedTool.h"
+#else
 #include <sys/wait.h>
 #endif
 
@@ -14,15 +16,15 @@ namespace VeskTest {
 
 ToolRun runTool(const std::string& arguments, std::string_view input) {
   writeFile("tool.in", input);
-  std::string command = "\"" VESK_TOOL "\" " + arguments + " <tool.in >tool.out 2>tool.err";
-#ifdef _WIN32
-  // The shell takes the outer quotes away.
-  command = '"' + command + '"';
-#endif
   ToolRun run;
 #ifdef _WIN32
-  run.exit = _wsystem(VeskTool::pathOf(command).c_str());
+  const HANDLE in = openForTool("tool.in", true);
+  const HANDLE out = openForTool("tool.out", false);
+  const HANDLE err = openForTool("tool.err", false);
+  run.exit = StartedTool(arguments, in, out, err).exitCode();
+  for (const HANDLE handle : {in, out, err}) CloseHandle(handle);
 #else
+  const std::string command = "\"" VESK_TOOL "\" " + arguments + " <tool.in >tool.out 2>tool.err";
   const int status = std::system(command.c_str());
   run.exit = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 #endif

@@ -1,6 +1,5 @@
-// What is special on Windows: file names, line ends, consoles and pipes.
+// What is special on Windows: file names, line ends and pipes.
 #include <gtest/gtest.h>
-#include <windows.h>
 
 #include <filesystem>
 #include <fstream>
@@ -8,6 +7,7 @@
 #include <string>
 
 #include "support/TempFolder.h"
+#include "tools/StartedTool.h"
 #include "tools/ToolRun.h"
 
 namespace VeskTest {
@@ -87,55 +87,6 @@ TEST(WindowsFiles, AnExistingTargetIsReplaced) {
   EXPECT_EQ(bytesOf("old.dat"), kPipe);
 }
 
-// A run of the tool whose standard streams are these handles.
-class Started {
- public:
-  Started(const std::string& arguments, HANDLE input, HANDLE output) {
-    const HANDLE errors = openToInherit("errors");
-    for (const HANDLE handle : {input, output}) {
-      SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
-    }
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    start.dwFlags = STARTF_USESTDHANDLES;
-    start.hStdInput = input;
-    start.hStdOutput = output;
-    start.hStdError = errors;
-    std::string words = "\"" VESK_TOOL "\" " + arguments;
-    EXPECT_NE(CreateProcessA(nullptr, words.data(), nullptr, nullptr, TRUE,
-                             CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &start, &process_),
-              0)
-        << GetLastError();
-    CloseHandle(errors);
-  }
-  ~Started() {
-    TerminateProcess(process_.hProcess, 99);
-    CloseHandle(process_.hProcess);
-    CloseHandle(process_.hThread);
-  }
-  Started(const Started&) = delete;
-  Started& operator=(const Started&) = delete;
-
-  static HANDLE openToInherit(const char* name) {
-    SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
-    return CreateFileA(name, GENERIC_WRITE | GENERIC_READ, FILE_SHARE_READ, &inherit, OPEN_ALWAYS,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
-  }
-
-  DWORD number() const { return process_.dwProcessId; }
-
-  int exitCode() const {
-    constexpr DWORD kPatience = 20000;
-    EXPECT_EQ(WaitForSingleObject(process_.hProcess, kPatience), WAIT_OBJECT_0);
-    DWORD code = 0;
-    GetExitCodeProcess(process_.hProcess, &code);
-    return static_cast<int>(code);
-  }
-
- private:
-  PROCESS_INFORMATION process_{};
-};
-
 TEST(WindowsStreams, AClosedPipeEndsQuietly) {
   const TempFolder folder;
   writeFile("pipe.dat", kPipe);
@@ -143,42 +94,11 @@ TEST(WindowsStreams, AClosedPipeEndsQuietly) {
   HANDLE write = nullptr;
   ASSERT_NE(CreatePipe(&read, &write, nullptr, 0), 0);
   CloseHandle(read);
-  const HANDLE input = Started::openToInherit("input");
-  {
-    const Started run("list pipe.dat", input, write);
-    EXPECT_EQ(run.exitCode(), 0);
-  }
-  CloseHandle(write);
-  CloseHandle(input);
+  const HANDLE input = openForTool("pipe.dat", true);
+  const HANDLE errors = openForTool("errors", false);
+  EXPECT_EQ(StartedTool("list pipe.dat", input, write, errors).exitCode(), 0);
+  for (const HANDLE handle : {write, input, errors}) CloseHandle(handle);
   EXPECT_EQ(bytesOf("errors"), "");
-}
-
-bool hasPart() {
-  for (const auto& entry : std::filesystem::directory_iterator(".")) {
-    if (contains(entry.path().string(), ".part-")) return true;
-  }
-  return false;
-}
-
-// Ctrl-C can't be sent to one group of processes alone, Ctrl-Break can.
-TEST(WindowsConsole, CtrlBreakEndsWith130AndLeavesNoFile) {
-  const TempFolder folder;
-  if (GetConsoleWindow() == nullptr && GetConsoleCP() == 0 && AllocConsole() == 0) {
-    GTEST_SKIP() << "there is no console";
-  }
-  HANDLE read = nullptr;
-  HANDLE write = nullptr;
-  ASSERT_NE(CreatePipe(&read, &write, nullptr, 0), 0);
-  const HANDLE output = Started::openToInherit("output");
-  {
-    const Started run("convert - out.dat", read, output);
-    for (int i = 0; i < 400 && !hasPart(); ++i) Sleep(50);
-    EXPECT_TRUE(hasPart());
-    ASSERT_NE(GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, run.number()), 0) << GetLastError();
-    EXPECT_EQ(run.exitCode(), 130);
-  }
-  EXPECT_FALSE(hasPart());
-  for (const HANDLE handle : {read, write, output}) CloseHandle(handle);
 }
 
 }  // namespace

@@ -74,9 +74,10 @@ TEST(ParseDouble, TakesNan) {
 }
 
 TEST(ParseDouble, RefusesWhatIsNotExactlyOneNumber) {
-  for (const char* text : {"",    " ",     "+",     "-",    ".",   "e5",   "abc", "12.5x", "12,5",
-                           "1 2", "1.2.3", "+-1",   "--1",  "++1", "- 1",  "1e",  "1e+",   "0x",
-                           "0xg", "0xinf", "0xnan", "0x-1", "0x.", "infx", "nanx"}) {
+  for (const char* text :
+       {"",      " ",    "+",   "-",      ".",      "e5",    "abc",   "12.5x", "12,5", "1 2",
+        "1.2.3", "+-1",  "--1", "++1",    "- 1",    "1e",    "1e+",   "0x",    "0xg",  "0xinf",
+        "0xnan", "0x-1", "0x.", "0x.inf", "0x.nan", "0x.-1", "0x.p1", "infx",  "nanx"}) {
     EXPECT_FALSE(parseDouble(text).has_value()) << '"' << text << '"';
   }
   EXPECT_FALSE(parseDouble(std::string_view("1\0", 2)).has_value());

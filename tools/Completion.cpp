@@ -93,7 +93,11 @@ std::string zsh(const std::vector<CommandWords>& commands) {
       "  esac\n"
       "  _files\n"
       "}\n"
-      "compdef _vesk vesk\n";
+      "if [[ \"$funcstack[1]\" == _vesk ]]; then\n"
+      "  _vesk \"$@\"\n"  // loaded at the first use, from a folder of completions
+      "else\n"
+      "  compdef _vesk vesk\n"
+      "fi\n";
   return text;
 }
 

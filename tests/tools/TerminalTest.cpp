@@ -9,9 +9,11 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
+#include "support/JsonSchema.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
 
@@ -191,6 +193,9 @@ TEST(Terminal, ProgressAsJson) {
   EXPECT_TRUE(appears(run, "{\"schema\":\"vesk.progress/1\",\"bytes\":"));
   run.endInput();
   EXPECT_EQ(run.exitCode(), 0);
+  const std::string line = run.screen(0).substr(0, run.screen(0).find('\r'));
+  std::ifstream schema(VESK_SCHEMA_FOLDER "/progress.json");
+  EXPECT_EQ(schemaFault(nlohmann::json::parse(line), nlohmann::json::parse(schema)), "") << line;
 }
 
 TEST(Terminal, CtrlCEndsWith130AndLeavesNoFile) {

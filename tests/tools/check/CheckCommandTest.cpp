@@ -157,7 +157,7 @@ TEST_F(CheckCommandTest, JsonFitsItsSchema) {
       check({"--json", "--joints", "--max", "1", write("a.dat", kBad + kShort + kShort),
              write("b.dat", ""), write("c.dat", kCyl + "\n")});
   const Json document = Json::parse(run.out);
-  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check.schema.json"));
+  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check.json"));
   EXPECT_EQ(schemaFault(document, schema), "");
   EXPECT_EQ(document["schema"], "vesk.check/1");
   EXPECT_EQ(document["files"].size(), 3u);
@@ -174,7 +174,7 @@ TEST_F(CheckCommandTest, SarifFitsItsSchema) {
   line.replace(0, 2, "\xc3\xbc");
   const Outcome run = check({"--format", "sarif", write("a b.dat", line), write("c.dat", kCyl)});
   const Json document = Json::parse(run.out);
-  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check-sarif.schema.json"));
+  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check-sarif.json"));
   EXPECT_EQ(schemaFault(document, schema), "");
   const Json& result = document["runs"][0]["results"][0];
   EXPECT_EQ(result["ruleId"], "V021");

@@ -1,11 +1,12 @@
 # What an installed tree holds, the CMake package, pkg-config files and packages.
 #
-#   bin/                 CVeskDll.dll
+#   bin/                 CVeskDll.dll; vesk, the tool
 #   lib/                 the shared library, the static C++ model, import libraries
 #   lib/cmake/vesk/      find_package(vesk): vesk::CVeskDll and vesk::vesk
 #   lib/pkgconfig/       vesk.pc (the C library) and vesk-model.pc (the C++ model)
 #   include/vesk.h       the C library
 #   include/vesk/        the C++ model: #include "prims/Cyl.h"
+#   share/               the tool's manual page and completions, on Unix
 #
 # All of it may be moved to another place.
 include(GNUInstallDirs)
@@ -35,6 +36,22 @@ if(WIN32)
     DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 endif()
 
+if(TARGET vesk_tool)
+  install(TARGETS vesk_tool RUNTIME COMPONENT tools)
+endif()
+if(TARGET vesk_completions)
+  set(data ${CMAKE_INSTALL_DATADIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/docs/vesk.1
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  set(from ${PROJECT_BINARY_DIR}/completions)
+  install(FILES ${from}/bash DESTINATION ${data}/bash-completion/completions RENAME vesk
+    COMPONENT tools)
+  install(FILES ${from}/zsh DESTINATION ${data}/zsh/vendor-completions RENAME _vesk
+    COMPONENT tools)
+  install(FILES ${from}/fish DESTINATION ${data}/fish/vendor_completions.d RENAME vesk.fish
+    COMPONENT tools)
+endif()
+
 install(EXPORT vesk NAMESPACE vesk:: FILE veskConfig.cmake
   DESTINATION ${package_folder} COMPONENT development)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/veskConfigVersion.cmake
@@ -56,6 +73,9 @@ set(CPACK_PACKAGE_CONTACT "The maintainers of Vesk <vesk@localhost>")
 set(CPACK_PACKAGE_CHECKSUM SHA256)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime development)
+if(TARGET vesk_tool)
+  list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
 set(CPACK_VERBATIM_VARIABLES ON)
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
@@ -64,7 +84,7 @@ else()
   set(CPACK_GENERATOR DEB TGZ)
 endif()
 
-# Two Debian packages: what a program needs to run, and to be built.
+# Debian packages: what a program needs to run, and to be built, and the tool.
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libcveskdll${PROJECT_VERSION_MAJOR})
@@ -75,4 +95,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libcveskdll-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "libcveskdll${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}), libstdc++-dev | libstdc++-12-dev")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME vesk-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
 include(CPack)

@@ -7,6 +7,7 @@
 #include "Command.h"
 #include "Files.h"
 #include "Nearest.h"
+#include "Options.h"
 #include "SceneReader.h"
 #include "check/FileCheck.h"
 #include "check/Reports.h"
@@ -28,7 +29,7 @@ class CheckCommand : public Command {
         "form and geometry, every finding with its place",
         "The exit code is 1 if there are errors. Lengths are in the unit of the file, by custom "
         "millimetres. Memory: up to 64 bytes for each element, to find what is drawn twice "
-        "(none with --ignore V204), with --joints 220 for each pipe, and with json and sarif all "
+        "(none with --ignore V204), with --joints 250 for each pipe, and with json and sarif all "
         "findings.\n"
         "\n"
         "--joints looks at the ends of cylinders, cones and tori. Two ends face each other if "
@@ -50,17 +51,18 @@ class CheckCommand : public Command {
         ->check(CLI::IsMember(std::vector<std::string>{"text", "json", "sarif"}))
         ->capture_default_str();
     app.add_flag("--json", json_, "the same as --format json");
-    app.add_option("--max", most_,
-                   "findings of each code and file that are shown; 0: all "
-                   "[20 in text, else all]")
+    app.add_option("--max", most_, "findings of each code and file that are shown; 0: all")
         ->type_name("N")
+        ->default_str("20 in text, else all")
         ->check(CLI::NonNegativeNumber);
     app.add_option("--only", only_, "look for these codes only; V1 means all that begin so")
         ->type_name("CODES")
+        ->default_str("all")
         ->delimiter(',')
         ->allow_extra_args(false);
     app.add_option("--ignore", ignore_, "do not look for these codes")
         ->type_name("CODES")
+        ->default_str("none")
         ->delimiter(',')
         ->allow_extra_args(false);
     app.add_option("--level", level_, "what is told at least: error, warning or note")
@@ -71,11 +73,11 @@ class CheckCommand : public Command {
     app.add_flag("--joints", options_.joints, "look for ends of pipes that almost meet");
     app.add_option("--tolerance", options_.joint.tolerance, "up to here the ends of a joint meet")
         ->type_name("MM")
-        ->check(CLI::NonNegativeNumber)
+        ->check(zeroOrMore())
         ->capture_default_str();
     app.add_option("--reach", options_.joint.reach, "ends further apart are no joint")
         ->type_name("MM")
-        ->check(CLI::PositiveNumber)
+        ->check(aboveZero())
         ->capture_default_str();
     CLI::Option* view = app.add_flag(
         "--view", view_, "show all findings in a page and open it; here only how many there are");

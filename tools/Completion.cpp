@@ -93,7 +93,11 @@ std::string zsh(const std::vector<CommandWords>& commands) {
       "  esac\n"
       "  _files\n"
       "}\n"
-      "compdef _vesk vesk\n";
+      "if [[ \"$funcstack[1]\" == _vesk ]]; then\n"
+      "  _vesk \"$@\"\n"  // loaded at the first use, from a folder of completions
+      "else\n"
+      "  compdef _vesk vesk\n"
+      "fi\n";
   return text;
 }
 
@@ -110,6 +114,8 @@ std::string fish(const std::vector<CommandWords>& commands) {
               std::string(option.substr(2)) + '\n';
     }
   }
+  text +=
+      "complete -c vesk -n '__fish_seen_subcommand_from help' -f -a '" + namesOf(commands) + "'\n";
   return text;
 }
 

@@ -79,8 +79,9 @@ class ConvertCommand : public Command {
   void define(CLI::App& app) override {
     app.add_option("IN", input_, "record file; - is stdin")->required();
     app.add_option("OUT", output_, "record file; - is stdout")->required();
-    app.add_option("--style", style_, "fixed or token; without it that of IN")
+    app.add_option("--style", style_, "fixed or token")
         ->type_name("STYLE")
+        ->default_str("that of IN")
         ->check(CLI::IsMember(std::vector<std::string>{"fixed", "token"}));
     transform_.define(app);
     app.add_flag("--verify", verify_, "read OUT back and compare every element with IN");
@@ -207,7 +208,7 @@ class ConvertCommand : public Command {
     }
     if (back.next() != Vesk::RecordFile::Found::kEnd) say("more elements in " + output_);
     if (!back.error().empty()) throw Failure(Exit::kInput, output_ + ": " + back.error());
-    session.remark("vesk: verified " + grouped(compared) + " elements, " + grouped(different) +
+    session.remark("vesk: verified " + counted(compared, "element") + ", " + grouped(different) +
                    " differ\n");
     return different == 0 ? Exit::kDone : Exit::kNo;
   }

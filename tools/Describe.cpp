@@ -174,8 +174,17 @@ GePoint firstOf(const Vesk::Pgon& pgon) {
 }
 GePoint firstOf(const Vesk::Txt& txt) { return txt.position; }
 
-// Three decimals are enough for people.
-std::string shown(double value) { return trimmedNumber(value, 3); }
+// Appends words and numbers in turn; three decimals are enough for people.
+void appendPart(std::string& to, std::string_view words) { to += words; }
+void appendPart(std::string& to, double value) { appendTrimmed(to, value, 3); }
+
+template <class... Parts>
+std::string joined(const Parts&... parts) {
+  std::string text;
+  text.reserve(64);
+  (appendPart(text, parts), ...);
+  return text;
+}
 
 double degreesBetween(const GeVector& a, const GeVector& b) {
   if (a.length() == 0.0 || b.length() == 0.0) return 0.0;
@@ -183,31 +192,31 @@ double degreesBetween(const GeVector& a, const GeVector& b) {
 }
 
 std::string sizes(const Vesk::Cyl& cyl) {
-  return "length " + shown(cyl.axis.length()) + ", diameter " + shown(cyl.diameter);
+  return joined("length ", cyl.axis.length(), ", diameter ", cyl.diameter);
 }
 
 std::string sizes(const Vesk::Cone& cone) {
-  return "length " + shown(cone.axis.length()) + ", diameters " + shown(cone.diameter1) + " and " +
-         shown(cone.diameter2);
+  return joined("length ", cone.axis.length(), ", diameters ", cone.diameter1, " and ",
+                cone.diameter2);
 }
 
 std::string sizes(const Vesk::Box& box) {
-  return "edges " + shown(box.edge1.length()) + ", " + shown(box.edge2.length()) + ", " +
-         shown(box.edge3.length());
+  return joined("edges ", box.edge1.length(), ", ", box.edge2.length(), ", ", box.edge3.length());
 }
+
+double meanLength(const GeVector& a, const GeVector& b) { return (a.length() + b.length()) / 2.0; }
 
 std::string sizes(const Vesk::Torus& torus) {
-  return "radius " + shown((torus.startVector.length() + torus.endVector.length()) / 2.0) +
-         ", angle " + shown(degreesBetween(torus.startVector, torus.endVector)) + ", diameter " +
-         shown(torus.diameter);
+  return joined("radius ", meanLength(torus.startVector, torus.endVector), ", angle ",
+                degreesBetween(torus.startVector, torus.endVector), ", diameter ", torus.diameter);
 }
 
-std::string sizes(const Vesk::Red& red) { return "volume " + shown(red.volume()); }
+std::string sizes(const Vesk::Red& red) { return joined("volume ", red.volume()); }
 
 std::string sizes(const Vesk::Relb& relb) {
-  return "radius " + shown((relb.startVector.length() + relb.endVector.length()) / 2.0) +
-         ", angle " + shown(degreesBetween(relb.startVector, relb.endVector)) + ", depth " +
-         shown(relb.depth) + ", width " + shown(relb.width);
+  return joined("radius ", meanLength(relb.startVector, relb.endVector), ", angle ",
+                degreesBetween(relb.startVector, relb.endVector), ", depth ", relb.depth,
+                ", width ", relb.width);
 }
 
 std::string sizes(const Vesk::Pline& pline) {
@@ -216,7 +225,7 @@ std::string sizes(const Vesk::Pline& pline) {
   for (std::size_t i = 1; i < pline.vertices.size(); ++i) {
     length += distance(pline.vertices[i - 1], pline.vertices[i]);
   }
-  std::string text = "length " + shown(length);
+  std::string text = joined("length ", length);
   if (pline.vertices.size() > 2) {
     text += ", " + std::to_string(pline.vertices.size()) + " vertices";
   }
@@ -228,7 +237,7 @@ std::string sizes(const Vesk::Pgon& pgon) {
 }
 
 std::string sizes(const Vesk::Txt& txt) {
-  return "height " + shown(txt.height) + ", \"" + txt.text + '"';
+  return joined("height ", txt.height, ", \"", txt.text, "\"");
 }
 
 }  // namespace

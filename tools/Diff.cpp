@@ -10,6 +10,7 @@
 #include "Kinds.h"
 #include "Match.h"
 #include "Numbers.h"
+#include "Options.h"
 #include "SceneReader.h"
 #include "view/PageInput.h"
 #include "view/PageTarget.h"
@@ -213,7 +214,7 @@ class DiffCommand : public Command {
     app.add_option("--tolerance", tolerance_,
                    "differences up to this are none, in the unit of the file")
         ->type_name("LENGTH")
-        ->check(CLI::NonNegativeNumber)
+        ->check(zeroOrMore())
         ->capture_default_str();
     app.add_flag("--json", json_, "one JSON document");
     CLI::Option* view =
@@ -223,9 +224,7 @@ class DiffCommand : public Command {
   }
 
   Exit run(Session& session) override {
-    if (fileA_ == "-" && fileB_ == "-") {
-      throw Failure(Exit::kUsage, "only one of both can be stdin");
-    }
+    refuseStdinTwice({fileA_, fileB_});
     if (view_ && json_) throw Failure(Exit::kUsage, "--view shows a page, not json");
     if (view_) page_.require({fileA_, fileB_});
     expectInput(fileA_, session.progress());

@@ -141,8 +141,15 @@ bool matchesPattern(std::string_view name, std::string_view pattern) {
   return pattern.find_first_not_of('*', k) == pattern.npos;
 }
 
+void refuseStdinTwice(const std::vector<std::string>& words) {
+  if (std::count(words.begin(), words.end(), "-") > 1) {
+    throw Failure(Exit::kUsage, "the standard input can be read once only");
+  }
+}
+
 std::vector<std::string> expandFiles(const std::vector<std::string>& words) {
   std::vector<std::string> files;
+  refuseStdinTwice(words);
   for (const std::string& word : words) {
     std::error_code error;
     std::vector<std::string> some;

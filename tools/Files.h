@@ -19,6 +19,9 @@ namespace VeskTool {
 // pattern without a file throws a Failure with Exit::kInput.
 std::vector<std::string> expandFiles(const std::vector<std::string>& words);
 
+// Throws a Failure with Exit::kUsage if "-" is there more than once.
+void refuseStdinTwice(const std::vector<std::string>& words);
+
 // Whether the name matches the pattern: * any characters, ? one byte.
 bool matchesPattern(std::string_view name, std::string_view pattern);
 

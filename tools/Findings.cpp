@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Words.h"
 #include "output/RecordLayout.h"
 
 namespace VeskTool {
@@ -10,8 +11,6 @@ namespace {
 constexpr std::size_t kShownWidth = 100;
 constexpr std::size_t kShownBefore = 40;
 constexpr std::string_view kDots = "...";
-
-bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
 bool isControl(char c) { return static_cast<unsigned char>(c) < 32 || c == 127; }
 

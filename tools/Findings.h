@@ -27,6 +27,10 @@ struct Finding {
   std::string expected;       // what was expected there; may be empty
   std::string hint;           // what to do; may be empty
   std::string sourceLine;     // the line itself, if it is to be shown
+
+  // Bytes before `column` that go on with a letter of UTF-8, where the line
+  // itself is not at hand any more.
+  std::size_t insideBytes = 0;
 };
 
 // Appends the finding as text:

@@ -21,7 +21,7 @@ std::string leftOf(const CLI::Option& option) {
     }
     // Behind the colon stand what values are allowed, as the description says too.
     const std::string type = option.get_type_name();
-    if (option.get_type_size() != 0) left += ' ' + type.substr(0, type.find(':'));
+    if (!type.empty()) left += ' ' + type.substr(0, type.find(':'));
   }
   return left;
 }

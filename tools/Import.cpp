@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "Command.h"
 #include "Json.h"
@@ -24,8 +25,8 @@ namespace fs = std::filesystem;
 
 class PipingReport {
  public:
-  PipingReport(const std::string& file, bool quiet) {
-    reportStart(&report_, file.c_str());
+  PipingReport(std::string file, bool quiet) : file_(std::move(file)) {
+    reportStart(&report_, file_.c_str());
     report_.quiet = quiet ? 1 : 0;
   }
   ~PipingReport() { reportFree(&report_); }
@@ -35,6 +36,7 @@ class PipingReport {
   Report* get() { return &report_; }
 
  private:
+  std::string file_;
   Report report_{};
 };
 
@@ -108,9 +110,9 @@ void requireComplete(const Drawing& drawing, const PartFile& part, const std::st
 constexpr std::string_view kOutcomeNames[kOutcomes] = {"drawn", "nothing to draw", "not drawn"};
 
 std::string textOf(const Report& report, const std::string& target, long elements) {
-  std::string text = target + ": " + grouped(static_cast<std::uint64_t>(elements)) +
-                     " elements of " + grouped(static_cast<std::uint64_t>(report.components)) +
-                     " components\n";
+  std::string text = target + ": " + counted(static_cast<std::uint64_t>(elements), "element") +
+                     " of " + counted(static_cast<std::uint64_t>(report.components), "component") +
+                     "\n";
   for (int outcome = 0; outcome < kOutcomes; ++outcome) {
     if (report.outcomes[outcome] == 0) continue;
     text.append("  ").append(kOutcomeNames[outcome]);
@@ -185,7 +187,7 @@ class ImportCommand : public Command {
     if (!force_ && fs::exists(pathOf(target), error)) {
       throw Failure(Exit::kOutput, target + ": there is such a file already", "-f replaces it");
     }
-    PipingReport report(input_, session.options().quiet);
+    PipingReport report(shownName(input_), session.options().quiet);
     const PipingFile piping(input_, report.get());
     if (!piping.isRead()) {
       checkInterrupt();

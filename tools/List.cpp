@@ -24,15 +24,18 @@ class Filter {
   void define(CLI::App& app) {
     app.add_option("--only", kinds, "this kind only; may be given several times: " + kindNames())
         ->type_name("KIND")
+        ->default_str("all")
         ->take_all()
         ->expected(1);
     app.add_option("--header", header,
                    "this header only: field F1 and, after a blank, F2; * and ? "
                    "stand for any characters")
-        ->type_name("TEXT");
+        ->type_name("TEXT")
+        ->default_str("all");
     app.add_option("--bbox", box,
                    "what touches this box only: X1,Y1,Z1,X2,Y2,Z2 in the unit of the file")
-        ->type_name("BOX");
+        ->type_name("BOX")
+        ->default_str("all");
   }
 
   // Takes the words apart; throws a Failure for those that mean nothing.
@@ -127,19 +130,39 @@ class TableListing : public Listing {
     text_ += "  ";
     appendLeft(text_, nameOf(kindOf(*element.geo)), 10);
     text_ += "  ";
-    appendLeft(text_, headerText(element.header), 11);
+    appendLeft(text_, headerOf(element.header), 11);
     text_ += "  ";
     appendRight(text_, std::to_string(element.counter()), 7);
     const GePoint p = placeOf(*element.geo);
     for (const double v : {p.x, p.y, p.z}) {
       text_ += "  ";
-      appendRight(text_, rounded(v, 3), 12);
+      number_.clear();
+      appendRounded(number_, v, 3);
+      appendRight(text_, number_, 12);
     }
     const std::string sizes = sizesOf(*element.geo);
     if (!sizes.empty()) text_.append("  ").append(sizes);
     text_ += '\n';
     out_.write(text_);
   }
+
+ private:
+  // Most elements have the header of the one before.
+  const std::string& headerOf(const Vesk::HeaderFields& fields) {
+    const std::string_view f1(fields.f1.data(), fields.f1.width());
+    const std::string_view f2(fields.f2.data(), fields.f2.width());
+    if (f1 != f1_ || f2 != f2_) {
+      f1_ = f1;
+      f2_ = f2;
+      header_ = headerText(fields);
+    }
+    return header_;
+  }
+
+  std::string number_;
+  std::string f1_;
+  std::string f2_;
+  std::string header_;
 };
 
 class CsvListing : public Listing {

@@ -8,6 +8,7 @@
 
 #include "Describe.h"
 #include "Numbers.h"
+#include "Terminal.h"
 
 namespace VeskTool {
 namespace {
@@ -133,6 +134,7 @@ void Matcher::dropTaken(Group& group) const {
 
 void Matcher::takeEqual(const Group& group, bool areSame) {
   const Grid grid(b_, group.b, std::max(1.0, 8.0 * tolerance_));
+  checkInterrupt();
   for (const std::size_t i : group.a) {
     std::size_t best = b_.size();
     grid.around(a_[i].middle, [&](std::size_t k) {
@@ -180,6 +182,7 @@ void Matcher::takeNearest(const Indices& as, const Indices& bs, bool anyDistance
   };
   std::vector<Pair> pairs;
   for (const std::size_t i : as) {
+    checkInterrupt();
     for (const std::size_t k : bs) {
       const double apart = distance(a_[i].middle, b_[k].middle);
       const bool near =

@@ -10,6 +10,7 @@
 #include "Json.h"
 #include "Kinds.h"
 #include "Numbers.h"
+#include "Options.h"
 #include "Table.h"
 #include "prims/Box.h"
 #include "prims/Cone.h"
@@ -215,11 +216,11 @@ class MeasureCommand : public Command {
     files_.define(app);
     app.add_option("--density", density_, "kg per m3 of what is full; 0: no weight")
         ->type_name("KG/M3")
-        ->check(CLI::NonNegativeNumber)
+        ->check(zeroOrMore())
         ->capture_default_str();
     app.add_option("--unit", unit_, "length of the file's unit in millimetres")
         ->type_name("MM")
-        ->check(CLI::PositiveNumber)
+        ->check(aboveZero())
         ->capture_default_str();
     CLI::Option* csv = app.add_flag("--csv", csv_, "comma-separated values");
     app.add_flag("--json", json_, "one JSON document")->excludes(csv);

@@ -2,7 +2,8 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
+
+#include "output/NumberText.h"
 
 namespace VeskTool {
 
@@ -31,14 +32,19 @@ void appendRounded(std::string& to, double value, int decimals) {
     appendShortest(to, value);
     return;
   }
-  char text[std::numeric_limits<double>::max_exponent10 + 64];
-  const std::to_chars_result end =
-      std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
-  std::string_view result(text, static_cast<std::size_t>(end.ptr - text));
-  if (result.find_first_not_of("-0.") == result.npos && result.starts_with('-')) {
-    result.remove_prefix(1);
-  }
-  to += result;
+  const std::size_t begin = to.size();
+  appendTrimmed(to, value, decimals);
+  if (decimals <= 0) return;
+  const std::size_t point = to.find('.', begin);
+  if (point == to.npos) to += '.';
+  const std::size_t kept = point == to.npos ? 0 : to.size() - point - 1;
+  to.append(static_cast<std::size_t>(decimals) - kept, '0');
+}
+
+void appendTrimmed(std::string& to, double value, int decimals) {
+  const std::size_t begin = to.size();
+  Vesk::appendFixed(to, value, decimals, 0);
+  if (to.compare(begin, to.npos, "-0") == 0) to.erase(begin, 1);
 }
 
 std::string rounded(double value, int decimals) {
@@ -48,10 +54,8 @@ std::string rounded(double value, int decimals) {
 }
 
 std::string trimmedNumber(double value, int decimals) {
-  std::string text = rounded(value, decimals);
-  if (text.find('.') == text.npos) return text;
-  text.erase(text.find_last_not_of('0') + 1);
-  if (text.ends_with('.')) text.pop_back();
+  std::string text;
+  appendTrimmed(text, value, decimals);
   return text;
 }
 
@@ -65,6 +69,10 @@ std::string grouped(std::uint64_t value) {
   return text;
 }
 
+std::string counted(std::uint64_t count, const char* one) {
+  return grouped(count) + ' ' + one + (count == 1 ? "" : "s");
+}
+
 bool readNumber(std::string_view text, double& value) {
   if (text.starts_with('+')) text.remove_prefix(1);
   const std::from_chars_result end = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -75,7 +83,7 @@ bool readNumbers(std::string_view text, std::size_t count, double* values) {
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t end = text.find_first_of(", ");
     if ((end == text.npos) != (i + 1 == count)) return false;
-    if (!readNumber(text.substr(0, end), values[i])) return false;
+    if (!readNumber(text.substr(0, end), values[i]) || !std::isfinite(values[i])) return false;
     if (end == text.npos) return true;
     text.remove_prefix(end + 1);
   }

@@ -22,6 +22,7 @@ void appendRounded(std::string& to, double value, int decimals);
 std::string rounded(double value, int decimals);
 
 // At most so many decimals, without zeros at the end: 3 decimals: 1.5 -> "1.5".
+void appendTrimmed(std::string& to, double value, int decimals);
 std::string trimmedNumber(double value, int decimals);
 
 // "x y z", shortest.
@@ -30,10 +31,13 @@ std::string pointText(const GePoint& p);
 // The digits in groups of three: 2513004 -> "2 513 004".
 std::string grouped(std::uint64_t value);
 
+// "1 element", "2 513 elements".
+std::string counted(std::uint64_t count, const char* one);
+
 // The whole text as a number: true, and `value` is it. Blanks are no part of one.
 bool readNumber(std::string_view text, double& value);
 
-// "1,2,3" or "1 2 3" as so many numbers.
+// "1,2,3" or "1 2 3" as so many finite numbers.
 bool readNumbers(std::string_view text, std::size_t count, double* values);
 
 }  // namespace VeskTool

@@ -37,6 +37,7 @@ std::optional<Place> placeOf(std::string word) {
     word.erase(colon);
   }
   if (numbers.empty() || word.empty()) return std::nullopt;
+  if (word == shownName("-")) word = "-";
   return Place{word, std::stoull(numbers.back())};
 }
 

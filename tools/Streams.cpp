@@ -45,10 +45,10 @@ std::size_t InputSource::read(char* buffer, std::size_t size) {
   if (file_ == nullptr) return 0;
   errno = 0;
   const std::size_t count = std::fread(buffer, 1, size, file_);
-  if (count < size && std::ferror(file_) != 0) {
-    const int number = errno;
+  const int number = errno;
+  if (count < size) {
     checkInterrupt();
-    setError(number);
+    if (std::ferror(file_) != 0) setError(number);
   }
   if (count == 0) return 0;
   lineEnds_ += static_cast<std::uint64_t>(std::count(buffer, buffer + count, '\n'));
@@ -88,7 +88,7 @@ OutputFile::OutputFile(const std::string& name, bool force) : name_(name), force
   if (fs::exists(status) && !force) {
     throw Failure(Exit::kOutput, name + ": there is such a file already", "-f replaces it");
   }
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
+  if (isDevice(target_)) {
     file_ = openFile(target_, "wb");
     if (file_ == nullptr) fail(errno);
     return;
@@ -129,7 +129,8 @@ void OutputFile::commit() {
     if (isClosedPipe(errno)) throw ClosedPipe();
     fail(errno);
   }
-  const bool synced = syncFile(file_);
+  // Pipes and devices have nothing to sync.
+  const bool synced = part_.empty() || syncFile(file_);
   const int number = errno;
   std::FILE* file = file_;
   file_ = nullptr;

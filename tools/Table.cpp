@@ -2,13 +2,14 @@
 
 #include <algorithm>
 
+#include "Words.h"
+
 namespace VeskTool {
 namespace {
 
 std::size_t columnsOf(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-  }));
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return !isContinuationByte(c); }));
 }
 
 }  // namespace

@@ -13,13 +13,16 @@ namespace VeskTool {
 //
 // File names are UTF-8 inside the program, whatever the system's own form is.
 
-// Prepares the process: a closed pipe is an error and no signal, Ctrl-C sets a
-// flag, the standard streams keep their bytes as they are. Call once.
+// Prepares the process: a closed pipe and a file that grows too large are errors
+// and no signals, Ctrl-C sets a flag and ends a read that waits, the standard
+// streams keep their bytes as they are. Call once, on the thread that reads
+// standard input.
 void prepareProcess();
 
 // The words of the command line without the program's name, in UTF-8.
 std::vector<std::string> commandLine(int count, char** words);
 
+// Of standard output and standard error only.
 bool isTerminal(std::FILE* stream);
 
 // Columns of the terminal behind the stream; 80 if nobody knows.
@@ -35,9 +38,12 @@ void checkInterrupt();
 std::filesystem::path pathOf(std::string_view name);
 std::string nameOf(const std::filesystem::path& path);
 
-// Like std::fopen; the mode "wx" fails if there is such a file. Null on failure,
-// with errno set.
+// Like std::fopen; the mode "wx" fails if there is such a file, "w" is for devices.
+// Null on failure, with errno set.
 std::FILE* openFile(const std::filesystem::path& path, const char* mode);
+
+// Whether this is there and no file: a terminal, a pipe, /dev/null, NUL.
+bool isDevice(const std::filesystem::path& path);
 
 // Brings what was written to the disk; false with errno set if that fails.
 bool syncFile(std::FILE* file);

@@ -49,14 +49,18 @@ GeMatrix readTurn(const std::string& word) {
 
 void Transform::define(CLI::App& app) {
   app.add_option("--scale", scaleWord_, "multiply by this about the origin, sizes too")
-      ->type_name("FACTOR");
+      ->type_name("FACTOR")
+      ->default_str("1");
   app.add_option("--rotate", turnWords_,
                  "then turn about the x, y or z axis by degrees, right hand: z,90; may be given "
                  "several times")
       ->type_name("AXIS,DEG")
+      ->default_str("none")
       ->take_all()
       ->expected(1);
-  app.add_option("--move", moveWord_, "then shift, in the unit of the file")->type_name("X,Y,Z");
+  app.add_option("--move", moveWord_, "then shift, in the unit of the file")
+      ->type_name("X,Y,Z")
+      ->default_str("0,0,0");
 }
 
 void Transform::prepare() {

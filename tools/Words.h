@@ -10,6 +10,9 @@ namespace VeskTool {
 // with a line end; its own line ends stay.
 std::string wrapped(std::string_view text, std::size_t indent, std::size_t width = 80);
 
+// Whether the byte goes on with a letter of UTF-8 instead of beginning one.
+inline bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+
 }  // namespace VeskTool
 
 #endif

@@ -136,10 +136,16 @@ bool answerAboutTool(const FirstWords& first, const Commands& commands, Answer& 
 Exit runCommand(const FirstWords& first, Command& command, Answer& answer, CommonOptions& options,
                 std::unique_ptr<Progress>& progress) {
   CLI::App app;
+  // On Windows too a word that begins with "/" is a file.
+  app.allow_windows_style_options(false);
   command.define(app);
   defineCommon(app, options);
   std::vector<std::string> words = first.options;
   words.insert(words.end(), first.rest.begin(), first.rest.end());
+  // A place in the standard input looks like an option.
+  for (std::string& word : words) {
+    if (word.starts_with("-:")) word.replace(0, 1, shownName("-"));
+  }
   const auto separator = std::find(words.begin(), words.end(), "--");
   const std::vector<std::string> beforeSeparator(words.begin(), separator);
   if (contains(beforeSeparator, "-h") || contains(beforeSeparator, "--help")) {

@@ -11,10 +11,10 @@
 // words of JSON Schema that the schemas of docs/schema use, and fails for others.
 //
 //   {"a": [1]} beside {"properties": {"a": {"items": {"type": "string"}}}}
-//   -> "/a/0: no string"
+//   -> "/a/0: no \"string\""
 inline std::string schemaFault(const nlohmann::json& value, const nlohmann::json& schema,
                                const std::string& place = "") {
-  const auto isOf = [&](const std::string& type) {
+  const auto isOf = [&](const nlohmann::json& type) {
     return (type == "object" && value.is_object()) || (type == "array" && value.is_array()) ||
            (type == "string" && value.is_string()) || (type == "boolean" && value.is_boolean()) ||
            (type == "number" && value.is_number()) ||
@@ -23,7 +23,8 @@ inline std::string schemaFault(const nlohmann::json& value, const nlohmann::json
   for (const auto& [word, rule] : schema.items()) {
     if (word == "$schema" || word == "title" || word == "description") continue;
     if (word == "type") {
-      if (!isOf(rule)) return place + ": no " + rule.get<std::string>();
+      const bool isOne = rule.is_array() ? std::any_of(rule.begin(), rule.end(), isOf) : isOf(rule);
+      if (!isOne) return place + ": no " + rule.dump();
     } else if (word == "const") {
       if (value != rule) return place + ": not " + rule.dump();
     } else if (word == "enum") {
@@ -32,22 +33,31 @@ inline std::string schemaFault(const nlohmann::json& value, const nlohmann::json
       }
     } else if (word == "minimum") {
       if (value.is_number() && value < rule) return place + ": below " + rule.dump();
+    } else if (word == "minItems") {
+      if (value.is_array() && value.size() < rule.get<std::size_t>())
+        return place + ": fewer than " + rule.dump();
+    } else if (word == "maxItems") {
+      if (value.is_array() && value.size() > rule.get<std::size_t>())
+        return place + ": more than " + rule.dump();
     } else if (word == "pattern") {
       if (value.is_string() &&
           !std::regex_search(value.get<std::string>(), std::regex(rule.get<std::string>()))) {
         return place + ": does not match " + rule.dump();
       }
     } else if (word == "required") {
+      if (!value.is_object()) continue;
       for (const nlohmann::json& name : rule) {
         if (!value.contains(name.get<std::string>())) return place + ": without " + name.dump();
       }
     } else if (word == "properties") {
+      if (!value.is_object()) continue;
       for (const auto& [name, each] : rule.items()) {
         if (!value.contains(name)) continue;
         const std::string fault = schemaFault(value[name], each, place + '/' + name);
         if (!fault.empty()) return fault;
       }
     } else if (word == "additionalProperties") {
+      if (!value.is_object()) continue;
       for (const auto& [name, each] : value.items()) {
         if (schema.contains("properties") && schema["properties"].contains(name)) continue;
         if (rule == false) return place + ": unknown \"" + name + '"';
@@ -55,6 +65,7 @@ inline std::string schemaFault(const nlohmann::json& value, const nlohmann::json
         if (!fault.empty()) return fault;
       }
     } else if (word == "items") {
+      if (!value.is_array()) continue;
       for (std::size_t i = 0; i < value.size(); ++i) {
         const std::string fault = schemaFault(value[i], rule, place + '/' + std::to_string(i));
         if (!fault.empty()) return fault;

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include "Command.h"
+#include "Help.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
 
@@ -46,6 +48,16 @@ constexpr RunCase kRuns[] = {
     {"HighestCodeOfSeveralFilesWins", "info bad.dat none.dat good.dat", 3, "good.dat\n",
      "none.dat"},
     {"StandardInput", "info -", 0, "<stdin>\n  style     token", ""},
+    {"StandardInputTwice", "info - -", 2, "", "read once only"},
+    {"StandardInputTwiceInDiff", "diff - -", 2, "", "read once only"},
+    {"ShowAPlaceInStandardInput", "show -:1", 0, "cylinder, token style\n", ""},
+    {"NameOfSeveralBytes", "convert good.dat \"K\xC3\xBChlung.dat\" --verify", 0, "",
+     "verified 1 element, 0 differ\n"},
+    {"NumberThatIsNone", "diff good.dat bad.dat --tolerance nan", 2, "", "no number from 0 on"},
+    {"NumberInHexadecimal", "measure good.dat --density 0x10", 2, "", "no number from 0 on"},
+    {"NumberBelowZero", "check good.dat --reach -1", 2, "", "no number above 0"},
+    {"UnitOfZero", "measure good.dat --unit 0", 2, "", "no number above 0"},
+    {"MoveToNowhere", "convert good.dat x.dat --move inf,0,0", 2, "", "not three numbers"},
     {"FolderMeansItsRecordFiles", "info .", 3, "good.dat", "this is no record file"},
     {"FolderWithoutAny", "info sub", 3, "", "there is no *.dat file"},
     {"PatternOfTheToolItself", "info \"goo*.dat\"", 0, "good.dat\n", ""},
@@ -68,6 +80,10 @@ constexpr RunCase kRuns[] = {
     {"ConvertThroughPipes", "convert - - --style fixed", 0,
      "60    01  P-1     001CYL    0.000    0.000    0.000    0.000    0.000 1000.000  100.000\n",
      ""},
+    {"ConvertNegative", "convert good.dat - --move -5,0,-1e1", 0, "c -5 0 -10,0 0 1000,100\n", ""},
+    {"ShowAFindingInStandardInput", "show \"<stdin>:1:2-3:\"", 0, "cylinder, token style\n", ""},
+    {"ConvertReplaces", "convert -f good.dat text.txt --style fixed", 0, "", ""},
+    {"ConvertIntoAFolder", "convert -f good.dat sub", 4, "", "sub: Is a directory"},
     {"ConvertWrongTurn", "convert good.dat x.dat --rotate 90", 2, "", "no axis and angle"},
     {"VerifyNeedsFiles", "convert - x.dat --verify", 2, "", "--verify needs files"},
     {"DiffOfTheSame", "diff good.dat good.dat", 0, "no difference; 1 in their places\n", ""},
@@ -125,6 +141,29 @@ TEST(Help, FitsAScreen) {
     begin = end + 1;
   }
   EXPECT_LE(lines, 24u);
+}
+
+// Values have a word for their unit or kind, and the default in brackets behind.
+TEST(Help, NamesDefaultAndUnitOfEveryOption) {
+  for (const auto& command : VeskTool::makeCommands()) {
+    CLI::App app;
+    command->define(app);
+    const std::string help = VeskTool::helpOfCommand(command->text(), app);
+    for (const CLI::Option* option : app.get_options()) {
+      if (option->get_positional() || option->get_type_name().empty() ||
+          option->get_lnames().empty()) {
+        continue;
+      }
+      const std::string name = std::string(command->text().name) + " --" + option->get_lnames()[0];
+      const std::string type = option->get_type_name().substr(0, option->get_type_name().find(':'));
+      EXPECT_TRUE(type != "TEXT" || option->get_lnames()[0] == "header") << name;
+      EXPECT_NE(type, "FLOAT") << name;
+      EXPECT_NE(type, "INT") << name;
+      EXPECT_NE(type, "UINT") << name;
+      EXPECT_FALSE(option->get_default_str().empty()) << name;
+      EXPECT_TRUE(contains(help, "--" + option->get_lnames()[0] + ' ' + type)) << name;
+    }
+  }
 }
 
 // 11 elements, one of each kind; 12 lines and 572 bytes by wc. The largest x is
@@ -354,7 +393,7 @@ TEST(Import, SaysWhatItCantDraw) {
   const TempFolder folder;
   const ToolRun run = runTool("import - x", "PIPE\n    END-POINT 0 0 0 100\n");
   EXPECT_EQ(run.exit, 1);
-  EXPECT_TRUE(contains(run.err, "stdin:1: error: PIPE not drawn")) << run.err;
+  EXPECT_TRUE(contains(run.err, "<stdin>:1: error: PIPE not drawn")) << run.err;
 }
 
 }  // namespace

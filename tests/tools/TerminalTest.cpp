@@ -9,9 +9,11 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
+#include "support/JsonSchema.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
 
@@ -139,6 +141,14 @@ TEST(Terminal, ProgressIsShownAndCleared) {
   EXPECT_EQ(screen.find("vesk info: ", answer), std::string::npos);
 }
 
+TEST(Terminal, NoProgressForWhatIsQuick) {
+  AtTerminal run({"info", "-", "--color", "never"}, false);
+  run.give(manyPipes());
+  run.endInput();
+  EXPECT_EQ(run.exitCode(), 0);
+  EXPECT_FALSE(contains(run.screen(0), "vesk info")) << run.screen(0);
+}
+
 TEST(Terminal, NoProgressUnderCi) {
   AtTerminal run({"info", "-", "--color", "never"}, false, "CI");
   EXPECT_FALSE([&] {
@@ -175,6 +185,17 @@ TEST(Terminal, ColourIsNotForPipesUnlessAskedFor) {
   const TempFolder folder;
   EXPECT_FALSE(contains(runTool("info -", kPipe).out, "\x1b["));
   EXPECT_TRUE(contains(runTool("info - --color always", kPipe).out, "\x1b[1m<stdin>"));
+}
+
+// Where a line for people is not wanted, under CI, one for programs may be.
+TEST(Terminal, ProgressAsJson) {
+  AtTerminal run({"info", "-", "--progress", "json", "--color", "never"}, false, "CI");
+  EXPECT_TRUE(appears(run, "{\"schema\":\"vesk.progress/1\",\"bytes\":"));
+  run.endInput();
+  EXPECT_EQ(run.exitCode(), 0);
+  const std::string line = run.screen(0).substr(0, run.screen(0).find('\r'));
+  std::ifstream schema(VESK_SCHEMA_FOLDER "/progress.json");
+  EXPECT_EQ(schemaFault(nlohmann::json::parse(line), nlohmann::json::parse(schema)), "") << line;
 }
 
 TEST(Terminal, CtrlCEndsWith130AndLeavesNoFile) {
@@ -215,6 +236,65 @@ TEST(Streams, AClosedPipeEndsQuietly) {
   close(ends[1]);
   EXPECT_EQ(readFile("errors"), "");
 }
+
+struct ShellCase {
+  const char* name;
+  const char* command;  // @ is the tool
+  int exit;
+  const char* err;
+};
+
+// With pipe.dat, a pipe, and old.dat, which is not one. The limit of ulimit is
+// in kilobytes.
+constexpr ShellCase kShells[] = {
+    {"InputIsClosed", "@ info - <&-", 3, "vesk: error: <stdin>: Bad file descriptor\n"},
+    {"OutputIsClosed", "@ info pipe.dat >&-", 4,
+     "vesk: error: standard output: Bad file descriptor\n"},
+    // What is said must not get into the file that is written.
+    {"ErrorsAreClosed", "@ convert wide.dat wide2.dat --style fixed 2>&- && cat wide2.dat", 1, ""},
+    {"FileOfTheLimitedSize", "ulimit -f 1; @ convert -f large.dat old.dat", 4,
+     "vesk: error: old.dat: File too large\n"},
+    {"ReaderOfThePipeDies", "@ list --csv large.dat | head -n 1", 0, ""},
+#ifndef VESK_SANITIZED  // which takes much memory
+    // 320,000 elements, 13 MB, through 16 MB, the program included.
+    {"MemoryOfInfoIsConstant", "ulimit -v 16000; many | @ info -", 0, ""},
+    {"MemoryOfListIsConstant", "ulimit -v 16000; many | @ list -", 0, ""},
+    {"MemoryOfCheckIsConstant", "ulimit -v 16000; many | @ check --ignore V204 -", 0, ""},
+    {"TooLittleMemoryIsSaid", "ulimit -v 16000; many | @ diff - pipe.dat", 70,
+     "vesk: error: there is not enough memory\n"},
+#endif
+};
+
+class ShellTest : public testing::TestWithParam<ShellCase> {};
+
+TEST_P(ShellTest, Runs) {
+  const TempFolder folder;
+  writeFile("pipe.dat", kPipe);
+  writeFile("old.dat", "an older file\n");
+  writeFile("large.dat", manyPipes());
+  writeFile("wide.dat", "P-1     01001    00l pt 99999999.5 0 0\n");
+  std::string command = "set -o pipefail; many() { for i in $(seq 40); do cat large.dat; done; }; ";
+  for (const char* c = GetParam().command; *c != '\0'; ++c) {
+    command += *c == '@' ? std::string("\"" VESK_TOOL "\"") : std::string(1, *c);
+  }
+  writeFile("run", command + '\n');
+  const int status = std::system("bash run >out 2>err");
+  EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, GetParam().exit);
+  EXPECT_EQ(readFile("err"), GetParam().err);
+  EXPECT_EQ(readFile("old.dat"), "an older file\n");
+  // An element of one line and nothing said.
+  if (std::filesystem::exists("wide2.dat")) {
+    EXPECT_EQ(readFile("wide2.dat").find('\n'), readFile("wide2.dat").size() - 1);
+  }
+  for (const auto& entry : std::filesystem::directory_iterator(".")) {
+    EXPECT_FALSE(contains(entry.path().string(), ".part-")) << entry.path();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Streams, ShellTest, testing::ValuesIn(kShells),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+void PrintTo(const ShellCase& each, std::ostream* out) { *out << each.command; }
 
 TEST(Streams, AFullDiskIsSaidAndLeavesNoHalfFile) {
   const TempFolder folder;

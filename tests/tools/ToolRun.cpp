@@ -3,9 +3,12 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "Terminal.h"
 #include "support/TempFolder.h"
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include "tools/StartedTool.h"
+#else
 #include <sys/wait.h>
 #endif
 
@@ -13,16 +16,16 @@ namespace VeskTest {
 
 ToolRun runTool(const std::string& arguments, std::string_view input) {
   writeFile("tool.in", input);
-  std::string command = "\"" VESK_TOOL "\" " + arguments + " <tool.in >tool.out 2>tool.err";
-#ifdef _WIN32
-  // The shell takes the outer quotes away.
-  command = '"' + command + '"';
-#endif
   ToolRun run;
-  const int status = std::system(command.c_str());
 #ifdef _WIN32
-  run.exit = status;
+  const HANDLE in = openForTool("tool.in", true);
+  const HANDLE out = openForTool("tool.out", false);
+  const HANDLE err = openForTool("tool.err", false);
+  run.exit = StartedTool(arguments, in, out, err).exitCode();
+  for (const HANDLE handle : {in, out, err}) CloseHandle(handle);
 #else
+  const std::string command = "\"" VESK_TOOL "\" " + arguments + " <tool.in >tool.out 2>tool.err";
+  const int status = std::system(command.c_str());
   run.exit = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 #endif
   run.out = readFile("tool.out");
@@ -35,7 +38,7 @@ std::string golden(const std::string& name) {
 }
 
 void writeFile(const std::string& name, std::string_view bytes) {
-  std::ofstream(name, std::ios::binary)
+  std::ofstream(VeskTool::pathOf(name), std::ios::binary)
       .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 

@@ -13,14 +13,14 @@ struct ToolRun {
   std::string err;
 };
 
-// Runs the tool in the current folder, through the system's shell: quote
-// arguments with ". What is to be read from standard input stands in `input`.
+// Runs the tool in the current folder: quote arguments with ". All names are UTF-8. What is to be
+// read from standard input stands in `input`.
 ToolRun runTool(const std::string& arguments, std::string_view input = "");
 
 // A file of tests/golden, with "/" on every system.
 std::string golden(const std::string& name);
 
-// Writes these bytes.
+// Writes these bytes; the name is UTF-8.
 void writeFile(const std::string& name, std::string_view bytes);
 
 }  // namespace VeskTest

@@ -122,7 +122,7 @@ void FileCheck::checkElement(RecordFile& file) {
   if (file.mode() == kFixedColumns) checkFields(file.lines(), troubles_);
   for (const Trouble& trouble : troubles_) tell(trouble, file);
   if (isKept) checkTwice(file, key);
-  if (joints_) joints_->add(*element.geo, element.firstLine);
+  if (joints_) joints_->add(*element.geo, element.firstLine, file.lines(), file.mode());
 }
 
 void FileCheck::checkLinesOf(const RecordFile& file, std::uint64_t firstLine) {
@@ -181,7 +181,12 @@ void FileCheck::tell(const JointFault& fault, const RecordFile& file) {
   finding.code = codeOf(fault.kind);
   finding.severity = Severity::kWarning;
   finding.file = file.name();
-  finding.line = fault.end.line;
+  const bool isWidth = fault.kind == JointFault::Kind::kDiameter;
+  const NumberSpan& span = isWidth ? fault.end.width : fault.end.place;
+  finding.line = fault.end.line + span.line;
+  finding.column = span.column;
+  finding.endColumn = span.last;
+  finding.insideBytes = span.inside;
   finding.message = "end at " + pointText(fault.end.point) + ": " + textOf(fault);
   tell(std::move(finding));
 }

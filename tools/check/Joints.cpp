@@ -4,6 +4,9 @@
 #include <bit>
 #include <cmath>
 
+#include "Terminal.h"
+#include "Words.h"
+#include "check/NumberPlaces.h"
 #include "ge/GeConstants.h"
 #include "prims/Cone.h"
 #include "prims/Cyl.h"
@@ -18,6 +21,7 @@ constexpr double kFacingCosine = 0.99619469809174555;  // of five degrees
 constexpr double kFittingLength = 3.0;                 // in diameters
 constexpr double kRounding = 1e-6;                     // less than the last decimal of any style
 constexpr double kLastCell = 4e15;                     // numbers of cells are exact up to here
+constexpr std::size_t kEndsBetweenLooks = 4096;        // whether Ctrl-C was pressed
 constexpr std::uint32_t kNone = 0xffffffff;
 
 // The ends, by the cell of space in which they lie. Cells are four reaches wide,
@@ -90,36 +94,69 @@ bool isFinite(const GePoint& p) {
   return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
 }
 
+// Of these numbers of the element, as far as they stand on the line of the first.
+NumberSpan spanOf(const std::vector<NumberPlace>& places, const Recs& lines, std::size_t first,
+                  std::size_t last) {
+  if (last >= places.size()) return {};
+  const NumberPlace& begin = places[first];
+  while (places[last].line != begin.line) --last;
+  const std::string_view before = std::string_view(lines[begin.line]).substr(0, begin.column);
+  const auto inside = std::count_if(before.begin(), before.end(), isContinuationByte);
+  const auto narrow = [](auto v) {
+    constexpr std::size_t kMost = 0xffff;
+    return static_cast<std::uint16_t>(std::min(static_cast<std::size_t>(v), kMost));
+  };
+  return {narrow(begin.line), narrow(begin.column + 1),
+          narrow(places[last].column + places[last].text.size()), narrow(inside)};
+}
+
 }  // namespace
 
-void Joints::add(const Geo& geo, std::uint64_t line) {
+void Joints::add(const Geo& geo, std::uint64_t line, const Recs& lines, std::int32_t mode) {
   const std::size_t before = ends_.size();
+  std::vector<NumberPlace> places;
+  // The end whose point and diameter these numbers give.
+  const auto endOf = [&](double diameter, bool isFitting, std::size_t point, std::size_t width) {
+    PipeEnd end;
+    end.diameter = diameter;
+    end.line = line;
+    end.element = elements_;
+    end.isFitting = isFitting;
+    end.place = spanOf(places, lines, point, point + 2);
+    end.width = spanOf(places, lines, width, width);
+    return end;
+  };
   if (geo.typeCode() == Cyl::kTypeCode) {
     const auto& cyl = static_cast<const Cyl&>(geo);
     const bool isFitting = cyl.axis.length() < kFittingLength * cyl.diameter;
-    addEnd(cyl.origin, -cyl.axis, cyl.diameter, line, isFitting);
-    addEnd(cyl.origin + cyl.axis, cyl.axis, cyl.diameter, line, isFitting);
+    places = numberPlaces(lines, mode);
+    addEnd(cyl.origin, -cyl.axis, endOf(cyl.diameter, isFitting, 0, 6));
+    addEnd(cyl.origin + cyl.axis, cyl.axis, endOf(cyl.diameter, isFitting, 3, 6));
   } else if (geo.typeCode() == Cone::kTypeCode) {
     const auto& cone = static_cast<const Cone&>(geo);
     const bool isFitting = !(cone.diameter1 > 0.0 && cone.diameter2 > 0.0);
-    addEnd(cone.origin, -cone.axis, cone.diameter1, line, isFitting);
-    addEnd(cone.origin + cone.axis, cone.axis, cone.diameter2, line, isFitting);
+    places = numberPlaces(lines, mode);
+    addEnd(cone.origin, -cone.axis, endOf(cone.diameter1, isFitting, 0, 6));
+    addEnd(cone.origin + cone.axis, cone.axis, endOf(cone.diameter2, isFitting, 3, 7));
   } else if (geo.typeCode() == Torus::kTypeCode) {
     const auto& torus = static_cast<const Torus&>(geo);
     const GeVector normal = cross(torus.startVector, torus.endVector);
-    addEnd(torus.centre + torus.startVector, cross(torus.startVector, normal), torus.diameter, line,
-           false);
-    addEnd(torus.centre + torus.endVector, cross(normal, torus.endVector), torus.diameter, line,
-           false);
+    // Fixed columns have the bend radius before the diameter.
+    const std::size_t width = mode == kFixedColumns ? 10 : 9;
+    places = numberPlaces(lines, mode);
+    addEnd(torus.centre + torus.startVector, cross(torus.startVector, normal),
+           endOf(torus.diameter, false, 3, width));
+    addEnd(torus.centre + torus.endVector, cross(normal, torus.endVector),
+           endOf(torus.diameter, false, 6, width));
   }
   if (ends_.size() > before) ++elements_;
 }
 
-void Joints::addEnd(const GePoint& point, const GeVector& outward, double diameter,
-                    std::uint64_t line, bool isFitting) {
-  const GeVector direction = outward.normalised(kDirectionTolerance);
-  if (!(diameter > 0.0) || direction.isNull(0.5) || !isFinite(point)) return;
-  ends_.push_back({point, direction, diameter, line, elements_, isFitting});
+void Joints::addEnd(const GePoint& point, const GeVector& outward, PipeEnd end) {
+  end.point = point;
+  end.outward = outward.normalised(kDirectionTolerance);
+  if (!(end.diameter > 0.0) || end.outward.isNull(0.5) || !isFinite(point)) return;
+  ends_.push_back(end);
 }
 
 void Joints::find(const std::function<void(const JointFault&)>& take) const {
@@ -127,6 +164,7 @@ void Joints::find(const std::function<void(const JointFault&)>& take) const {
   const Grid grid(ends_, options_.reach);
   std::vector<std::uint32_t> nearest(ends_.size(), kNone);
   for (std::size_t i = 0; i < ends_.size(); ++i) {
+    if (i % kEndsBetweenLooks == 0) checkInterrupt();
     double best = 0.0;
     grid.forEachNear(ends_[i].point, options_.reach + kRounding, [&](std::uint32_t k) {
       double distance = 0.0;

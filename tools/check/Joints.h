@@ -7,9 +7,19 @@
 #include <vector>
 
 #include "ge/GePoint.h"
+#include "output/RecordLayout.h"
+#include "output/Recs.h"
 #include "prims/Geo.h"
 
 namespace VeskTool {
+
+// Where numbers stand in the lines of their element.
+struct NumberSpan {
+  std::uint16_t line = 0;    // index of the line
+  std::uint16_t column = 0;  // of the first character, from 1, in bytes; 0: unknown
+  std::uint16_t last = 0;    // of the last one
+  std::uint16_t inside = 0;  // bytes before it that go on with a letter of UTF-8
+};
 
 // An end of a cylinder, cone or torus.
 struct PipeEnd {
@@ -19,6 +29,8 @@ struct PipeEnd {
   std::uint64_t line = 0;     // of the element
   std::uint32_t element = 0;  // the two ends of an element have the same
   bool isFitting = false;     // of something wider than its pipe on purpose
+  NumberSpan place;           // the numbers that say where the end is
+  NumberSpan width;           // its diameter
 };
 
 struct JointOptions {
@@ -59,8 +71,10 @@ class Joints {
  public:
   explicit Joints(const JointOptions& options) : options_(options) {}
 
-  // Keeps the ends of the element, if it has any that can be seen.
-  void add(const Vesk::Geo& geo, std::uint64_t line);
+  // Keeps the ends of the element, if it has any that can be seen. Without its
+  // lines the ends have no spans.
+  void add(const Vesk::Geo& geo, std::uint64_t line, const Vesk::Recs& lines = {},
+           std::int32_t mode = Vesk::kTokens);
 
   // Calls take for every fault, in the order of lines.
   void find(const std::function<void(const JointFault&)>& take) const;
@@ -68,8 +82,7 @@ class Joints {
   const std::vector<PipeEnd>& ends() const { return ends_; }
 
  private:
-  void addEnd(const GePoint& point, const GeVector& outward, double diameter, std::uint64_t line,
-              bool isFitting);
+  void addEnd(const GePoint& point, const GeVector& outward, PipeEnd end);
 
   JointOptions options_;
   std::vector<PipeEnd> ends_;

@@ -7,6 +7,7 @@
 #include "Json.h"
 #include "Kinds.h"
 #include "Numbers.h"
+#include "Words.h"
 
 namespace VeskTool {
 namespace {
@@ -14,18 +15,13 @@ namespace {
 constexpr const char* kSarifSchema =
     "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
 
-std::string counted(std::uint64_t count, const char* one) {
-  return grouped(count) + ' ' + one + (count == 1 ? "" : "s");
-}
-
-// The column in characters, both from 1, if the line is known; bytes that are no
-// UTF-8 count as one each.
-std::uint64_t characterColumn(std::string_view line, std::size_t column) {
-  if (line.empty()) return column;
+// A column of the finding in characters, both from 1; bytes that are no UTF-8
+// count as one each.
+std::uint64_t characterColumn(const Finding& finding, std::size_t column) {
+  const std::string_view line = finding.sourceLine;
+  if (line.empty()) return column - finding.insideBytes;
   const std::string_view before = line.substr(0, std::min(column - 1, line.size()));
-  const auto inside = std::count_if(before.begin(), before.end(), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-  });
+  const auto inside = std::count_if(before.begin(), before.end(), isContinuationByte);
   return column - static_cast<std::uint64_t>(inside);
 }
 
@@ -88,8 +84,8 @@ void appendResult(JsonWriter& json, const Finding& finding) {
     json.key("region").beginObjectRow().key("startLine").value(finding.line);
     if (finding.column > 0) {
       const std::size_t last = std::max(finding.column, finding.endColumn);
-      json.key("startColumn").value(characterColumn(finding.sourceLine, finding.column));
-      json.key("endColumn").value(characterColumn(finding.sourceLine, last + 1));
+      json.key("startColumn").value(characterColumn(finding, finding.column));
+      json.key("endColumn").value(characterColumn(finding, last + 1));
     }
     json.endObject();
   }

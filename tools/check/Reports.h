@@ -20,7 +20,7 @@ struct FileReport {
 // "plant.dat: 2 errors, 1 warning in 2 513 004 elements", and what was not told.
 std::string summaryOf(const FileReport& report);
 
-// One document, schema "vesk.check/1"; docs/schema/check.schema.json.
+// One document, schema "vesk.check/1"; docs/schema/check.json.
 std::string jsonOf(const std::vector<FileReport>& reports);
 
 // SARIF 2.1.0, the form that code hosts and editors read. Its columns count

@@ -157,7 +157,7 @@ TEST_F(CheckCommandTest, JsonFitsItsSchema) {
       check({"--json", "--joints", "--max", "1", write("a.dat", kBad + kShort + kShort),
              write("b.dat", ""), write("c.dat", kCyl + "\n")});
   const Json document = Json::parse(run.out);
-  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check.schema.json"));
+  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check.json"));
   EXPECT_EQ(schemaFault(document, schema), "");
   EXPECT_EQ(document["schema"], "vesk.check/1");
   EXPECT_EQ(document["files"].size(), 3u);
@@ -174,7 +174,7 @@ TEST_F(CheckCommandTest, SarifFitsItsSchema) {
   line.replace(0, 2, "\xc3\xbc");
   const Outcome run = check({"--format", "sarif", write("a b.dat", line), write("c.dat", kCyl)});
   const Json document = Json::parse(run.out);
-  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check-sarif.schema.json"));
+  const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check-sarif.json"));
   EXPECT_EQ(schemaFault(document, schema), "");
   const Json& result = document["runs"][0]["results"][0];
   EXPECT_EQ(result["ruleId"], "V021");
@@ -184,6 +184,20 @@ TEST_F(CheckCommandTest, SarifFitsItsSchema) {
   EXPECT_EQ(place["region"]["startColumn"], 31);
   EXPECT_EQ(place["region"]["endColumn"], 35);
   EXPECT_EQ(document["runs"][0]["results"].size(), 1u);
+}
+
+// The line of a joint is gone when it is told; its letters are counted before.
+TEST_F(CheckCommandTest, SarifCountsLettersBeforeTheEndOfAPipe) {
+  std::string next = tokenLine("00", "c ", "1 2 1003.5,0 0 1000,200\n");
+  next.replace(0, 2, "\xc3\xbc");
+  const Outcome run = check({"--joints", "--format", "sarif", write("a.dat", kCyl + next)});
+  const Json document = Json::parse(run.out);
+  const Json& result = document["runs"][0]["results"][0];
+  EXPECT_EQ(result["ruleId"], "V201");
+  // "1 2 1003.5" in bytes 22 to 31.
+  const Json& region = result["locations"][0]["physicalLocation"]["region"];
+  EXPECT_EQ(region["startColumn"], 21);
+  EXPECT_EQ(region["endColumn"], 31);
 }
 
 TEST_F(CheckCommandTest, SarifSaysWhenAFileCouldNotBeRead) {

@@ -25,6 +25,8 @@ const { values: options, positionals: names } = parseArgs({
     shots: { type: 'string' },
   },
 });
+// They are used from another folder.
+const tool = options.tool && resolve(options.tool);
 const piping = options.piping && resolve(options.piping);
 const template = readFileSync(options.template, 'utf8');
 
@@ -725,7 +727,7 @@ const checks = {
 // What the tool writes.
 const toolChecks = {
   async ToolPageShowsTheSample(browser, { folder, vesk }) {
-    execFileSync(options.tool, ['import', piping, 'pump'], { cwd: folder, stdio: 'ignore' });
+    execFileSync(tool, ['import', piping, 'pump'], { cwd: folder, stdio: 'ignore' });
     vesk('view', 'veskpump.dat', '-o', 'pump.html', '--title', 'Pump');
     const page = await browser.open('', { file: join(folder, 'pump.html') });
     assert.equal(await page.text('h1'), 'Pump');
@@ -792,13 +794,13 @@ async function main() {
   const folder = browser.folder;
   const vesk = (...words) => {
     try {
-      execFileSync(options.tool, words, { cwd: folder, stdio: 'pipe' });
+      execFileSync(tool, words, { cwd: folder, stdio: 'pipe' });
     } catch (error) {
       // 1 is an answer.
       if (error.status !== 1) throw new Error(`vesk ${words.join(' ')}: ${error.stderr}`);
     }
   };
-  const all = { ...checks, ...(options.tool ? toolChecks : {}) };
+  const all = { ...checks, ...(tool ? toolChecks : {}) };
   let failed = 0;
   let run = 0;
   for (const [name, check] of Object.entries(all)) {

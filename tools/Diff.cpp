@@ -148,15 +148,21 @@ std::string textOf(const Difference& difference, const Look& look) {
   return text + changesOf(difference) + '\n';
 }
 
-// What the page shows at an element.
-PageMark markOf(const Difference& difference, std::uint32_t element, std::string_view level) {
-  return {element, level, "", std::string(wordOf(difference)) + changesOf(difference)};
+// ": by 0 0 500" as "by 0 0 500".
+std::string withoutColon(std::string text) {
+  return text.substr(std::min(text.find_first_not_of(": "), text.size()));
 }
 
-std::string_view levelOf(const Difference& difference) {
-  if (difference.a == nullptr) return "added";
-  if (difference.b == nullptr) return "removed";
-  return difference.changes.empty() ? "moved" : "changed";
+// What the page shows at an element that is there, or at one as it was.
+PageMark markNow(const Difference& difference, std::uint32_t element) {
+  if (difference.a == nullptr) return {element, "added", "", sizesOf(*difference.b->geo)};
+  const std::string_view level = difference.changes.empty() ? "moved" : "changed";
+  return {element, level, "", withoutColon(changesOf(difference))};
+}
+
+PageMark markBefore(const Difference& difference, std::uint32_t element) {
+  if (difference.b == nullptr) return {element, "removed", "", sizesOf(*difference.a->geo)};
+  return {element, "before", "", std::string(wordOf(difference)) + changesOf(difference)};
 }
 
 void appendJson(JsonWriter& json, const Difference& difference) {
@@ -281,13 +287,9 @@ class DiffCommand : public Command {
     for (const ModelElement& element : b) add(element, fileB);
     for (const Difference& each : differences) {
       if (each.b != nullptr) {
-        const auto element = static_cast<std::uint32_t>(each.b - b.data());
-        model.mark(markOf(each, element, levelOf(each)));
+        model.mark(markNow(each, static_cast<std::uint32_t>(each.b - b.data())));
       }
-      if (each.a != nullptr) {
-        const bool isGone = each.b == nullptr;
-        model.mark(markOf(each, add(*each.a, fileA), isGone ? "removed" : "before"));
-      }
+      if (each.a != nullptr) model.mark(markBefore(each, add(*each.a, fileA)));
     }
     model.finish();
     page_.write(model, shownName(fileA_) + " \u2192 " + shownName(fileB_), "diff", session);

@@ -22,7 +22,7 @@ class ViewCommand : public Command {
             "an element to see its record. Without -o it is a temporary file, which is opened; "
             "if your browser may not read the temporary folder, give it a name of your own.\n"
             "\n"
-            "The whole model is in memory: about 500 bytes for each element, here and in the "
+            "The whole model is in memory: about 900 bytes for each element, here and in the "
             "browser. The exit code is 1 if elements can't be read or drawn.",
             {{"vesk view plant.dat", "look at it"},
              {"vesk view zones/ -o plant.html", "a page to pass on"},

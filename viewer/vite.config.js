@@ -54,6 +54,7 @@ export default defineConfig({
   plugins: [singleFile()],
   build: {
     target: 'es2022',
+    emptyOutDir: false, // Template.cpp lies there too
     modulePreload: false,
     cssCodeSplit: false,
     assetsInlineLimit: 0,

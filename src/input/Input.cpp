@@ -172,6 +172,7 @@ void Input::getFixedDoubles(std::size_t count, double* values, std::size_t width
 
 void Input::getPoint(GePoint& point) {
   skipChars(kBlank, true);
+  if (takePlainPoint(point)) return skipChars(delimiters, true);
   if (atEnd()) {
     markToken();
     fail("Input: can't get double");
@@ -286,6 +287,30 @@ bool Input::takePlainNumber(double& value) {
   markToken();
   cursor += static_cast<std::uint32_t>(number.length);
   value = number.value;
+  return true;
+}
+
+// Takes "x y z" if all three are plain numbers of this line, one blank between
+// them, up to a comma or the line's end.
+bool Input::takePlainPoint(GePoint& point) {
+  if (cursor >= lineLength) return false;
+  const std::string_view rest = std::string_view(line).substr(cursor);
+  double* const values[] = {&point.x, &point.y, &point.z};
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  for (double* const value : values) {
+    const PlainNumber number = leadingNumber(rest.substr(begin), rest.size() - begin);
+    if (number.length == 0) return false;
+    *value = number.value;
+    end = begin + number.length;
+    if (value == &point.z) break;
+    if (end == rest.size() || rest[end] != ' ') return false;
+    begin = end + 1;
+  }
+  if (end < rest.size() && rest[end] != ',') return false;
+  setDelimiters(kComma);
+  markToken(lineIndex, cursor + begin);
+  cursor += static_cast<std::uint32_t>(end);
   return true;
 }
 

@@ -164,6 +164,7 @@ class Input {
   std::string_view takeToken();
   std::string_view takeFixed(std::size_t length);
   bool takePlainNumber(double& value);
+  bool takePlainPoint(GePoint& point);
   bool takePlainField(std::size_t width, double& value);
 
   std::string failed_;  // the token of a failing read

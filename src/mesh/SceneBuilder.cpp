@@ -334,7 +334,7 @@ std::string SceneBuilder::add(const Relb& relb) {
 std::string SceneBuilder::add(const Red& red) {
   double extent = 0.0;
   for (const GeVector& v : red.cornerVectors) {
-    const std::string trouble = numberTrouble({red.origin, GePoint(v)});
+    std::string trouble = numberTrouble({red.origin, GePoint(v)});
     if (!trouble.empty()) return trouble;
     extent = std::max(extent, v.length());
   }

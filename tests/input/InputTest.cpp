@@ -249,6 +249,46 @@ TEST(InputTest, PointEndsAtItsComma) {
   EXPECT_EQ(failureOf([&] { in.getPoint(p); }), "1: Input: can't get double");
 }
 
+TEST(InputTest, PointHasManyForms) {
+  const struct {
+    const char* text;
+    std::uint32_t lastColumn;  // of the third number
+  } kRows[] = {
+      {"1 2 3,4", 4},          {"1 2 3, 4", 4},      {"1  2 3,4", 5},
+      {" 1 2 3 ,4", 5},        {"+1 2 3,4", 5},      {"1 2 3.,4", 4},
+      {"1.0 2.00 3.000,4", 9}, {"1e0 2 3,4", 6},     {"1 2 0.000000003e9,4", 4},
+      {"1 2 3,,4", 4},         {"1\t 2\t 3\t,4", 6},
+  };
+  for (const auto& row : kRows) {
+    Input in = scan({row.text}, kTokens);
+    in.setDelimiters(".");
+    GePoint p;
+    in.getPoint(p);
+    EXPECT_EQ(p, GePoint(1, 2, 3)) << row.text;
+    EXPECT_EQ(in.tokenColumn, row.lastColumn) << row.text;
+    EXPECT_EQ(in.delimiters, ",") << row.text;
+    EXPECT_EQ(in.getDouble(), 4.0) << row.text;
+  }
+}
+
+TEST(InputTest, PointNamesTheTokenThatIsNoNumber) {
+  const struct {
+    const char* text;
+    const char* token;
+    std::uint32_t column;
+  } kRows[] = {
+      {"x 2 3", "x", 0},     {"1 y 3", "y", 2},     {"1 2 z", "z", 4},
+      {"1 2 3 4", "3 4", 4}, {"1,2,3", "1,2,3", 0}, {"1 2 3;4,5", "3;4", 4},
+  };
+  for (const auto& row : kRows) {
+    Input in = scan({row.text}, kTokens);
+    GePoint p;
+    EXPECT_EQ(failureOf([&] { in.getPoint(p); }),
+              "1: Input: can't get double from expression \"" + std::string(row.token) + '"');
+    EXPECT_EQ(in.tokenColumn, row.column) << row.text;
+  }
+}
+
 TEST(InputTest, PointMayBeBrokenBetweenCoordinates) {
   for (const Recs& lines :
        {Recs{"..1", "..2", "..3"}, Recs{"..1 ", ".. 2", ".. 3,"}, Recs{"..1 2", ".. ", "..3"}}) {

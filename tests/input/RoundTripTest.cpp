@@ -243,6 +243,16 @@ RC_GTEST_PROP(RoundTrip, CrLfGivesTheSameElements, ()) {
   RC_ASSERT(rewritten(crLf, mode, 0) == text);
 }
 
+RC_GTEST_PROP(RoundTrip, AFileBehindAnotherReadsAsTheirSum, ()) {
+  const std::int32_t mode = *rc::gen::element(kFixedColumns, kTokens);
+  std::string files[2];
+  for (std::string& file : files) {
+    for (int i = 1 + below(3); i > 0; --i) file += writtenText(holder(), mode);
+  }
+  RC_ASSERT(rewritten(files[0] + files[1], mode, 0) ==
+            rewritten(files[0], mode, 0) + rewritten(files[1], mode, 0));
+}
+
 // The only element of the text.
 std::unique_ptr<RecordFile> readOne(const std::string& text) {
   auto file = std::make_unique<RecordFile>(std::make_unique<TextSource>(text), "f");

@@ -24,7 +24,10 @@ InputDoesNotIncludeApi     | input/A.cpp: #include "api/Globals.h" | layer: inpu
 ApiIncludesTheCHeader      | api/A.cpp: #include "vesk.h" |
 NobodyElseDoes             | prims/A.cpp: #include "vesk.h" | layer: prims/A.cpp:1: includes vesk.h
 NothingIncludesTools       | api/A.cpp: #include "tools/Main.h" | layer: api/A.cpp:1: includes tools/Main.h
-NewFolderNeedsARow         | mesh/A.h: #include "mesh/B.h" | layer: mesh/A.h:1: includes mesh/B.h
+MeshIncludesPrims          | mesh/A.cpp: #include "prims/Cyl.h" |
+MeshDoesNotRead            | mesh/A.cpp: #include "input/Input.h" | layer: mesh/A.cpp:1: includes input/Input.h
+NobodyIncludesMesh         | api/A.cpp: #include "mesh/Mesh.h" | layer: api/A.cpp:1: includes mesh/Mesh.h
+NewFolderNeedsARow         | view/A.h: #include "view/B.h" | layer: view/A.h:1: includes view/B.h
 BlanksDontHideAnInclude    | ge/A.h:  #  include  "prims/Cyl.h" | layer: ge/A.h:1: includes prims/Cyl.h
 TwoFilesMakeALoop          | ge/A.h: #include "ge/B.h"; ge/B.h: #include "ge/A.h" | loop: ge/A.h loop: ge/B.h
 HeaderUsesNamespace        | ge/A.h: using namespace std; | using: ge/A.h:1: using namespace std;

@@ -39,7 +39,7 @@ export class Browser {
   }
 
   /** Opens the text of a page, or with `file` a page on the disk. */
-  async open(html, { file = null, before = null, size = SIZE, ...options } = {}) {
+  async open(html, { file = null, before = null, size = SIZE, timeout = 30000, ...options } = {}) {
     const context = await this.chromium.newContext({
       viewport: size,
       reducedMotion: 'reduce',
@@ -47,11 +47,12 @@ export class Browser {
     });
     const page = await context.newPage();
     const opened = new Page(page, this);
+    this.last = opened;
     if (before) await page.addInitScript(before);
     const path = file ?? join(this.folder, 'page.html');
     if (!file) writeFileSync(path, html);
     await page.goto(pathToFileURL(path).href);
-    await page.locator('.stage, [role=alert]').first().waitFor();
+    await page.locator('.stage, [role=alert]').first().waitFor({ timeout });
     await opened.settle();
     return opened;
   }

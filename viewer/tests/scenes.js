@@ -230,3 +230,13 @@ export function box(from, edges, more = {}) {
     ...more,
   };
 }
+
+/** Pipes of different sizes and directions at all places of a cube, and its bounds. */
+export function manyPipes(count) {
+  const side = Math.ceil(Math.cbrt(count));
+  const elements = Array.from({ length: count }, (_, i) => {
+    const at = [i % side, Math.floor(i / side) % side, Math.floor(i / side / side)];
+    return pipe(at.map((k) => k * 20), 15, 4 + (i % 5), i % 3, { header: `P-${i % 50}` });
+  });
+  return { elements, bounds: [[-4, -4, -4], [side * 20, side * 20, side * 20]] };
+}

@@ -4,7 +4,7 @@ import { test } from 'node:test';
 import { countText, lengthText, numberText, scaleBar } from '../src/ui/numbers.js';
 import { between, Camera, VIEWS } from '../src/view/Camera.js';
 import { KIND_COLOURS, LEVELS, MOST_COLOURS } from '../src/view/palette.js';
-import { boxOf, countAtLeast, FEW_PLACES, partsOf } from '../src/view/parts.js';
+import { boxOf, coarse, countAtLeast, FEW_PLACES, partsOf } from '../src/view/parts.js';
 import { decodeScene } from '../src/scene/decode.js';
 import { box, encode, pipe, triangle, unitCube, unitCylinder } from './scenes.js';
 
@@ -215,3 +215,24 @@ test('CountOfSizesThatAreLargeEnough', () => {
 test('ThePaletteHasRoomForKindsAndLevels', () => {
   assert.ok(Object.keys(KIND_COLOURS).length + Object.keys(LEVELS).length <= MOST_COLOURS);
 });
+
+const area = ({ positions, indices }) => {
+  let sum = 0;
+  for (let i = 0; i < indices.length; i += 3) {
+    const [a, b, c] = [0, 1, 2].map((k) => positions.slice(indices[i + k] * 3, indices[i + k] * 3 + 3));
+    const [u, v] = [b, c].map((p) => p.map((x, k) => x - a[k]));
+    sum += Math.hypot(u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]) / 2;
+  }
+  return sum;
+};
+
+test('ACoarseCylinderIsStillOne', () => {
+  const fine = unitCylinder(32);
+  const few = coarse(fine);
+  // 32 pieces: 64 triangles round about and 30 on each end; the ring of few has 8.
+  assert.deepEqual([fine.indices.length / 3, few.indices.length / 3], [124, 28]);
+  // Its area is 4 pi; a ring of 8 in the middles of the pieces has 15 % less at most.
+  assert.ok(area(few) > 0.85 * 4 * Math.PI && area(few) < 4 * Math.PI, `${area(few)}`);
+});
+
+test('WhatIsCoarseAlreadyStaysAsItIs', () => assert.equal(coarse(unitCube()), null));

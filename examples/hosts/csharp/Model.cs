@@ -17,7 +17,10 @@ public static class Model {
       return 2;
     }
     try {
-      using (var file = new VeskFile(args[0])) Write(file);
+      using (var file = new VeskFile(args[0])) {
+        Write(file);
+        file.Close();
+      }
       return 0;
     } catch (IOException e) {
       Console.Error.WriteLine(e.Message);

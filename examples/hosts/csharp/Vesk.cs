@@ -12,16 +12,30 @@ public sealed class VeskFile : IDisposable {
   public VeskFile(string name) {
     if (name == null) throw new ArgumentNullException("name");
     byte[] bytes = Utf8(name);
+    path = "vesk" + name + ".dat";
     open = null;
-    if (vk_openVesk(bytes) == 0)
-      throw new IOException("vesk" + name + ".dat cannot be opened for writing");
+    if (vk_openVesk(bytes) == 0) throw new IOException(path + " cannot be opened for writing");
     open = this;
   }
 
-  public void Dispose() {
+  // Completes the file. An IOException tells that the system did not take all of it, a full
+  // disk for one: the file is not whole then. Closing again does nothing.
+  public void Close() {
     if (open != this) return;
-    vk_openVesk(null);
     open = null;
+    IntPtr errno = onWindows ? errnoOfWindows() : errnoOfLinux();
+    Marshal.WriteInt32(errno, 0);
+    vk_openVesk(null);
+    int reason = Marshal.ReadInt32(errno);
+    if (reason == 0) return;
+    IntPtr text = onWindows ? textOfWindows(reason) : textOfLinux(reason);
+    throw new IOException(path + ": " + Marshal.PtrToStringAnsi(text));
+  }
+
+  // Closes too, without a word about what the system refused.
+  public void Dispose() {
+    if (open == this) vk_openVesk(null);
+    if (open == this) open = null;
   }
 
   // Sets the header of the elements that follow; n is 0 to 46655.
@@ -90,6 +104,7 @@ public sealed class VeskFile : IDisposable {
   }
 
   private static VeskFile open;
+  private readonly string path;
 
   private void Check(params double[][] points) {
     if (open != this) throw new ObjectDisposedException("VeskFile");
@@ -112,6 +127,15 @@ public sealed class VeskFile : IDisposable {
       throw new ArgumentException("a zero character or a line end in a text");
     return Encoding.UTF8.GetBytes(text + "\0");
   }
+
+  // The reason of a failure, as the C library that CVeskDll uses keeps it.
+  private static readonly bool onWindows = Path.DirectorySeparatorChar == '\\';
+  [DllImport("libc", EntryPoint = "__errno_location")] private static extern IntPtr errnoOfLinux();
+  [DllImport("libc", EntryPoint = "strerror")] private static extern IntPtr textOfLinux(int reason);
+  [DllImport("msvcrt", EntryPoint = "_errno", CallingConvention = CallingConvention.Cdecl)]
+  private static extern IntPtr errnoOfWindows();
+  [DllImport("msvcrt", EntryPoint = "strerror", CallingConvention = CallingConvention.Cdecl)]
+  private static extern IntPtr textOfWindows(int reason);
 
   private const string Dll = "CVeskDll";  // CVeskDll.dll, libCVeskDll.so
   private const CallingConvention C = CallingConvention.Cdecl;

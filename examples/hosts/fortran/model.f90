@@ -11,6 +11,7 @@ program model
   implicit none
   character(len=256) :: name
   logical :: whole
+  integer :: reason
 
   call get_command_argument(1, name)
   if (command_argument_count() /= 1) then
@@ -22,7 +23,11 @@ program model
     stop 1, quiet=.true.
   end if
   call write_model(whole)
-  call close_vesk()
+  reason = close_vesk()
+  if (reason /= 0) then
+    write (error_unit, '(a)') "vesk" // trim(name) // ".dat: " // reason_text(reason)
+    stop 1, quiet=.true.
+  end if
   if (.not. whole) stop 1, quiet=.true.
 
 contains

@@ -4,12 +4,13 @@
 ! length, and it is null only if it is a pointer or an allocatable without a target, which
 ! must not be passed. An exception of the library ends the program, so write_elb asks first.
 module vesk
-  use, intrinsic :: iso_c_binding, only: c_char, c_double, c_int, c_loc, c_null_char, &
-                                         c_null_ptr, c_ptr
+  use, intrinsic :: iso_c_binding, only: c_char, c_double, c_f_pointer, c_int, c_loc, &
+                                         c_null_char, c_null_ptr, c_ptr, c_size_t
   implicit none
   private
   public :: point, open_vesk, close_vesk, set_header, write_pnt, write_seg, write_tri, &
-            write_qua, write_txt, write_box, write_red, write_cyl, write_con, write_tor, write_elb
+            write_qua, write_txt, write_box, write_red, write_cyl, write_con, write_tor, write_elb, &
+            reason_text
 
   type, bind(C) :: point
     real(c_double) :: x, y, z
@@ -29,6 +30,24 @@ module vesk
       integer(c_int), value :: n
       integer(c_int) :: fits
     end function vk_header
+
+    ! Where the C library keeps the reason of a failure; "_errno" on Windows.
+    function c_errno() bind(C, name="__errno_location") result(address)
+      import :: c_ptr
+      type(c_ptr) :: address
+    end function c_errno
+
+    function c_strerror(reason) bind(C, name="strerror") result(text)
+      import :: c_int, c_ptr
+      integer(c_int), value :: reason
+      type(c_ptr) :: text
+    end function c_strerror
+
+    function c_strlen(text) bind(C, name="strlen") result(length)
+      import :: c_ptr, c_size_t
+      type(c_ptr), value :: text
+      integer(c_size_t) :: length
+    end function c_strlen
 
     subroutine write_pnt(p) bind(C, name="vk_writePnt")
       import :: point
@@ -107,10 +126,30 @@ contains
     open_vesk = vk_open(c_loc(text)) == 1
   end function open_vesk
 
-  subroutine close_vesk()
+  ! Completes the file. Returns 0, or the reason why the system did not take all of it, a
+  ! full disk for one: the file is not whole then. reason_text says it in words.
+  integer function close_vesk()
+    integer(c_int), pointer :: errno
     integer(c_int) :: opened
+    call c_f_pointer(c_errno(), errno)
+    errno = 0
     opened = vk_open(c_null_ptr)
-  end subroutine close_vesk
+    close_vesk = errno
+  end function close_vesk
+
+  function reason_text(reason) result(text)
+    integer, intent(in) :: reason
+    character(len=:), allocatable :: text
+    character(kind=c_char), pointer :: letters(:)
+    type(c_ptr) :: address
+    integer :: i
+    address = c_strerror(int(reason, c_int))
+    call c_f_pointer(address, letters, [c_strlen(address)])
+    allocate (character(len=size(letters)) :: text)
+    do i = 1, size(letters)
+      text(i:i) = letters(i)
+    end do
+  end function reason_text
 
   ! .false. if n is not within 0 to 46655; its high digits are lost then.
   logical function set_header(a, b, n)

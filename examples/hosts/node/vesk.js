@@ -1,6 +1,7 @@
 // The thirteen functions for Node, by koffi. An exception of the library cannot pass through
 // Node, it would end the process: so what would throw is refused here, as a TypeError or a
 // RangeError, before the call.
+import { getSystemErrorMap } from 'node:util';
 import koffi from 'koffi';
 
 const library = koffi.load(
@@ -62,15 +63,22 @@ let current = null;
 export class VeskFile {
   constructor(name) {
     current = null;
-    if (!openVesk(string(name))) throw new Error(`vesk${name}.dat cannot be opened for writing`);
+    this.#path = `vesk${name}.dat`;
+    if (!openVesk(string(name))) throw new Error(`${this.#path} cannot be opened for writing`);
     current = this;
   }
 
-  // Completes the file. Closing again does nothing.
+  // Completes the file. Throws if the system did not take all of it, a full disk for one: the
+  // file is not whole then. Closing again does nothing.
   close() {
     if (current !== this) return;
-    openVesk(null);
     current = null;
+    koffi.errno(0);
+    openVesk(null);
+    const reason = koffi.errno();
+    if (reason === 0) return;
+    const [, text] = getSystemErrorMap().get(-reason) ?? ['', `error ${reason}`];
+    throw new Error(`${this.#path}: ${text}`);
   }
 
   // Sets the header of the elements that follow; n is 0 to 46655.
@@ -106,6 +114,8 @@ export class VeskFile {
     }
     return this.#call(writeElb, [p0, p1, p2, p3], number(d));
   }
+
+  #path;
 
   #call(fn, points, ...rest) {
     if (current !== this) throw new Error('the file is closed');

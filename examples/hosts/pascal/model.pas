@@ -9,7 +9,10 @@ program model;
 {$mode objfpc}{$H+}
 
 uses
-  vesk;
+  SysUtils, vesk;
+
+var
+  Reason: LongInt;
 
 function At(X, Y, Z: Double): TPoint;
 begin
@@ -63,5 +66,10 @@ begin
     Halt(1);
   end;
   WriteModel;
-  CloseVesk;
+  Reason := CloseVesk;
+  if Reason <> 0 then
+  begin
+    WriteLn(StdErr, 'vesk', ParamStr(1), '.dat: ', SysErrorMessage(Reason));
+    Halt(1);
+  end;
 end.

@@ -14,7 +14,9 @@ type
 
 { Opens 'vesk' + Name + '.dat' and closes what is open; False if the system refused. }
 function OpenVesk(const Name: AnsiString): Boolean;
-procedure CloseVesk;
+{ Completes the file. Returns 0, or the reason why the system did not take all of it, a full
+  disk for one: the file is not whole then. SysErrorMessage of SysUtils says it in words. }
+function CloseVesk: LongInt;
 { False if N is not within 0 to 46655; its high digits are lost then. }
 function SetHeader(const A, B: AnsiString; N: LongInt): Boolean;
 { Returns False and writes nothing if S is longer than 512 bytes: it would not fit. }
@@ -40,7 +42,7 @@ function WriteTor(constref P0, P1, P2: TPoint; D: Double): LongInt; cdecl;
 implementation
 
 uses
-  Math;
+  initc, Math;
 
 function vk_openVesk(Name: PAnsiChar): LongInt; cdecl; external 'CVeskDll';
 function vk_setHeader(A, B: PAnsiChar; N: LongInt): LongInt; cdecl; external 'CVeskDll';
@@ -54,9 +56,11 @@ begin
   Result := vk_openVesk(PAnsiChar(Name)) = 1;
 end;
 
-procedure CloseVesk;
+function CloseVesk: LongInt;
 begin
+  cerrno := 0;
   vk_openVesk(nil);
+  Result := cerrno;
 end;
 
 function SetHeader(const A, B: AnsiString; N: LongInt): Boolean;

@@ -172,6 +172,7 @@ export class App {
     const { scene, model, state, view, overlay } = this;
     const onZoom = (elements) => this.fit(elements);
     const run = (id) => () => this.run(id);
+    this.toggles = [];
     this.tree = new TreePanel({ model, state, onZoom });
     this.details = new DetailsPanel({ model, state });
     this.legend = new Legend({ model, state });
@@ -213,8 +214,7 @@ export class App {
       this.canvas,
       this.overlayCanvas,
       this.cube.panel,
-      this.section.panel,
-      this.measuring.panel,
+      h('div', { class: 'popovers' }, this.section.panel, this.measuring.panel),
       h('div', { class: 'scale', title: 'Scale, at the middle of the view' }, this.scaleText, this.scaleLine),
       this.counts,
     );
@@ -292,7 +292,6 @@ export class App {
       },
       icon(name),
     );
-    this.toggles ??= [];
     this.toggles.push({ button, panel });
     return button;
   }

@@ -67,10 +67,13 @@ export class DetailsPanel {
 
   #values(element) {
     const rows = this.#model.valuesOf(element).map(({ name, type, value }) => {
-      const text = type === 't' ? value : [value].flat().map((x) => numberText(x, DECIMALS)).join('  ');
-      const length =
-        type === 'o' ? h('span', { class: 'quiet' }, ` length ${numberText(Math.hypot(...value))}`) : null;
-      return h('tr', {}, h('th', { scope: 'row' }, name), h('td', {}, text, length));
+      const text = (x) => (type === 't' ? x : numberText(x, DECIMALS));
+      // Blanks between the numbers, for those who copy them.
+      const parts = [value].flat().flatMap((x) => [h('span', { class: 'number' }, text(x)), ' ']);
+      if (type === 'o') {
+        parts.push(h('span', { class: 'quiet' }, `length ${numberText(Math.hypot(...value))}`));
+      }
+      return h('tr', {}, h('th', { scope: 'row' }, name), h('td', {}, parts));
     });
     return h('table', { class: 'values' }, h('tbody', {}, rows));
   }

@@ -27,9 +27,9 @@ export class Measuring {
       { class: 'popover', 'aria-label': 'Measure', hidden: true },
       h('strong', {}, 'Measure'),
       this.hint,
-      this.list,
       h('button', { type: 'button', class: 'small', onclick: () => this.clear() }, 'Clear'),
       h('button', { type: 'button', class: 'small', onclick: onClose }, 'Off'),
+      this.list,
     );
   }
 
@@ -82,7 +82,7 @@ export class Measuring {
   #show() {
     this.hint.textContent = this.#overlay.start
       ? 'Click the second place.'
-      : 'Click a first place: ends of axes, corners and edges attract the pointer.';
+      : 'Click the first place.';
     this.#overlay.measures = this.measures.map(({ from, to, distance }) => ({
       from: this.#toScene(from),
       to: this.#toScene(to),

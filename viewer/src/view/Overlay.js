@@ -53,7 +53,7 @@ export class Overlay {
     let drawn = 0;
     for (const each of this.texts) {
       if (drawn >= MOST_LABELS) break;
-      if (this.#view.isHidden(each.element)) continue;
+      if (this.#view.isHidden(each.element) || this.#view.isCutAway(each.position)) continue;
       const [x, y, z] = project(each.position);
       if (z < -1 || z > 1 || x < -200 || y < -200) continue;
       if (x > this.#view.camera.pixelsWide + 200 || y > this.#view.camera.pixelsHigh + 200) continue;

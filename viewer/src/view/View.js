@@ -26,18 +26,22 @@ import {
 
 import { Camera } from './Camera.js';
 import { MOST_COLOURS, paletteOf } from './palette.js';
-import { boxOf, countAtLeast, partsOf } from './parts.js';
+import { boxOf, coarse, countAtLeast, partsOf } from './parts.js';
 import { COLOUR, EDGES, FACTS, HIDDEN, SCREEN_VERTEX, STATE_WIDTH, VERTEX } from './shaders.js';
 
 const LINE_WIDTH = 2; // pixels of the page
 const POINT_WIDTH = 7;
 
-// Models of more elements than this are drawn without small things and edges while
-// they move.
+// Models of more elements than this are drawn with coarser meshes, and without small
+// things and edges, while they move.
 const LARGE = 20000;
 const SMALL_AT_REST = 0.5; // pixels
 const SMALL_IN_MOTION = 4;
 const REST_AFTER = 140; // milliseconds
+
+// Where a frame in full would take longer than this, in milliseconds, as without a
+// graphics card, a large model stays as it is in motion.
+const PATIENCE = 3000;
 
 // How far around a click an element is still hit, in pixels of the page.
 const PICK_REACH = 4;
@@ -53,7 +57,7 @@ export class View {
 
   #scene;
   #renderer;
-  #solids = []; // {mesh, sizes, isClosed, isMirrored}
+  #solids = []; // {mesh, sizes, isClosed, isMirrored, drawn: always, resting or moving}
   #world = new Scene();
   #screen = new Scene();
   #states;
@@ -62,6 +66,7 @@ export class View {
   #frame = 0;
   #restTimer = 0;
   #atRest = true;
+  #isSlow = null; // not known before a large model has come to rest
   #uniforms;
 
   constructor(canvas, scene) {
@@ -149,10 +154,9 @@ export class View {
     this.invalidate();
   }
 
-  get section() {
-    if (!this.#uniforms.isCut.value) return null;
-    const { x, y, z, w } = this.#uniforms.section.value;
-    return { normal: [x, y, z], distance: w };
+  isCutAway([x, y, z]) {
+    const { x: a, y: b, z: c, w } = this.#uniforms.section.value;
+    return this.#uniforms.isCut.value && a * x + b * y + c * z > w;
   }
 
   /** The box of elements that are seen; of all elements without an argument. */
@@ -168,17 +172,44 @@ export class View {
     this.#atRest = this.#scene.elements.count <= LARGE;
     if (!this.#atRest) {
       clearTimeout(this.#restTimer);
-      this.#restTimer = setTimeout(() => {
-        this.#atRest = true;
-        this.#request();
-      }, REST_AFTER);
+      this.#restTimer = setTimeout(() => this.#rest(), REST_AFTER);
     }
     this.#request();
   }
 
+  #rest() {
+    this.#isSlow ??= this.#wouldBeSlow();
+    if (this.#isSlow) return;
+    this.#atRest = true;
+    this.#request();
+  }
+
+  // From the time of a frame in motion. Reading a pixel waits until it is drawn.
+  #wouldBeSlow() {
+    const gl = this.#renderer.getContext();
+    const begin = performance.now();
+    this.drawMoving();
+    gl.readPixels(0, 0, 1, 1, gl.RGBA, gl.UNSIGNED_BYTE, new Uint8Array(4));
+    const took = performance.now() - begin;
+    const now = this.statistics.triangles;
+    let all = now;
+    for (const { mesh, sizes, drawn } of this.#solids) {
+      if (drawn === 'resting') all += (mesh.geometry.index.count / 3) * sizes.length;
+    }
+    return (took * all * 2) / Math.max(1, now) > PATIENCE;
+  }
+
   /** Draws at once and in full, for a picture or a test. */
   drawNow() {
+    this.#factsAreCurrent = false;
     this.#atRest = true;
+    this.#draw();
+  }
+
+  /** Draws at once what is drawn while a model of many elements moves. */
+  drawMoving() {
+    this.#factsAreCurrent = false;
+    this.#atRest = this.#scene.elements.count <= LARGE;
     this.#draw();
   }
 
@@ -247,7 +278,8 @@ export class View {
     let unit = this.camera.unitsPerPixel;
     if (this.camera.isPerspective) unit *= camera.near / (camera.near + this.camera.height);
     const smallest = unit * (this.#atRest ? SMALL_AT_REST : SMALL_IN_MOTION);
-    for (const { mesh, sizes } of this.#solids) {
+    for (const { mesh, sizes, drawn } of this.#solids) {
+      mesh.visible = drawn === 'always' || (drawn === 'resting') === this.#atRest;
       if (sizes) mesh.geometry.instanceCount = countAtLeast(sizes, smallest);
     }
     this.#renderer.getDrawingBufferSize(this.#uniforms.pixels.value);
@@ -330,7 +362,14 @@ export class View {
     return colours;
   }
 
-  #add(geometry, defines, { width = 0, isClosed = false, isMirrored = false, sizes = null } = {}) {
+  #add(geometry, defines, options = {}) {
+    const {
+      width = 0,
+      isClosed = false,
+      isMirrored = false,
+      sizes = null,
+      drawn = 'always',
+    } = options;
     const isSolid = 'SOLID' in defines;
     const material = (fragmentShader) =>
       new RawShaderMaterial({
@@ -350,25 +389,31 @@ export class View {
     mesh.userData.facts = material(FACTS);
     mesh.frustumCulled = false;
     this.#world.add(mesh);
-    if (isSolid) this.#solids.push({ mesh, sizes, isClosed, isMirrored });
+    if (isSolid) this.#solids.push({ mesh, sizes, isClosed, isMirrored, drawn });
   }
 
   #addShared({ mesh, matrices, elements, sizes }) {
-    const geometry = new InstancedBufferGeometry();
-    geometry.setAttribute('position', new BufferAttribute(mesh.positions, 3));
-    geometry.setAttribute('normal', new BufferAttribute(mesh.normals, 3));
-    geometry.setIndex(new BufferAttribute(mesh.indices, 1));
+    const places = { element: new InstancedBufferAttribute(elements, 1) };
     for (let row = 0; row < 3; ++row) {
       const values = new Float32Array(elements.length * 4);
       for (let i = 0; i < elements.length; ++i) {
         values.set(matrices.subarray(i * 12 + row * 4, i * 12 + row * 4 + 4), i * 4);
       }
-      geometry.setAttribute(`row${row}`, new InstancedBufferAttribute(values, 4));
+      places[`row${row}`] = new InstancedBufferAttribute(values, 4);
     }
-    geometry.setAttribute('element', new InstancedBufferAttribute(elements, 1));
-    geometry.instanceCount = elements.length;
-    const defines = { SOLID: '', SHARED: '' };
-    this.#add(geometry, defines, { isClosed: mesh.closed, isMirrored: hasMirror(matrices), sizes });
+    const isMirrored = hasMirror(matrices);
+    const addMesh = ({ positions, normals, indices, closed }, drawn) => {
+      const geometry = new InstancedBufferGeometry();
+      for (const [name, attribute] of Object.entries(places)) geometry.setAttribute(name, attribute);
+      geometry.setAttribute('position', new BufferAttribute(positions, 3));
+      geometry.setAttribute('normal', new BufferAttribute(normals, 3));
+      geometry.setIndex(new BufferAttribute(indices, 1));
+      const defines = { SOLID: '', SHARED: '' };
+      this.#add(geometry, defines, { isClosed: closed, isMirrored, sizes, drawn });
+    };
+    const moving = this.#scene.elements.count > LARGE ? coarse(mesh) : null;
+    addMesh(mesh, moving ? 'resting' : 'always');
+    if (moving) addMesh(moving, 'moving');
   }
 
   #addJoined({ positions, normals, elements, indices, closed }) {

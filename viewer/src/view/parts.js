@@ -198,3 +198,44 @@ function cofactorsOf(matrices, place) {
   const scale = (determinant < 0 ? -1 : 1) / largest;
   return { rows: rows.map((each) => each.map((x) => x * scale)), isMirror: determinant < 0 };
 }
+
+/**
+ * A mesh with fewer triangles that looks alike from afar; null if there is not
+ * half to be saved. Vertices that are near each other and look the same way
+ * become one in their middle.
+ */
+export function coarse({ positions, normals, indices, closed }) {
+  const box = meshBox({ positions });
+  // Three steps along each axis, and three for each part of a normal.
+  const step = (i, k) => {
+    const size = box[k + 3] - box[k];
+    return size > 0 ? Math.round(((positions[i + k] - box[k]) / size) * 2) : 0;
+  };
+  const turn = (i, k) => Math.round(normals[i + k] * 1.2) + 1;
+  const byKey = new Map();
+  const sums = []; // [x, y, z, normal x, y, z, count]
+  const clusterOf = new Uint32Array(positions.length / 3);
+  for (let i = 0; i < positions.length; i += 3) {
+    const key = [0, 1, 2].reduce((all, k) => (all * 3 + step(i, k)) * 3 + turn(i, k), 0);
+    if (!byKey.has(key)) byKey.set(key, sums.push([0, 0, 0, 0, 0, 0, 0]) - 1);
+    const cluster = byKey.get(key);
+    clusterOf[i / 3] = cluster;
+    for (let k = 0; k < 3; ++k) {
+      sums[cluster][k] += positions[i + k];
+      sums[cluster][k + 3] += normals[i + k];
+    }
+    ++sums[cluster][6];
+  }
+  const kept = [];
+  for (let i = 0; i < indices.length; i += 3) {
+    const [a, b, c] = [0, 1, 2].map((k) => clusterOf[indices[i + k]]);
+    if (a !== b && b !== c && c !== a) kept.push(a, b, c);
+  }
+  if (kept.length * 2 > indices.length) return null;
+  return {
+    positions: Float32Array.from(sums.flatMap((sum) => sum.slice(0, 3).map((x) => x / sum[6]))),
+    normals: Float32Array.from(sums.flatMap((sum) => sum.slice(3, 6))),
+    indices: Uint32Array.from(kept),
+    closed,
+  };
+}

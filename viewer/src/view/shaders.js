@@ -235,8 +235,8 @@ void main() {
     vec4 there = texelFetch(normals, q, 0);
     if (isThin(here) || isThin(there)) continue;
     if (idAt(q) != id) {
-      // The nearer one owns the line, or it would be two pixels wide.
-      if (depth <= depthAt(q)) outline = 1.0;
+      // On what lies behind: the line is one pixel wide, and a thin pipe keeps its colour.
+      if (depth >= depthAt(q)) outline = 1.0;
       if (here.a != there.a) chosen = 1.0;
     } else {
       float bend = dot(here.xyz * 2.0 - 1.0, there.xyz * 2.0 - 1.0);

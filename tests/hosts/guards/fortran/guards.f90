@@ -12,6 +12,6 @@ program guards
   if (set_header("A", "B", 46656)) error stop "number 46656 fits"
   if (.not. set_header("A", "B", 46655)) error stop "number 46655 does not fit"
   call write_pnt(p)
-  call close_vesk()
+  if (close_vesk() /= 0) error stop "close_vesk"
   if (write_cyl(o, p, 1.0_dp) /= 0) error stop "a line without a file"
 end program guards

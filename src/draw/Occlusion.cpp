@@ -11,8 +11,10 @@ namespace Vesk {
 namespace {
 
 // Pixels that a triangle reaches beyond its sides: a line behind one of them is
-// hidden, although rounding may have it on either side.
-constexpr double kReach = 1e-3;
+// hidden, although rounding may have it on either side. More would hide lines of
+// fine silhouettes that run beside it. Less for a triangle that is nearly seen from
+// its edge: its plane goes far forward within that distance.
+constexpr double kReach = 1e-5;
 
 // In depth. What is further behind than so many times the distance in the drawing
 // is another body or another part of it.
@@ -43,12 +45,13 @@ double inside(const ScreenPoint& a, const ScreenPoint& b, const ScreenPoint& p) 
 // The part of the line that the triangle hides; empty if to <= from.
 LinePart hiddenPart(const ScreenPoint& a, const ScreenPoint& b, const ScreenTriangle& t) {
   LinePart part;
+  const ScreenPlane plane(t);
+  const double reach = std::min(kReach, Occlusion::kBehind / (4.0 * plane.steepness() + 1.0));
   for (std::size_t k = 0; k < 3 && part.from < part.to; ++k) {
     const ScreenPoint& from = t[k];
     const ScreenPoint& to = t[(k + 1) % 3];
-    keepPositive(part, inside(from, to, a) + kReach, inside(from, to, b) + kReach);
+    keepPositive(part, inside(from, to, a) + reach, inside(from, to, b) + reach);
   }
-  const ScreenPlane plane(t);
   keepPositive(part, plane.depthAt(a.x, a.y) - a.z - Occlusion::kBehind,
                plane.depthAt(b.x, b.y) - b.z - Occlusion::kBehind);
   return part;
@@ -119,13 +122,17 @@ void Occlusion::seenParts(const ScreenPoint& a, const ScreenPoint& b, const Line
 bool Occlusion::isSeen(const ScreenPoint& p) const {
   const int column = sampleBefore(p.x);
   const int row = sampleBefore(p.y);
+  // Of a surface that p lies on, one sample at least is not before it.
+  bool isBehindAll = true;
   for (int k = 0; k < 4; ++k) {
     const DepthSample* sample = band_.at(column + k % 2, row + k / 2);
-    if (sample == nullptr || sample->isEmpty()) continue;
+    const bool isEmpty = sample == nullptr || sample->isEmpty();
+    isBehindAll = isBehindAll && !isEmpty && static_cast<double>(sample->depth) > p.z + kBehind;
+    if (isEmpty) continue;
     const LinePart hidden = hiddenPart(p, p, triangleOf(*sample));
     if (hidden.from < hidden.to) return false;
   }
-  return true;
+  return !isBehindAll;
 }
 
 bool Occlusion::isOutline(const ScreenPoint& p, const ScreenPoint& towards, double aside) const {

@@ -1,6 +1,8 @@
 #ifndef VESK_DRAW_SCREENPLANE_H
 #define VESK_DRAW_SCREENPLANE_H
 
+#include <cmath>
+
 #include "draw/Surfaces.h"
 
 namespace Vesk {
@@ -15,6 +17,9 @@ class ScreenPlane {
     perX_ = (u.z * v.y - v.z * u.y) / area;
     perY_ = (u.x * v.z - v.x * u.z) / area;
   }
+
+  // The most that the depth changes within a pixel.
+  double steepness() const { return std::sqrt(perX_ * perX_ + perY_ * perY_); }
 
   double depthAt(double x, double y) const {
     return origin_.z + perX_ * (x - origin_.x) + perY_ * (y - origin_.y);

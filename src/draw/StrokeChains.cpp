@@ -12,9 +12,10 @@ namespace {
 constexpr double kTouch = 1e-9;
 
 // Pixels. Rests of hidden lines are seen that are not yet far enough behind what
-// hides them, or behind a triangle too thin for the samples.
-constexpr double kTinyRest = 0.25;
-constexpr double kShortRest = 0.75;  // that goes on nowhere
+// hides them, or behind a triangle too thin for the samples. Outlines of bends
+// consist of short pieces: of them only what has no length is left out.
+constexpr double kTinyRest = 0.05;
+constexpr double kShortRest = 0.5;
 
 // Pixels that a corner may be away from the line between its neighbours to be
 // left out.
@@ -150,7 +151,8 @@ void StrokeChains::take(std::uint32_t element, std::vector<Stroke>& strokes) {
     Stroke stroke{{segments_[i].ends[end]}, segments_[i].weight, element};
     bool isCut = segments_[i].nodes[end] >= kCut;
     follow(i, end, stroke, isCut);
-    if (isCut && lengthOf(stroke.points) < kShortRest) return;
+    const bool isEdge = stroke.weight == LineWeight::kEdge;
+    if (isCut && isEdge && lengthOf(stroke.points) < kShortRest) return;
     straighten(stroke.points);
     strokes.push_back(std::move(stroke));
   };

@@ -107,17 +107,24 @@ std::string helpOfCommand(const CommandText& text, const CLI::App& app) {
   std::vector<const CLI::Option*> arguments;
   std::vector<const CLI::Option*> own;
   std::vector<const CLI::Option*> common;
+  std::vector<std::pair<std::string, std::vector<const CLI::Option*>>> groups;
   for (const CLI::Option* option : app.get_options()) {
     if (option->get_positional()) {
       arguments.push_back(option);
     } else if (option->get_group() == "Everywhere") {
       common.push_back(option);
-    } else {
+    } else if (option->get_group() == "Options") {
       own.push_back(option);
+    } else {
+      if (groups.empty() || groups.back().first != option->get_group()) {
+        groups.push_back({option->get_group(), {}});
+      }
+      groups.back().second.push_back(option);
     }
   }
   appendOptions(help, "Arguments:", arguments);
   appendOptions(help, "Options:", own);
+  for (const auto& [name, options] : groups) appendOptions(help, name + ':', options);
   appendOptions(help, "Everywhere:", common);
   return help;
 }

@@ -1,0 +1,63 @@
+#ifndef VESK_DRAW_DEPTHBAND_H
+#define VESK_DRAW_DEPTHBAND_H
+
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include "draw/Surfaces.h"
+
+namespace Vesk {
+
+// Samples for a pixel, each way.
+inline constexpr int kSamples = 4;
+
+// Which triangle is nearest to the eye.
+struct DepthSample {
+  float depth = -std::numeric_limits<float>::infinity();
+  std::uint32_t instance = 0;
+  std::uint32_t triangle = std::numeric_limits<std::uint32_t>::max();  // none
+
+  bool isEmpty() const { return triangle == std::numeric_limits<std::uint32_t>::max(); }
+};
+
+// A depth buffer for some rows of a drawing, so that memory does not grow with
+// its height. Sample (i, j) lies at ((i + 0.5) / kSamples, (j + 0.5) / kSamples).
+class DepthBand {
+ public:
+  // `width` in pixels.
+  DepthBand(const Surfaces& surfaces, int width);
+
+  // Draws all surfaces between these rows of pixels, with `margin` more samples
+  // above and below.
+  void draw(int firstRow, int endRow, int margin);
+
+  int columns() const { return columns_; }  // samples
+  int firstSampleRow() const { return first_; }
+  int endSampleRow() const { return end_; }
+
+  // Null outside of the band.
+  const DepthSample* at(int column, int row) const {
+    if (column < 0 || column >= columns_ || row < first_ || row >= end_) return nullptr;
+    return &samples_[index(column, row)];
+  }
+
+ private:
+  std::size_t index(int column, int row) const {
+    return static_cast<std::size_t>(row - first_) * static_cast<std::size_t>(columns_) +
+           static_cast<std::size_t>(column);
+  }
+
+  void draw(const ScreenTriangle& corners, std::uint32_t instance, std::uint32_t triangle);
+
+  const Surfaces& surfaces_;
+  int columns_;
+  int first_ = 0;
+  int end_ = 0;
+  std::vector<DepthSample> samples_;
+  std::vector<ScreenPoint> points_;
+};
+
+}  // namespace Vesk
+
+#endif

@@ -1,0 +1,245 @@
+#include "draw/Painter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "draw/DepthBand.h"
+#include "draw/MeshLines.h"
+#include "draw/ScreenPlane.h"
+#include "draw/StrokeFont.h"
+
+namespace Vesk {
+namespace {
+
+constexpr int kBandRows = 64;
+
+std::uint8_t byteOf(double value) {
+  return static_cast<std::uint8_t>(std::clamp(std::floor(value + 0.5), 0.0, 255.0));
+}
+
+// A line with round ends; of one point a dot.
+struct Ink {
+  std::vector<ScreenPoint> points;
+  double radius;
+  Colour colour;
+  double top;
+  double bottom;
+};
+
+class Painter {
+ public:
+  Painter(const Drawing& drawing, bool hasFaces)
+      : drawing_(drawing),
+        surfaces_(drawing.surfaces()),
+        hasFaces_(hasFaces),
+        width_(drawing.style().width),
+        band_(surfaces_, width_) {
+    addInks();
+  }
+
+  Picture paint() {
+    Picture picture;
+    picture.width = width_;
+    picture.height = drawing_.style().height;
+    picture.bytes.reserve(static_cast<std::size_t>(picture.width) *
+                          static_cast<std::size_t>(picture.height) * 4);
+    for (int row = 0; row < picture.height; row += kBandRows) {
+      const int end = std::min(row + kBandRows, picture.height);
+      band_.draw(row, end, 0);
+      samples_.assign(static_cast<std::size_t>(band_.columns()) *
+                          static_cast<std::size_t>(band_.endSampleRow() - band_.firstSampleRow()),
+                      drawing_.style().background);
+      if (hasFaces_) paintFaces();
+      for (const Ink& ink : inks_) paintInk(ink);
+      for (int y = row; y < end; ++y) appendRow(y, picture);
+    }
+    return picture;
+  }
+
+ private:
+  Colour& sampleAt(int column, int row) {
+    return samples_[static_cast<std::size_t>(row - band_.firstSampleRow()) *
+                        static_cast<std::size_t>(band_.columns()) +
+                    static_cast<std::size_t>(column)];
+  }
+
+  void addInk(std::vector<ScreenPoint> points, double radius, const Colour& colour) {
+    const auto [top, bottom] =
+        std::minmax_element(points.begin(), points.end(),
+                            [](const ScreenPoint& a, const ScreenPoint& b) { return a.y < b.y; });
+    const double least = top->y - radius;
+    const double most = bottom->y + radius;
+    inks_.push_back({std::move(points), radius, colour, least, most});
+  }
+
+  void addInks() {
+    for (const Stroke& stroke : drawing_.strokes()) {
+      const bool isLine = stroke.weight == LineWeight::kLine;
+      addInk(stroke.points, drawing_.widthOf(stroke.weight) / 2.0,
+             isLine ? drawing_.colourOf(stroke.element) : drawing_.ink());
+    }
+    for (const Dot& dot : drawing_.dots()) {
+      addInk({dot.place}, drawing_.dotRadius(), drawing_.colourOf(dot.element));
+    }
+    for (const auto* lines : {&drawing_.scaleBar(), &drawing_.axes()}) {
+      for (const InkLine& line : *lines) addInk(line.points, line.width / 2.0, line.colour);
+    }
+    for (const Label& label : drawing_.labels()) addLabel(label);
+  }
+
+  void addLabel(const Label& label) {
+    const double natural = StrokeFont::widthOf(label.text);
+    const double stretch = label.width > 0.0 && natural > 0.0 ? label.width / natural : 1.0;
+    const double shift = label.isMiddle ? -natural / 2.0 : 0.0;
+    std::vector<FontLine> lines;
+    StrokeFont::append(label.text, lines);
+    const double height = std::sqrt(label.up.x * label.up.x + label.up.y * label.up.y);
+    const double radius = std::max(0.055 * height, 0.5);
+    std::vector<std::vector<ScreenPoint>> placed;
+    for (const FontLine& line : lines) {
+      placed.emplace_back();
+      for (const FontPoint& p : line) {
+        placed.back().push_back(label.place + label.along * ((p.x + shift) * stretch) +
+                                label.up * p.y);
+      }
+    }
+    const Colour paper = drawing_.style().background;
+    if (paper.alpha == 255) {
+      for (const auto& points : placed) addInk(points, radius + drawing_.haloOf(label), paper);
+    }
+    for (auto& points : placed) addInk(std::move(points), radius, label.colour);
+  }
+
+  void paintFaces() {
+    std::uint32_t instance = 0;
+    std::uint32_t triangle = kNoTriangle;
+    ScreenPlane brightness(ScreenTriangle{});
+    Colour colour;
+    for (int row = band_.firstSampleRow(); row < band_.endSampleRow(); ++row) {
+      for (int column = 0; column < band_.columns(); ++column) {
+        const DepthSample& sample = *band_.at(column, row);
+        if (sample.isEmpty()) continue;
+        if (sample.triangle != triangle || sample.instance != instance) {
+          instance = sample.instance;
+          triangle = sample.triangle;
+          brightness = brightnessOfTriangle(instance, triangle);
+          colour = drawing_.colourOf(surfaces_.scene().instances[instance].element);
+        }
+        const double x = (column + 0.5) / kSamples;
+        const double y = (row + 0.5) / kSamples;
+        sampleAt(column, row) = shaded(colour, std::clamp(brightness.depthAt(x, y), 0.64, 1.12));
+      }
+    }
+  }
+
+  // As a plane over the drawing with the brightness as its depth.
+  ScreenPlane brightnessOfTriangle(std::uint32_t instance, std::uint32_t triangle) const {
+    const Mesh& mesh = surfaces_.meshOf(instance);
+    const Placement& placement = surfaces_.scene().instances[instance].placement;
+    ScreenTriangle corners = surfaces_.triangle(instance, triangle);
+    const bool isTurned = !mesh.closed && doubleArea(corners) < 0.0;
+    for (std::size_t k = 0; k < 3; ++k) {
+      const GeVector n = placement.normal(mesh.normals[mesh.triangleNormals[triangle][k]]);
+      corners[k].z = brightnessOf(drawing_.style().view, isTurned ? -n : n);
+    }
+    return ScreenPlane(corners);
+  }
+
+  void paintInk(const Ink& ink) {
+    const double top = static_cast<double>(band_.firstSampleRow()) / kSamples;
+    const double bottom = static_cast<double>(band_.endSampleRow()) / kSamples;
+    if (ink.bottom < top || ink.top > bottom) return;
+    if (ink.points.size() == 1) paintSegment(ink.points[0], ink.points[0], ink);
+    for (std::size_t i = 1; i < ink.points.size(); ++i) {
+      paintSegment(ink.points[i - 1], ink.points[i], ink);
+    }
+  }
+
+  // All samples that are no further from the segment than the radius.
+  void paintSegment(const ScreenPoint& a, const ScreenPoint& b, const Ink& ink) {
+    const auto limit = [](double place, int least, int most) {
+      return static_cast<int>(
+          std::clamp(place * kSamples, static_cast<double>(least), static_cast<double>(most)));
+    };
+    const int firstRow =
+        limit(std::min(a.y, b.y) - ink.radius - 1.0, band_.firstSampleRow(), band_.endSampleRow());
+    const int endRow =
+        limit(std::max(a.y, b.y) + ink.radius + 1.0, band_.firstSampleRow(), band_.endSampleRow());
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    const double square = dx * dx + dy * dy;
+    for (int row = firstRow; row < endRow; ++row) {
+      const double y = (row + 0.5) / kSamples;
+      // Of a long line only what is near this row.
+      double left = std::min(a.x, b.x);
+      double right = std::max(a.x, b.x);
+      if (std::fabs(dy) > ink.radius) {
+        const double reach = ink.radius * (1.0 + std::fabs(dx / dy)) + 1.0;
+        const double middle = a.x + dx * ((y - a.y) / dy);
+        left = std::max(left, middle - reach);
+        right = std::min(right, middle + reach);
+      }
+      const int endColumn = limit(right + ink.radius + 1.0, 0, band_.columns());
+      for (int column = limit(left - ink.radius - 1.0, 0, band_.columns()); column < endColumn;
+           ++column) {
+        const double px = (column + 0.5) / kSamples - a.x;
+        const double py = y - a.y;
+        const double t = square > 0.0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
+        const double ex = px - dx * t;
+        const double ey = py - dy * t;
+        if (ex * ex + ey * ey <= ink.radius * ink.radius) sampleAt(column, row) = ink.colour;
+      }
+    }
+  }
+
+  void appendRow(int y, Picture& picture) {
+    constexpr int kAll = kSamples * kSamples;
+    for (int x = 0; x < width_; ++x) {
+      int red = 0;
+      int green = 0;
+      int blue = 0;
+      int alpha = 0;
+      for (int k = 0; k < kAll; ++k) {
+        const Colour& c = sampleAt(x * kSamples + k % kSamples, y * kSamples + k / kSamples);
+        const int weight = c.alpha;
+        red += c.red * weight;
+        green += c.green * weight;
+        blue += c.blue * weight;
+        alpha += weight;
+      }
+      const auto mean = [&](int sum) {
+        return static_cast<std::uint8_t>(alpha == 0 ? 0 : (2 * sum + alpha) / (2 * alpha));
+      };
+      for (const int sum : {red, green, blue}) picture.bytes.push_back(mean(sum));
+      picture.bytes.push_back(static_cast<std::uint8_t>((2 * alpha + kAll) / (2 * kAll)));
+    }
+  }
+
+  const Drawing& drawing_;
+  const Surfaces& surfaces_;
+  bool hasFaces_;
+  int width_;
+  DepthBand band_;
+  std::vector<Colour> samples_;
+  std::vector<Ink> inks_;
+};
+
+}  // namespace
+
+double brightnessOf(const StandardView& view, const GeVector& normal) {
+  const double towardsLight =
+      (2.0 * dot(view.up, normal) + 2.0 * dot(view.toEye, normal) - dot(view.right, normal)) / 3.0;
+  return 0.64 + 0.48 * std::max(0.0, towardsLight);
+}
+
+Colour shaded(const Colour& colour, double brightness) {
+  const auto part = [&](std::uint8_t value) {
+    if (brightness <= 1.0) return byteOf(value * brightness);
+    return byteOf(value + (255 - value) * (brightness - 1.0));
+  };
+  return {part(colour.red), part(colour.green), part(colour.blue), colour.alpha};
+}
+
+Picture paint(const Drawing& drawing, bool hasFaces) { return Painter(drawing, hasFaces).paint(); }
+
+}  // namespace Vesk

@@ -1,0 +1,57 @@
+#ifndef VESK_DRAW_SURFACES_H
+#define VESK_DRAW_SURFACES_H
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "draw/Projection.h"
+#include "mesh/Scene.h"
+
+namespace Vesk {
+
+using ScreenTriangle = std::array<ScreenPoint, 3>;
+
+// Twice the area of a triangle in the drawing, above zero if its corners run
+// counter-clockwise for the eye.
+inline double doubleArea(const ScreenTriangle& t) {
+  return (t[2].x - t[0].x) * (t[1].y - t[0].y) - (t[1].x - t[0].x) * (t[2].y - t[0].y);
+}
+
+// Whether a triangle is seen, and not from its edge.
+bool facesEye(const ScreenTriangle& t);
+
+// The surfaces of a scene as they are projected.
+class Surfaces {
+ public:
+  // Both outlive it.
+  Surfaces(const Scene& scene, const Projection& projection);
+
+  const Scene& scene() const { return scene_; }
+  const Projection& projection() const { return projection_; }
+  std::uint32_t count() const { return static_cast<std::uint32_t>(scene_.instances.size()); }
+
+  const Mesh& meshOf(std::uint32_t instance) const {
+    return scene_.meshes[scene_.instances[instance].mesh];
+  }
+
+  // Whether an instance has a part between these heights.
+  bool isBetween(std::uint32_t instance, double top, double bottom) const {
+    return tops_[instance] <= bottom && bottoms_[instance] >= top;
+  }
+
+  // The vertices of its mesh in place of what `points` held.
+  void project(std::uint32_t instance, std::vector<ScreenPoint>& points) const;
+
+  ScreenTriangle triangle(std::uint32_t instance, std::uint32_t triangle) const;
+
+ private:
+  const Scene& scene_;
+  const Projection& projection_;
+  std::vector<double> tops_;
+  std::vector<double> bottoms_;
+};
+
+}  // namespace Vesk
+
+#endif

@@ -97,7 +97,13 @@ class ViewCommand : public Command {
       throw Failure(Exit::kUsage, "--to " + to_ + " needs -o", "-o FILE" + ending);
     }
     if (ending == ".svg") return Format::kSvg;
-    return ending == ".png" ? Format::kPng : Format::kPage;
+    if (ending == ".png") return Format::kPng;
+    const bool isPage = ending == ".html" || ending == ".htm";
+    if (!isPage && !target_.output.empty() && target_.output != "-") {
+      throw Failure(Exit::kUsage, "the ending of \"" + target_.output + "\" names no format",
+                    "--to html, svg or png");
+    }
+    return Format::kPage;
   }
 
   Exit draw(Format format, const std::vector<std::string>& files, Session& session) const {

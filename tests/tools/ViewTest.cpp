@@ -45,7 +45,7 @@ constexpr RunCase kRuns[] = {
     {"ExistingFileByForce", "view good.dat -o old.html -f", 0, "old.html: 1 element", ""},
     {"OntoItself", "view good.html -o good.html -f", 2, "", "both input and output"},
     {"IntoNoFolder", "view good.dat -o none/new.html", 4, "", "none/new.html: No such file"},
-    {"AnotherEnding", "view good.dat -o new.pdf", 2, "", "new.pdf: a page is an .html file"},
+    {"AnotherEnding", "view good.dat -o new.pdf", 2, "", "the ending of \"new.pdf\" names no format"},
     {"UnknownQuality", "view good.dat --quality best -o new.html", 2, "", "vesk view --help"},
     {"NoTolerance", "view good.dat --tolerance 0 -o new.html", 2, "", "vesk view --help"},
     {"CheckShowsAPage", "check bad.dat --view -o new.html", 1, "bad.dat: 1 error, ", ""},

@@ -29,7 +29,7 @@ class CheckCommand : public Command {
         "form and geometry, every finding with its place",
         "The exit code is 1 if there are errors. Lengths are in the unit of the file, by custom "
         "millimetres. Memory: up to 64 bytes for each element, to find what is drawn twice "
-        "(none with --ignore V204), with --joints 250 for each pipe, and with json and sarif all "
+        "(none with --ignore V204), with --joints 270 for each pipe, and with json and sarif all "
         "findings.\n"
         "\n"
         "--joints looks at the ends of cylinders, cones and tori. Two ends face each other if "

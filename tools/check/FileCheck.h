@@ -46,7 +46,7 @@ struct CheckCounts {
 // Checks one record file from its beginning to its end. Findings come in the
 // order of lines, those of joints at the end. Memory grows by up to 64 bytes for
 // each element to find what is there twice, unless V204 is not wanted, and with
-// `joints` by some 250 for each pipe.
+// `joints` by some 270 for each pipe.
 class FileCheck {
  public:
   using Take = std::function<void(Finding&&)>;

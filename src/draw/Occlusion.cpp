@@ -16,6 +16,11 @@ namespace {
 // its edge: its plane goes far forward within that distance.
 constexpr double kReach = 1e-5;
 
+// Pixels. What is so far behind all the samples around it is hidden, though no
+// triangle found there covers it: some are narrower than samples. Of lines each
+// pixel counts by itself.
+constexpr double kWellBehind = 1.0;
+
 // In depth. What is further behind than so many times the distance in the drawing
 // is another body or another part of it.
 constexpr double kStep = 6.0;
@@ -55,6 +60,10 @@ LinePart hiddenPart(const ScreenPoint& a, const ScreenPoint& b, const ScreenTria
   keepPositive(part, plane.depthAt(a.x, a.y) - a.z - Occlusion::kBehind,
                plane.depthAt(b.x, b.y) - b.z - Occlusion::kBehind);
   return part;
+}
+
+double lengthOf(const ScreenPoint& a, const ScreenPoint& b) {
+  return std::sqrt((b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y));
 }
 
 int sampleBefore(double place) { return static_cast<int>(std::floor(place * kSamples - 0.5)); }
@@ -117,22 +126,55 @@ void Occlusion::seenParts(const ScreenPoint& a, const ScreenPoint& b, const Line
     }
     std::swap(seen, left_);
   }
+  dropWellBehind(a, b, seen);
+}
+
+void Occlusion::dropWellBehind(const ScreenPoint& a, const ScreenPoint& b,
+                               std::vector<LinePart>& seen) {
+  const double length = lengthOf(a, b);
+  left_.clear();
+  for (const LinePart& part : seen) {
+    const int pieces = static_cast<int>((part.to - part.from) * length) + 1;
+    const double step = (part.to - part.from) / pieces;
+    bool goesOn = false;
+    for (int i = 0; i < pieces; ++i) {
+      const LinePart piece{part.from + step * i,
+                           i + 1 == pieces ? part.to : part.from + step * (i + 1)};
+      if (isWellBehind(between(a, b, (piece.from + piece.to) / 2.0))) {
+        goesOn = false;
+      } else if (goesOn) {
+        left_.back().to = piece.to;
+      } else {
+        left_.push_back(piece);
+        goesOn = true;
+      }
+    }
+  }
+  std::swap(seen, left_);
 }
 
 bool Occlusion::isSeen(const ScreenPoint& p) const {
+  if (isWellBehind(p)) return false;
   const int column = sampleBefore(p.x);
   const int row = sampleBefore(p.y);
-  // Of a surface that p lies on, one sample at least is not before it.
-  bool isBehindAll = true;
   for (int k = 0; k < 4; ++k) {
     const DepthSample* sample = band_.at(column + k % 2, row + k / 2);
-    const bool isEmpty = sample == nullptr || sample->isEmpty();
-    isBehindAll = isBehindAll && !isEmpty && static_cast<double>(sample->depth) > p.z + kBehind;
-    if (isEmpty) continue;
+    if (sample == nullptr || sample->isEmpty()) continue;
     const LinePart hidden = hiddenPart(p, p, triangleOf(*sample));
     if (hidden.from < hidden.to) return false;
   }
-  return !isBehindAll;
+  return true;
+}
+
+bool Occlusion::isWellBehind(const ScreenPoint& p) const {
+  const int column = sampleBefore(p.x);
+  const int row = sampleBefore(p.y);
+  for (int k = 0; k < 4; ++k) {
+    const DepthSample* sample = band_.at(column + k % 2, row + k / 2);
+    if (sample == nullptr || sample->isEmpty()) return false;
+    if (static_cast<double>(sample->depth) < p.z + kWellBehind) return false;
+  }
+  return true;
 }
 
 bool Occlusion::isOutline(const ScreenPoint& p, const ScreenPoint& towards, double aside) const {

@@ -55,6 +55,8 @@ class Occlusion {
  private:
   void findNearest(const ScreenPoint& a, const ScreenPoint& b, const LinePart& part,
                    const OwnTriangles& own);
+  void dropWellBehind(const ScreenPoint& a, const ScreenPoint& b, std::vector<LinePart>& seen);
+  bool isWellBehind(const ScreenPoint& p) const;
   ScreenTriangle triangleOf(const DepthSample& sample) const;
 
   const Surfaces& surfaces_;

@@ -205,20 +205,24 @@ TEST(SeenLines, OutlinesOfBendsHaveNoGaps) {
   }
 }
 
-// Points on the axis of a pipe where it meets the next one, and faces smaller than
-// samples.
-TEST(SeenLines, PointsWithinFinePipesAreHidden) {
+// Points on the axes of pipes, also where they meet, and a line along, behind faces
+// smaller than samples.
+TEST(SeenLines, WhatLiesWithinFinePipesIsHidden) {
   SceneBuilder builder(Fineness::ofSegments(512));
   builder.addFile("pipes.dat");
   Model model{cyl({0, 0, 0}, {1000, 0, 0}, 100), cyl({1000, 0, 0}, {2000, 0, 0}, 100)};
   for (int i = 1; i < 20; ++i) model.push_back(line({{i * 100.0, 0, 0}}));
+  model.push_back(line({{200, 0, 0}, {1800, 0, 0}}));
   for (const auto& geo : model) builder.add(*geo, {});
   const Scene scene = builder.finish();
   for (const int pixels : {60, 100, 400}) {
     for (const StandardView& view : standardViews()) {
       if (view.name == "left" || view.name == "right") continue;  // one behind the other
-      EXPECT_TRUE(Drawing(scene, plainStyle(view.name, pixels, pixels)).dots().empty())
-          << view.name << ' ' << pixels;
+      const Drawing drawing(scene, plainStyle(view.name, pixels, pixels));
+      EXPECT_TRUE(drawing.dots().empty()) << view.name << ' ' << pixels;
+      for (const Stroke& stroke : drawing.strokes()) {
+        EXPECT_NE(stroke.weight, LineWeight::kLine) << view.name << ' ' << pixels;
+      }
     }
   }
 }

@@ -5,6 +5,7 @@
 #include "Command.h"
 #include "Files.h"
 #include "Numbers.h"
+#include "Options.h"
 #include "SceneReader.h"
 #include "export/Report.h"
 #include "export/Writers.h"
@@ -72,14 +73,17 @@ class ExportCommand : public Command {
   void define(CLI::App& app) override {
     app.add_option("FILE", words_, "record files, folders of *.dat files or patterns; - is stdin")
         ->required();
-    app.add_option("-o,--output", output_, "the file to write; - is stdout")->type_name("OUT");
-    app.add_option("--to", to_, "glb, obj or stl; without it by the ending of OUT")
+    app.add_option("-o,--output", output_, "the file to write; - is stdout")
+        ->type_name("OUT")
+        ->default_str("none, with --report");
+    app.add_option("--to", to_, "glb, obj or stl")
         ->type_name("FORMAT")
+        ->default_str("by the ending of OUT")
         ->check(CLI::IsMember(std::vector<std::string>{"glb", "obj", "stl"}));
     fineness_.define(app);
     app.add_option("--unit", unit_, "length of the file's unit in millimetres")
         ->type_name("MM")
-        ->check(CLI::PositiveNumber)
+        ->check(aboveZero())
         ->capture_default_str();
     CLI::Option* report = app.add_flag("--report", report_, "print what the meshes are good for");
     app.add_flag("--json", json_, "the report as one JSON document")->needs(report);

@@ -3,6 +3,7 @@
 #include "Describe.h"
 #include "Files.h"
 #include "Kinds.h"
+#include "Options.h"
 #include "Streams.h"
 #include "mesh/SceneBuilder.h"
 
@@ -43,9 +44,10 @@ void FinenessOptions::define(CLI::App& app) {
   CLI::Option* tolerance =
       app.add_option("--tolerance", tolerance_,
                      "the most that a round surface and its triangles may be apart, in the unit "
-                     "of the file; without it --quality counts")
+                     "of the file")
           ->type_name("LENGTH")
-          ->check(CLI::PositiveNumber);
+          ->default_str("by --quality")
+          ->check(aboveZero());
   app.add_option("--quality", quality_, "draft, normal or fine: 16, 32 or 64 pieces for a circle")
       ->type_name("QUALITY")
       ->check(CLI::IsMember(std::vector<std::string>{"draft", "normal", "fine"}))

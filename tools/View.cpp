@@ -61,11 +61,13 @@ class ViewCommand : public Command {
     app.get_option("--output")
         ->description(
             "write this .html, .svg or .png file, and open no browser; - is stdout (see --to)");
-    app.add_option("--to", to_, "html, svg or png; without it by the ending of the file")
+    app.add_option("--to", to_, "html, svg or png")
         ->type_name("FORMAT")
+        ->default_str("by the ending of the file")
         ->check(CLI::IsMember(std::vector<std::string>{"html", "svg", "png"}));
-    app.add_option("--title", title_, "what stands above the model [name of the file]")
-        ->type_name("TEXT");
+    app.add_option("--title", title_, "what stands above the model")
+        ->type_name("TITLE")
+        ->default_str("name of the file");
     fineness_.define(app);
     drawing_.define(app);
     app_ = &app;

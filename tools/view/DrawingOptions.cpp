@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Exit.h"
+#include "Options.h"
 #include "view/Palette.h"
 
 namespace VeskTool {
@@ -44,7 +45,7 @@ void DrawingOptions::define(CLI::App& app) {
       ->group(kGroup);
   app.add_option("--unit", unit_, "length of the file's unit in millimetres")
       ->type_name("MM")
-      ->check(CLI::PositiveNumber)
+      ->check(aboveZero())
       ->capture_default_str()
       ->group(kGroup);
   app.add_flag("--lines", lines_, "lines alone in a .png too, as in an .svg")->group(kGroup);

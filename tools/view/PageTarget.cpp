@@ -36,7 +36,8 @@ void PageTarget::define(CLI::App& app, CLI::Option* view) {
   CLI::Option* options[] = {
       app.add_option("-o,--output", output,
                      "write the page to this .html file and don't open it; - is stdout")
-          ->type_name("FILE"),
+          ->type_name("FILE")
+          ->default_str("a temporary file, opened"),
       app.add_flag("-f,--force", force, "replace the file"),
       app.add_flag("--no-open", noOpen, "do not open the temporary file")};
   for (CLI::Option* option : options) {

@@ -37,6 +37,7 @@ const POINT_WIDTH = 7;
 const LARGE = 20000;
 const SMALL_AT_REST = 0.5; // pixels
 const SMALL_IN_MOTION = 4;
+const KEPT_IN_MOTION = 50000; // of each mesh, the largest, or a model far away would vanish
 const REST_AFTER = 140; // milliseconds
 
 // Where a frame in full would take longer than this, in milliseconds, as without a
@@ -280,7 +281,9 @@ export class View {
     const smallest = unit * (this.#atRest ? SMALL_AT_REST : SMALL_IN_MOTION);
     for (const { mesh, sizes, drawn } of this.#solids) {
       mesh.visible = drawn === 'always' || (drawn === 'resting') === this.#atRest;
-      if (sizes) mesh.geometry.instanceCount = countAtLeast(sizes, smallest);
+      if (!sizes) continue;
+      const kept = this.#atRest ? 0 : Math.min(KEPT_IN_MOTION, sizes.length);
+      mesh.geometry.instanceCount = Math.max(kept, countAtLeast(sizes, smallest));
     }
     this.#renderer.getDrawingBufferSize(this.#uniforms.pixels.value);
     return camera;

@@ -49,12 +49,9 @@ bool GeVector::isParallel(const GeVector& other, double tolerance) const {
 
 GeVector GeVector::perpendicular() const {
   if (*this == kNullVector) return kNullVector;
-  for (const GeVector& axis : {kUnitX, kUnitY, kUnitZ}) {
-    if (!isParallel(axis, kDirectionTolerance)) {
-      return cross(*this, axis).normalised(kDirectionTolerance);
-    }
-  }
-  return kNullVector;
+  // What is parallel to x is not parallel to y.
+  const GeVector& axis = isParallel(kUnitX, kDirectionTolerance) ? kUnitY : kUnitX;
+  return cross(*this, axis).normalised(kDirectionTolerance);
 }
 
 double GeVector::angleTo(const GeVector& other) const {

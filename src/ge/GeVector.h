@@ -36,7 +36,7 @@ class GeVector {
   bool isParallel(const GeVector& other, double tolerance) const;
 
   // A unit vector perpendicular to this one, or null for the null vector: this
-  // x unit x, or unit y, or unit z, with the first that is not parallel.
+  // x unit x, or unit y if it is parallel to unit x.
   GeVector perpendicular() const;
 
   // The unsigned angle in radians, 0..pi. Throws GeEx::DivZero with place

@@ -120,10 +120,6 @@ std::optional<double> parseDouble(std::string_view text) {
   const auto end = std::from_chars(
       text.data(), last, value, hexadecimal ? std::chars_format::hex : std::chars_format::general);
   if (end.ptr != last || end.ec == std::errc::invalid_argument) return std::nullopt;
-  // Hexadecimal digits only: from_chars would take "0xinf" for an infinity.
-  if (hexadecimal && !isDigit(text[0], true) && !(text.size() > 1 && isDigit(text[1], true))) {
-    return std::nullopt;
-  }
   if (end.ec == std::errc::result_out_of_range) {
     value = isTooLarge(text, hexadecimal) ? std::numeric_limits<double>::infinity() : 0.0;
   }

@@ -95,7 +95,6 @@ bool takeClosing(Input& in) {
   in.setDelimiters(",");
   in.skipChars(" ", true);
   std::string value;
-  in.peekToken(value);
   if (!in.atEnd()) in.getToken(value);
   in.skipChars(",", true);
   takeClosing(in, token + value);

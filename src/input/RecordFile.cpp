@@ -42,13 +42,14 @@ constexpr Expectation kExpectations[] = {
     {"identifier expected", "pt, vn, ar, ft or tk"},
     {"Pline: ", "pt, ar, ft or tk"},
     {"Direction", "points that differ"},
+    {"", "a record as it is written"},  // any other
 };
 
 const char* expectationOf(std::string_view message) {
-  for (const Expectation& each : kExpectations) {
-    if (message.starts_with(each.message)) return each.expected;
-  }
-  return "a record as it is written";
+  const auto begins = [message](const Expectation& each) {
+    return message.starts_with(each.message);
+  };
+  return std::find_if(std::begin(kExpectations), std::end(kExpectations), begins)->expected;
 }
 
 // A failure of the checks behind a reader: what was expected stands behind the

@@ -162,7 +162,9 @@ void markTag(Input& in, std::string_view keyword, std::size_t position) {
   for (std::size_t i = 0; i < in.recs.size(); ++i) {
     const auto data = dataOf(in.recs[i], keyword);
     if (!data) continue;
-    if (position <= data->size()) return in.markToken(i, kTokensLayout.data + position);
+    // Behind a line is at the start of the next one, if there is one.
+    if (position <= data->size()) in.markToken(i, kTokensLayout.data + position);
+    if (position < data->size()) return;
     position -= data->size();
   }
 }

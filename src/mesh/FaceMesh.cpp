@@ -30,9 +30,7 @@ GeVector wholeArea(const std::vector<GePoint>& points) {
 }
 
 std::vector<EarTriangle> quadTriangles(const std::vector<GePoint>& p) {
-  const QuadSplit split = splitQuad(p[0], p[1], p[2], p[3]);
-  if (split.crosses) return {};
-  if (split.fromFirst) return {{0, 1, 2}, {0, 2, 3}};
+  if (splitQuad(p[0], p[1], p[2], p[3]).fromFirst) return {{0, 1, 2}, {0, 2, 3}};
   return {{1, 2, 3}, {1, 3, 0}};
 }
 

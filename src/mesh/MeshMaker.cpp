@@ -1,5 +1,6 @@
 #include "mesh/MeshMaker.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Vesk {
@@ -12,6 +13,11 @@ std::uint32_t MeshMaker::addPosition(const GePoint& p) {
 std::uint32_t MeshMaker::addNormal(const GeVector& direction) {
   mesh_.normals.push_back(direction / direction.length());
   return static_cast<std::uint32_t>(mesh_.normals.size() - 1);
+}
+
+void MeshMaker::addEdge(std::uint32_t from, std::uint32_t to) {
+  const bool isNew = edges_.insert({std::min(from, to), std::max(from, to)}).second;
+  if (isNew) mesh_.edges.push_back({from, to});
 }
 
 void MeshMaker::addTriangle(const MeshCorner& a, const MeshCorner& b, const MeshCorner& c) {
@@ -45,6 +51,7 @@ void MeshMaker::addRingEdges(const std::vector<std::uint32_t>& ring) {
 
 Mesh MeshMaker::take(bool closed) {
   mesh_.closed = closed;
+  edges_.clear();
   return std::exchange(mesh_, Mesh());
 }
 

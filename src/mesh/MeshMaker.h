@@ -2,7 +2,7 @@
 #define VESK_MESH_MESHMAKER_H
 
 #include <cstdint>
-#include <initializer_list>
+#include <set>
 #include <vector>
 
 #include "mesh/Mesh.h"
@@ -23,7 +23,9 @@ class MeshMaker {
   // Makes the direction a unit one.
   std::uint32_t addNormal(const GeVector& direction);
 
-  void addEdge(std::uint32_t from, std::uint32_t to) { mesh_.edges.push_back({from, to}); }
+  // Nothing when the edge is there already, either way: where corners are one, so
+  // are edges.
+  void addEdge(std::uint32_t from, std::uint32_t to);
 
   // Nothing when two of the three positions are the same one.
   void addTriangle(const MeshCorner& a, const MeshCorner& b, const MeshCorner& c);
@@ -43,6 +45,7 @@ class MeshMaker {
 
  private:
   Mesh mesh_;
+  std::set<MeshEdge> edges_;
 };
 
 }  // namespace Vesk

@@ -75,6 +75,7 @@ const MarkRow kMarks[] = {
      kTokens,
      {tokenLine("00", "be", "ed my edge 7,ed 5 1 2,ed  3 4,ed ")},
      {{"my edge 7", {}}, {"5", {{1, 2}}}, {"", {{3, 4}}}, {"", {}}}},
+    {"NameOfTwoNumbers", kTokens, {tokenLine("00", "be", "ed 1 2")}, {{"1 2", {}}}},
 };
 
 TEST(BoxReaderTest, ReadsItsMarks) {

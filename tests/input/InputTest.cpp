@@ -361,6 +361,15 @@ TEST(InputTest, IntegersOutOfRangeAreRefused) {
   }
 }
 
+TEST(InputTest, NothingIsLeftOfATokenThatIsMissing) {
+  Input in = scan({"a"}, kFixedColumns);
+  std::string text;
+  in.getToken(text);
+  EXPECT_EQ(text, "a");
+  EXPECT_EQ(failureOf([&] { in.getToken(text); }), "1: Input: can't get string value");
+  EXPECT_EQ(text, "");
+}
+
 TEST(InputTest, RestAndVerbatimLinesComeAsTheyAre) {
   Input in = scan({"..1,", "..  cs x,y"}, kTokens, 2);
   in.setDelimiters(",");

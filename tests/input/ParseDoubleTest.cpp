@@ -74,9 +74,10 @@ TEST(ParseDouble, TakesNan) {
 }
 
 TEST(ParseDouble, RefusesWhatIsNotExactlyOneNumber) {
-  for (const char* text : {"",    " ",     "+",     "-",    ".",   "e5",   "abc", "12.5x", "12,5",
-                           "1 2", "1.2.3", "+-1",   "--1",  "++1", "- 1",  "1e",  "1e+",   "0x",
-                           "0xg", "0xinf", "0xnan", "0x-1", "0x.", "infx", "nanx"}) {
+  for (const char* text :
+       {"",      " ",    "+",   "-",      ".",      "e5",    "abc",   "12.5x", "12,5", "1 2",
+        "1.2.3", "+-1",  "--1", "++1",    "- 1",    "1e",    "1e+",   "0x",    "0xg",  "0xinf",
+        "0xnan", "0x-1", "0x.", "0x.inf", "0x.nan", "0x.-1", "0x.p1", "infx",  "nanx"}) {
     EXPECT_FALSE(parseDouble(text).has_value()) << '"' << text << '"';
   }
   EXPECT_FALSE(parseDouble(std::string_view("1\0", 2)).has_value());
@@ -97,6 +98,7 @@ const LeadingRow kLeading[] = {
     {"EndsAtTheLength", "12.50,3", 4, 12.5, 4},
     {"EndsInsideTheDecimals", "12.3456789", 5, 12.34, 5},
     {"EndsInsideTheWhole", "123456789", 3, 123.0, 3},
+    {"NegativeEndsInsideTheWhole", "-123456", 3, -12.0, 3},
     {"EndsAtThePoint", "12.5", 3, 12.0, 3},
     {"EndsBeforeThePoint", "12.5", 2, 12.0, 2},
     {"EndsAtAnExponent", "1e5", 3, 1.0, 1},

@@ -24,6 +24,12 @@ TEST(PlineReaderTest, SizeIsTheFourthNumber) {
   EXPECT_EQ(pline.pointDirection, GePoint(0, 0, 0));
 }
 
+TEST(PlineReaderTest, SizeMayTakeTheRestOf78Characters) {
+  const std::string line = fixedLine("60", "PNT", fields("1 2 3") + std::string(26, ' ') + '4');
+  ASSERT_EQ(line.size(), 78u);
+  EXPECT_EQ(readFrom<Pline>(kFixedColumns, {line}).pointSize, 4);
+}
+
 TEST(PlineReaderTest, DirectionStandsBehindANullPoint) {
   for (const Recs& lines : {Recs{fixedLine("60", "PNT", fields("1 2 3 0 0 0 4 5 6"))},
                             Recs{fixedLine("60", "PNT", fields("1 2 3 0")),

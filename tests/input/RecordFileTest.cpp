@@ -9,6 +9,7 @@
 #include <string>
 
 #include "input/ReaderTesting.h"
+#include "input/RecordHeading.h"
 #include "input/RecordTesting.h"
 #include "prims/Box.h"
 #include "prims/Cyl.h"
@@ -17,6 +18,11 @@
 using namespace Vesk;
 
 namespace {
+
+TEST(RecordHeadingTest, MakesThePrimitiveOfEachCode) {
+  for (std::int32_t code = 1; code <= 9; ++code) EXPECT_EQ(makeGeo(code)->typeCode(), code);
+  for (const std::int32_t code : {-1, 0, 10}) EXPECT_EQ(makeGeo(code), nullptr);
+}
 
 using Findings = std::vector<std::string>;
 
@@ -149,6 +155,21 @@ const FindingsRow kFiles[] = {
     {"UnknownTag",
      kBoxTokens + tokenLine("00", "be", "xy a\n"),
      {"f:2:22: unknown tag xy, primitive box; expected ed, ft or tk"}},
+    {"UnknownTagBeginsItsLine",
+     kBoxTokens + tokenLine("00", "be", "ed a,\n") + tokenLine("01", "be", "xy b\n"),
+     {"f:3:22: unknown tag xy, primitive box; expected ed, ft or tk"}},
+    {"UnknownTagWithinALaterLine",
+     kBoxTokens + tokenLine("00", "be", "ed a,ed\n") + tokenLine("01", "be", " b,xy c\n"),
+     {"f:3:25: unknown tag xy, primitive box; expected ed, ft or tk"}},
+    {"TagMissingBehindTheLastComma",
+     kBoxTokens + tokenLine("00", "be", "ed a,\n") + tokenLine("01", "be", "ed b,,ed c\n"),
+     {"f:3:27: unknown tag , primitive box; expected ed, ft or tk"}},
+    {"TagLineWithoutATag",
+     kBoxTokens + tokenLine("00", "be", "\n"),
+     {"f:2:22: unknown tag , primitive box; expected ed, ft or tk"}},
+    {"TagMissingAtTheEnd",
+     kBoxTokens + tokenLine("00", "be", "ed a,\n") + tokenLine("01", "be", "ed b,\n"),
+     {"f:3:27: unknown tag , primitive box; expected ed, ft or tk"}},
     {"SecondPartMissing",
      kRed60 + kCylColumns,
      {"f:1:133: 108 characters of numbers; expected 24 numbers of nine characters", "CYL 2-2"}},

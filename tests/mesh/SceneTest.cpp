@@ -167,6 +167,22 @@ TEST_P(FailuresTest, IsReportedAndNothingIsShown) {
 INSTANTIATE_TEST_SUITE_P(Failures, FailuresTest, testing::ValuesIn(kFailures),
                          [](const auto& each) { return std::string(each.param.name); });
 
+// A primitive of a caller's own.
+class Blob : public Geo {
+ public:
+  std::int32_t typeCode() const override { return 77; }
+  Extents& addExtents(Extents& box) const override { return box; }
+  std::int32_t checkSize() const override { return 0; }
+  bool isSolid() const override { return true; }
+  GePoint& centroid(GePoint& p) const override { return p; }
+};
+
+TEST(Failures, UnknownKind) {
+  const Scene scene = sceneOf({Blob()});
+  ASSERT_EQ(scene.failures.size(), 1U);
+  EXPECT_EQ(scene.failures[0].reason, "a kind without a shape");
+}
+
 TEST(Failures, TooFineATolerance) {
   const Scene scene = sceneOf({Cyl({}, kZ, 2)}, Fineness::ofTolerance(1e-13));
   ASSERT_EQ(scene.failures.size(), 1U);
@@ -247,6 +263,22 @@ TEST(Faces, KeepTheirNormals) {
   const FlatMesh flat = flattened(scene.meshes.at(0));
   const std::vector<float> expected{0, 0.6F, 0.8F, 0, 0, 1, 0, 0, 1};
   EXPECT_EQ(flat.normals, expected);
+}
+
+TEST(Faces, HaveTheirOwnNormalForOneThatIsNaN) {
+  Pgon pgon;
+  pgon.addVertex({0, 0, 0}, {0, 0, kNaN});
+  pgon.addVertex({1, 0, 0}, {kInfinity, 0, 0});
+  pgon.addVertex({0, 1, 0});
+  const Scene scene = sceneOf({pgon});
+  const std::vector<float> expected{0, 0, 1, 0, 0, 1, 0, 0, 1};
+  EXPECT_EQ(flattened(scene.meshes.at(0)).normals, expected);
+}
+
+TEST(Faces, HaveTheirBoundaryForEdges) {
+  const Scene scene = sceneOf({Pgon({{0, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 4, 0}, {0, 2, 0}})});
+  const std::vector<MeshEdge> expected{{0, 1}, {1, 2}, {2, 3}, {3, 4}, {4, 0}};
+  EXPECT_EQ(scene.meshes.at(0).edges, expected);
 }
 
 TEST(Scene, PipesInLineMeetCornerToCorner) {

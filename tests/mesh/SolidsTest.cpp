@@ -1,10 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
-#include <functional>
+#include <map>
 #include <memory>
 #include <ostream>
+#include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "mesh/MeshProof.h"
 #include "mesh/SceneBuilder.h"
@@ -71,6 +76,21 @@ std::shared_ptr<Geo> reducer(double a, double b, double c, double d, double h, d
   return std::make_shared<Red>(corners);
 }
 
+// The box 10 x 10 x 12 with one of its faces drawn together to the line in its middle
+// that runs along the next axis.
+std::shared_ptr<Geo> wedge(unsigned axis, int side) {
+  const std::array<double, 3> size{10, 10, 12};
+  const unsigned across = (axis + 2) % 3;
+  std::array<GeVector, 8> corners;
+  for (unsigned k = 0; k < 8; ++k) {
+    std::array<double, 3> at{};
+    for (unsigned i = 0; i < 3; ++i) at[i] = (k >> i & 1U) == 0 ? 0.0 : size[i];
+    if ((k >> axis & 1U) == (side < 0 ? 0U : 1U)) at[across] = size[across] / 2;
+    corners[k] = {at[0], at[1], at[2]};
+  }
+  return std::make_shared<Red>(corners);
+}
+
 struct SolidCase {
   const char* name;
   std::shared_ptr<Geo> geo;
@@ -120,6 +140,16 @@ const SolidCase kSolids[] = {
     // The inner corner of all rings is one: it takes a triangle of each of two quads
     // of each of the 4 pieces.
     {"TubeThatTouchesItself", torus(20, 20, kPi / 2), k16, 148, chords(4, kPi / 2) * 20 * tube(16, 400), kPi / 2 * 20 * kPi * 400},
+    // A tube or a section may be wider than its bend by 0.01; it is cut there.
+    {"TubeHardlyTooWide", torus(20, 20.005, kPi / 2), k16, 148, chords(4, kPi / 2) * 20 * tube(16, 400), kPi / 2 * 20 * kPi * 400},
+    {"ElbowHardlyTooDeep", elbow(-0.005, 50.005, 10, kPi / 2), k16, 20, chords(4, kPi / 2) * 25 * 500, kPi / 2 * 25 * 500},
+    // Half of the tolerance for each direction. Bend: 90 deg / (4 asin(sqrt(0.5 / 240)))
+    // = 8.6; tube: 360 deg / (4 asin(sqrt(0.5 / 40))) = 14.02; 9 * 16 * 2 + 2 * 14.
+    {"BendWithinATolerance", torus(100, 20, kPi / 2), Fineness::ofTolerance(1), 316, chords(9, kPi / 2) * 100 * tube(16, 400), kPi / 2 * 100 * kPi * 400},
+    // By the outer side: 90 deg / (4 asin(sqrt(0.1 / 100))) = 12.4; 13 * 8 + 4.
+    {"ElbowWithinATolerance", elbow(30, 50, 10, kPi / 2), Fineness::ofTolerance(0.1), 108, chords(13, kPi / 2) * 40 * 200, kPi / 2 * 40 * 200},
+    // By the wider end: 360 deg / (4 asin(sqrt(0.05 / 8))) = 19.8.
+    {"ConeWithinATolerance", cone({0, 0, 9}, {0, 0, 0}, 4, 8), Fineness::ofTolerance(0.05), 76, polygon(20) * 84, kPi * 84},
     // Eight triangles for each piece and two at each end.
     {"Elbow", elbow(30, 50, 10, kPi / 2), k16, 36, chords(4, kPi / 2) * 40 * 200, kPi / 2 * 40 * 200},
     {"ElbowAboutItsEdge", elbow(0, 50, 10, kPi / 2), k16, 20, chords(4, kPi / 2) * 25 * 500, kPi / 2 * 25 * 500},
@@ -140,6 +170,13 @@ const SolidCase kSolids[] = {
     {"Pyramid", reducer(10, 10, 0, 0, 12, 0), k16, 6, 400, 400},
     // A roof: h b / 6 (2 a + c), here 12 * 10 / 6 * (20 + 4).
     {"Wedge", reducer(10, 10, 4, 0, 12, 0), k16, 8, 480, 480},
+    // Each face in turn is the line in its middle: half of the box 10 x 10 x 12.
+    {"WedgeToTheFront", wedge(1, -1), k16, 8, 600, 600},
+    {"WedgeToTheBack", wedge(1, 1), k16, 8, 600, 600},
+    {"WedgeToTheLeft", wedge(0, -1), k16, 8, 600, 600},
+    {"WedgeToTheRight", wedge(0, 1), k16, 8, 600, 600},
+    {"WedgeDown", wedge(2, -1), k16, 8, 600, 600},
+    {"WedgeUp", wedge(2, 1), k16, 8, 600, 600},
     {"ThinReducer", reducer(1, 1, 2, 2, 1e6, 0), k16, 12, 7e6 / 3, 7e6 / 3, true},
     // Prismatoid: h / 6 (A1 + 4 M + A2). Turned by t the middle section of two squares
     // of side s has the side s cos(t / 2); here 6/6 (100 + 4 * 100 (1 + cos 30) / 2 + 100).
@@ -253,6 +290,29 @@ TEST_P(SolidsTest, NormalsLookOutward) {
       ASSERT_GE(dot(normal, across), 0.0) << i;
     }
   }
+}
+
+// An edge is sharp where neither of its ends has one normal for both triangles.
+TEST_P(SolidsTest, SharpEdgesAreWhereNormalsBreak) {
+  using End = std::pair<std::uint32_t, std::uint32_t>;  // a position and its normal
+  std::map<MeshEdge, std::set<End>> ends;
+  for (std::size_t i = 0; i < mesh().triangles.size(); ++i) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      const std::size_t n = (k + 1) % 3;
+      const End one(mesh().triangles[i][k], mesh().triangleNormals[i][k]);
+      const End other(mesh().triangles[i][n], mesh().triangleNormals[i][n]);
+      const auto [low, high] = std::minmax(one.first, other.first);
+      ends[{low, high}].insert({one, other});
+    }
+  }
+  std::vector<MeshEdge> expected;
+  for (const auto& [edge, all] : ends) {
+    if (all.size() == 4) expected.push_back(edge);
+  }
+  std::vector<MeshEdge> edges = mesh().edges;
+  for (MeshEdge& edge : edges) std::sort(edge.begin(), edge.end());
+  std::sort(edges.begin(), edges.end());
+  EXPECT_EQ(edges, expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Solids, SolidsTest, testing::ValuesIn(kSolids),

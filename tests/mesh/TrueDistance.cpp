@@ -99,24 +99,25 @@ double toElbow(const Relb& e, const GePoint& p) {
       });
 }
 
-// By cutting the field of both parameters smaller about the best point.
+// With one parameter fixed the face is a segment; the other one is found by cutting
+// its range smaller about the best.
 double toBilinear(const std::array<GePoint, 4>& c, const GePoint& p) {
   constexpr int kSteps = 3;
-  Flat middle{0.5, 0.5};
+  double middle = 0.5;
   double half = 0.5;
   double least = std::numeric_limits<double>::infinity();
   for (int round = 0; round < 24; ++round) {
-    Flat best = middle;
+    double best = middle;
     for (int i = -kSteps; i <= kSteps; ++i) {
-      for (int j = -kSteps; j <= kSteps; ++j) {
-        const double u = std::clamp(middle.x + half * i / kSteps, 0.0, 1.0);
-        const double v = std::clamp(middle.y + half * j / kSteps, 0.0, 1.0);
-        const GeVector at = (c[0] - p) * ((1 - u) * (1 - v)) + (c[1] - p) * (u * (1 - v)) +
-                            (c[2] - p) * (u * v) + (c[3] - p) * ((1 - u) * v);
-        if (at.length() < least) {
-          least = at.length();
-          best = {u, v};
-        }
+      const double u = std::clamp(middle + half * i / kSteps, 0.0, 1.0);
+      const GeVector from = (c[0] - p) * (1 - u) + (c[1] - p) * u;
+      const GeVector along = (c[3] - p) * (1 - u) + (c[2] - p) * u - from;
+      const double square = dot(along, along);
+      const double v = square == 0 ? 0 : std::clamp(-dot(from, along) / square, 0.0, 1.0);
+      const double apart = (from + along * v).length();
+      if (apart < least) {
+        least = apart;
+        best = u;
       }
     }
     middle = best;

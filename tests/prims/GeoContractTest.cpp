@@ -226,6 +226,19 @@ TEST_P(GeoContractTest, WriteReturnsTheNumberOfFinishedLines) {
   });
 }
 
+TEST_P(GeoContractTest, EachRecordCountsItsLinesFromTheFirst) {
+  Random random(6);
+  const auto geo = GetParam().make(random);
+  for (const int mode : {2, 3}) {
+    Output out = assembler(mode);
+    out.beginRecord("XYZ", true);
+    out.nextLine();
+    out.nextLine();
+    out.clear();
+    EXPECT_EQ(linesOf(*geo, out), linesOf(*geo, mode)) << mode;
+  }
+}
+
 TEST_P(GeoContractTest, CentroidWritesIntoItsArgumentAndReturnsIt) {
   Random random(3);
   const auto geo = GetParam().make(random);

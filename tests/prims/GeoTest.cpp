@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "input/Input.h"
 #include "prims/Cone.h"
 #include "prims/Cyl.h"
 #include "prims/Pline.h"
@@ -71,7 +72,10 @@ TEST(GeoTest, OverriddenOperationsPrintNothing) {
 }
 
 TEST(GeoTest, ReadsAndWritesNothingUnlessOverridden) {
-  const Bare bare(8);
+  Bare bare(8);
+  Input in({"a line"}, 3);
+  EXPECT_EQ(bare.read(in), 0);
+  EXPECT_EQ(in.cursor, 0u);
   Output out = assembler(2);
   EXPECT_EQ(bare.write(out), 0);
   EXPECT_EQ(shown(out), Lines{});

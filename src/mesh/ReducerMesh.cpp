@@ -25,8 +25,8 @@ constexpr double kFlat = 1e-10;
 // Of the tolerance: how far from a plane a face may be and still be called one.
 constexpr double kPlane = 0.1;
 
-// Each way on every face: then a reducer has a million triangles.
-constexpr double kMostCells = 256.0;
+// Each way on every face: then a reducer has some 300,000 triangles.
+constexpr double kMostCells = 128.0;
 
 double twist(const Corners& c, const std::array<std::size_t, 4>& f) {
   return ((c[f[0]] - c[f[1]]) + (c[f[2]] - c[f[3]])).length();

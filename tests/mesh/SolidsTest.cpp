@@ -91,6 +91,14 @@ std::shared_ptr<Geo> wedge(unsigned axis, int side) {
   return std::make_shared<Red>(corners);
 }
 
+// Straight up by 10 from the corners 0 to 3.
+std::shared_ptr<Geo> prism(const GeVector& c0, const GeVector& c1, const GeVector& c2,
+                           const GeVector& c3) {
+  const GeVector up(0, 0, 10);
+  return std::make_shared<Red>(
+      std::array<GeVector, 8>{c0, c1, c2, c3, c0 + up, c1 + up, c2 + up, c3 + up});
+}
+
 struct SolidCase {
   const char* name;
   std::shared_ptr<Geo> geo;
@@ -177,6 +185,10 @@ const SolidCase kSolids[] = {
     {"WedgeToTheRight", wedge(0, 1), k16, 8, 600, 600},
     {"WedgeDown", wedge(2, -1), k16, 8, 600, 600},
     {"WedgeUp", wedge(2, 1), k16, 8, 600, 600},
+    // The ends are dented at one of their corners: 10 times 6, and the diagonal is that
+    // from the dent.
+    {"DentedAtCorner2", prism({0, 0, 0}, {1, 4, 0}, {1, 1, 0}, {4, 0, 0}), k16, 12, 60, 60},
+    {"DentedAtCorner3", prism({1, 4, 0}, {4, 0, 0}, {0, 0, 0}, {1, 1, 0}), k16, 12, 60, 60},
     {"ThinReducer", reducer(1, 1, 2, 2, 1e6, 0), k16, 12, 7e6 / 3, 7e6 / 3, true},
     // Prismatoid: h / 6 (A1 + 4 M + A2). Turned by t the middle section of two squares
     // of side s has the side s cos(t / 2); here 6/6 (100 + 4 * 100 (1 + cos 30) / 2 + 100).

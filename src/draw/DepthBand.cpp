@@ -15,13 +15,11 @@ double centreOf(int sample) { return (sample + 0.5) * kStep; }
 // The first sample at or behind this place, and the last at or before it, within
 // the limits.
 int firstSample(double place, int least, int most) {
-  return static_cast<int>(std::clamp(std::ceil(place * kSamples - 0.5), static_cast<double>(least),
-                                     static_cast<double>(most)));
+  return static_cast<int>(std::clamp<double>(std::ceil(place * kSamples - 0.5), least, most));
 }
 
 int endSample(double place, int least, int most) {
-  return static_cast<int>(std::clamp(std::floor(place * kSamples - 0.5) + 1.0,
-                                     static_cast<double>(least), static_cast<double>(most)));
+  return static_cast<int>(std::clamp<double>(std::floor(place * kSamples - 0.5) + 1, least, most));
 }
 
 }  // namespace

@@ -41,10 +41,8 @@ double lengthOf(const ScreenPoint& p) { return std::sqrt(p.x * p.x + p.y * p.y);
 double roundLength(double limit) {
   double power = std::pow(10.0, std::floor(std::log10(limit)));
   if (power > limit) power /= 10.0;
-  for (const double digit : {5.0, 2.0}) {
-    if (digit * power <= limit) return digit * power;
-  }
-  return power;
+  const double digit = 5.0 * power <= limit ? 5.0 : 2.0 * power <= limit ? 2.0 : 1.0;
+  return digit * power;
 }
 
 // 5000 mm, 10 m; an exponent for very large and very small ones.
@@ -107,9 +105,9 @@ double Drawing::widthOf(LineWeight weight) const {
     case LineWeight::kEdge:
       return 0.9 * unit_;
     case LineWeight::kLine:
-      return 2.2 * unit_;
+      break;
   }
-  return unit_;
+  return 2.2 * unit_;
 }
 
 double Drawing::haloOf(const Label& label) const {

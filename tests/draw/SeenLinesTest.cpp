@@ -57,6 +57,12 @@ const SeenCase kSeen[] = {
     {"TwoCubesSideBySide", "iso", {box({0, 0, 0}, {1, 1, 1}), box({1, 0, 0}, {2, 1, 1})}, 14},
     {"SameCubeTwice", "iso", {box({0, 0, 0}, {1, 1, 1}), box({0, 0, 0}, {1, 1, 1})}, 9},
     {"CubeBehindAPlate", "front", {box({0, 5, 0}, {1, 6, 1}), box({-1, 0, -1}, {2, 1, 2})}, 4},
+    // A small cube before the middle of the edge between the two sides that are
+    // seen, five towards the eye: 9 + 9, and that edge in two.
+    {"EdgeBehindACube",
+     "iso",
+     {box({0, 0, 0}, {10, 10, 10}), box({14.5, -5.5, 9.5}, {15.5, -4.5, 10.5})},
+     19},
     {"CubeInACube", "iso", {box({1, 1, 1}, {2, 2, 2}), box({0, 0, 0}, {3, 3, 3})}, 9},
     // Two sides, and two rims from their edges.
     {"CylinderFromTheFront", "front", {cyl({0, 0, 0}, {0, 0, 2}, 1)}, 4},

@@ -41,7 +41,8 @@ struct DrawCase {
 constexpr DrawCase kDraws[] = {
     {"Png", "view good.dat -o new.png", 0, "new.png: 1 element, 1600 x 1200 pixels\n", ""},
     {"Svg", "view good.dat -o new.svg", 0, "new.svg: 1 element, 1600 x 1200 pixels\n", ""},
-    {"EndingInCapitals", "view good.dat -o capitals.PNG --size 64x48", 0, "capitals.PNG: 1 element", ""},
+    {"EndingInCapitals", "view good.dat -o capitals.PNG --size 64x48", 0, "capitals.PNG: 1 element",
+     ""},
     {"ManyFilesAreOneDrawing", "view good.dat good.dat -o new.svg", 0, "2 elements", ""},
     {"Size", "view good.dat -o new.png --size 64x48", 0, "64 x 48 pixels", ""},
     {"StandardInput", "view - -o new.png --size 64x48", 0, "new.png: 1 element", ""},

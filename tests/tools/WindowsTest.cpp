@@ -63,7 +63,8 @@ TEST_P(WindowsNames, AreUnderstood) {
 INSTANTIATE_TEST_SUITE_P(Windows, WindowsNames, testing::ValuesIn(kNames),
                          [](const auto& each) { return std::string(each.param.name); });
 
-void PrintTo(const NameCase& each, std::ostream* out) { *out << each.arguments; }
+// Ends with a quote: CTest takes a backslash at the end for its own.
+void PrintTo(const NameCase& each, std::ostream* out) { *out << '"' << each.arguments << '"'; }
 
 std::string bytesOf(const char* name) {
   std::ifstream file(name, std::ios::binary);

@@ -133,22 +133,10 @@ class ConvertCommand : public Command {
       expectInput(input_, session.progress());
       session.progress().expectUnknown();
     }
-    InputCount count;
-    Vesk::RecordFile records = openRecords(input_, count, session);
     LossReport report(session, limit_);
     std::optional<Encoder> encoder;
-    std::uint64_t elements = 0;
-    Exit exit = Exit::kDone;
     std::string text;
-    for (;;) {
-      const Vesk::RecordFile::Found found = records.next();
-      if (found == Vesk::RecordFile::Found::kEnd) break;
-      if (found == Vesk::RecordFile::Found::kFault) {
-        if (records.mode() != 0) session.say(findingOf(records));
-        exit = Exit::kNo;
-        continue;
-      }
-      ++elements;
+    const RecordsRead read = readRecords(input_, session, [&](Vesk::RecordFile& records) {
       if (!encoder) encoder.emplace(modeFor(records));
       const Vesk::RecordElement& element = records.element();
       if (!place(element)) {
@@ -156,19 +144,17 @@ class ConvertCommand : public Command {
         finding.code = "V309";
         finding.severity = Severity::kWarning;
         finding.message = "element not written: a normal has no length";
-        report.add(finding, records.name(), element);
-        continue;
+        return report.add(finding, records.name(), element);
       }
       const bool written = encoder->encode(element);
       for (const Finding& loss : encoder->losses()) report.add(loss, records.name(), element);
-      if (!written || !out) continue;
+      if (!written || !out) return;
       text.clear();
       for (const std::string& line : encoder->lines()) text.append(line).append("\n");
       out->write(text);
-    }
-    requireRecords(records, count, elements);
+    });
     report.sum();
-    return report.isHarmful() ? Exit::kNo : exit;
+    return report.isHarmful() ? Exit::kNo : read.exit();
   }
 
   // Reads both files side by side.

@@ -230,8 +230,8 @@ class DiffCommand : public Command {
     expectInput(fileA_, session.progress());
     expectInput(fileB_, session.progress());
     Exit exit = Exit::kDone;
-    const Model a = read(fileA_, session, exit);
-    const Model b = read(fileB_, session, exit);
+    const Model a = modelOf(fileA_, session, exit);
+    const Model b = modelOf(fileB_, session, exit);
     const Matching matching = matchModels(a, b, tolerance_);
     const std::vector<Difference> differences = differencesOf(a, b, matching);
     if (json_) {
@@ -244,22 +244,13 @@ class DiffCommand : public Command {
       for (const Difference& each : differences) text += textOf(each, session.look());
       session.out().write(text + summaryOf(differences, matching));
     }
-    return differences.empty() ? exit : Exit::kNo;
+    return differences.empty() ? exit : worst(exit, Exit::kNo);
   }
 
  private:
-  Model read(const std::string& file, Session& session, Exit& exit) const {
+  Model modelOf(const std::string& file, Session& session, Exit& exit) const {
     Model model;
-    InputCount count;
-    Vesk::RecordFile records = openRecords(file, count, session);
-    for (;;) {
-      const Vesk::RecordFile::Found found = records.next();
-      if (found == Vesk::RecordFile::Found::kEnd) break;
-      if (found == Vesk::RecordFile::Found::kFault) {
-        if (records.mode() != 0) session.say(findingOf(records));
-        exit = Exit::kNo;
-        continue;
-      }
+    const RecordsRead read = readRecords(file, session, [&](Vesk::RecordFile& records) {
       const Vesk::RecordElement& element = records.element();
       Extents box;
       element.geo->addExtents(box);
@@ -268,8 +259,8 @@ class DiffCommand : public Command {
       model.push_back({copyOf(*element.geo), kindOf(*element.geo), headerText(element.header),
                        element.counter(), element.firstLine, middle,
                        view_ ? records.lines() : Vesk::Recs()});
-    }
-    requireRecords(records, count, model.size());
+    });
+    exit = worst(exit, read.exit());
     return model;
   }
 

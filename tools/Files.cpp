@@ -10,6 +10,9 @@
 #include <system_error>
 #include <thread>
 
+#include "Findings.h"
+#include "Kinds.h"
+#include "Numbers.h"
 #include "Terminal.h"
 
 namespace VeskTool {
@@ -187,6 +190,31 @@ Exit forEachFile(Session& session, const std::vector<std::string>& files, int jo
   Exit exit = Exit::kDone;
   for (std::size_t i = 0; i < files.size(); ++i) exit = worst(exit, workOn(i, session, work));
   return exit;
+}
+
+RecordsRead readRecords(const std::string& file, Session& session,
+                        const std::function<void(Vesk::RecordFile&)>& take) {
+  RecordsRead read;
+  Vesk::RecordFile records = openRecords(file, read.count, session);
+  for (;;) {
+    const Vesk::RecordFile::Found found = records.next();
+    if (found == Vesk::RecordFile::Found::kEnd) break;
+    if (found == Vesk::RecordFile::Found::kFault) {
+      ++read.faults;
+      // Before any element is found the file may be none of records at all.
+      if (records.mode() != 0) session.say(findingOf(records));
+    } else {
+      ++read.elements;
+      take(records);
+    }
+  }
+  requireRecords(records, read.count, read.elements);
+  read.name = records.name();
+  read.mode = records.mode();
+  session.note(read.name + ": " + std::string(styleName(read.mode)) + " style, " +
+               counted(read.elements, "element") + ", " + counted(read.count.lines, "line") + ", " +
+               counted(read.count.bytes, "byte"));
+  return read;
 }
 
 Vesk::RecordFile openRecords(const std::string& file, InputCount& count, Session& session) {

@@ -45,7 +45,23 @@ using FileWork = std::function<Exit(std::size_t index, Session& session)>;
 Exit forEachFile(Session& session, const std::vector<std::string>& files, int jobs,
                  const FileWork& work);
 
-// Opens a record file for reading: `count` and the session outlive it.
+// What reading a record file came to.
+struct RecordsRead {
+  std::string name;  // as messages show it
+  int mode = 0;      // the style; 0 for a file without elements
+  InputCount count;
+  std::uint64_t elements = 0;
+  std::uint64_t faults = 0;
+
+  Exit exit() const { return faults > 0 ? Exit::kNo : Exit::kDone; }
+};
+
+// Reads a record file from its beginning to its end: hands out each element and
+// says what can't be read. Throws what requireRecords does.
+RecordsRead readRecords(const std::string& file, Session& session,
+                        const std::function<void(Vesk::RecordFile&)>& take);
+
+// For those who read on by themselves. Opens a record file: `count` and the session outlive it.
 Vesk::RecordFile openRecords(const std::string& file, InputCount& count, Session& session);
 
 // To be called when next() has given kEnd: throws a Failure with Exit::kInput if

@@ -20,11 +20,7 @@ struct HeaderCount {
 
 // What is to be said about one file.
 struct Summary {
-  std::string file;
-  int mode = 0;
-  InputCount count;
-  std::uint64_t elements = 0;
-  std::uint64_t faults = 0;
+  RecordsRead read;
   std::array<std::uint64_t, kKinds> kinds{};
   std::vector<HeaderCount> headers;  // in the order of the file
   Extents box;
@@ -66,26 +62,14 @@ std::string trimmed(std::string text) {
 
 Summary summarise(const std::string& file, Session& session) {
   Summary summary;
-  Vesk::RecordFile records = openRecords(file, summary.count, session);
   HeaderCounter headers(summary.headers);
-  for (;;) {
-    const Vesk::RecordFile::Found found = records.next();
-    if (found == Vesk::RecordFile::Found::kEnd) break;
-    if (found == Vesk::RecordFile::Found::kFault) {
-      ++summary.faults;
-      if (records.mode() != 0) session.say(findingOf(records));
-      continue;
-    }
+  summary.read = readRecords(file, session, [&](Vesk::RecordFile& records) {
     const Vesk::RecordElement& element = records.element();
-    ++summary.elements;
     ++summary.kinds[static_cast<std::size_t>(kindOf(*element.geo))];
     headers.add(element.header);
     element.geo->addExtents(summary.box);
     summary.volume += element.geo->volume();
-  }
-  requireRecords(records, summary.count, summary.elements);
-  summary.file = records.name();
-  summary.mode = records.mode();
+  });
   return summary;
 }
 
@@ -99,16 +83,16 @@ std::string boxCorner(const GePoint& p) {
 
 std::string textOf(const Summary& summary, bool allHeaders, const Look& look) {
   std::string text;
-  look.append(text, Look::Paint::kBold, summary.file);
+  look.append(text, Look::Paint::kBold, summary.read.name);
   text += '\n';
-  appendRow(text, "style", std::string(styleName(summary.mode)));
-  appendRow(text, "elements", grouped(summary.elements));
+  appendRow(text, "style", std::string(styleName(summary.read.mode)));
+  appendRow(text, "elements", grouped(summary.read.elements));
   for (std::size_t i = 0; i < kKinds; ++i) {
     if (summary.kinds[i] == 0) continue;
     text += "    " + padded(pluralOf(static_cast<Kind>(i)), 12, Table::Side::kLeft) +
             grouped(summary.kinds[i]) + '\n';
   }
-  if (summary.faults > 0) appendRow(text, "faults", grouped(summary.faults));
+  if (summary.read.faults > 0) appendRow(text, "faults", grouped(summary.read.faults));
   appendRow(text, "headers", grouped(summary.headers.size()));
   if (allHeaders) {
     for (const HeaderCount& header : summary.headers) {
@@ -116,8 +100,8 @@ std::string textOf(const Summary& summary, bool allHeaders, const Look& look) {
               grouped(header.elements) + '\n';
     }
   }
-  appendRow(text, "lines", grouped(summary.count.lines));
-  appendRow(text, "bytes", grouped(summary.count.bytes));
+  appendRow(text, "lines", grouped(summary.read.count.lines));
+  appendRow(text, "bytes", grouped(summary.read.count.bytes));
   if (summary.hasBox()) {
     appendRow(text, "box from", boxCorner(summary.box.min));
     appendRow(text, "to", boxCorner(summary.box.max));
@@ -128,15 +112,15 @@ std::string textOf(const Summary& summary, bool allHeaders, const Look& look) {
 
 void appendJson(JsonWriter& json, const Summary& summary, bool allHeaders) {
   json.beginObject();
-  json.key("file").value(summary.file);
-  json.key("style").value(styleName(summary.mode));
-  json.key("elements").value(summary.elements);
+  json.key("file").value(summary.read.name);
+  json.key("style").value(styleName(summary.read.mode));
+  json.key("elements").value(summary.read.elements);
   json.key("kinds").beginObject();
   for (std::size_t i = 0; i < kKinds; ++i) {
     json.key(nameOf(static_cast<Kind>(i))).value(summary.kinds[i]);
   }
   json.endObject();
-  json.key("faults").value(summary.faults);
+  json.key("faults").value(summary.read.faults);
   json.key("headers").value(std::uint64_t{summary.headers.size()});
   if (allHeaders) {
     json.key("headerList").beginArray();
@@ -146,8 +130,8 @@ void appendJson(JsonWriter& json, const Summary& summary, bool allHeaders) {
     }
     json.endArray();
   }
-  json.key("lines").value(summary.count.lines);
-  json.key("bytes").value(summary.count.bytes);
+  json.key("lines").value(summary.read.count.lines);
+  json.key("bytes").value(summary.read.count.bytes);
   json.key("box");
   if (summary.hasBox()) {
     json.beginObject().key("min").value(summary.box.min);
@@ -185,7 +169,7 @@ class InfoCommand : public Command {
     const Exit exit =
         forEachFile(session, files, files_.jobs, [&](std::size_t index, Session& own) {
           Summary summary = summarise(files[index], own);
-          const Exit result = summary.faults > 0 ? Exit::kNo : Exit::kDone;
+          const Exit result = summary.read.exit();
           if (json_) {
             summaries[index] = std::move(summary);
           } else {
@@ -204,7 +188,7 @@ class InfoCommand : public Command {
     JsonWriter json(text);
     json.beginObject().key("schema").value("vesk.info/1").key("files").beginArray();
     for (const Summary& summary : summaries) {
-      if (!summary.file.empty()) appendJson(json, summary, allHeaders_);
+      if (!summary.read.name.empty()) appendJson(json, summary, allHeaders_);
     }
     json.endArray().endObject();
     return text;

@@ -256,28 +256,15 @@ class ListCommand : public Command {
     filter_.prepare();
     expectInput(file_, session.progress());
     const std::unique_ptr<Listing> listing = makeListing(session.out());
-    InputCount count;
-    Vesk::RecordFile records = openRecords(file_, count, session);
-    std::uint64_t elements = 0;
-    Exit exit = Exit::kDone;
     bool begun = false;
-    for (;;) {
-      const Vesk::RecordFile::Found found = records.next();
-      if (found == Vesk::RecordFile::Found::kEnd) break;
-      if (found == Vesk::RecordFile::Found::kFault) {
-        if (records.mode() != 0) session.say(findingOf(records));
-        exit = Exit::kNo;
-        continue;
-      }
-      ++elements;
+    const RecordsRead read = readRecords(file_, session, [&](Vesk::RecordFile& records) {
       if (!begun) listing->begin(records.name());
       begun = true;
       if (filter_.takes(records.element())) listing->add(records.element());
-    }
-    requireRecords(records, count, elements);
-    if (!begun) listing->begin(records.name());
+    });
+    if (!begun) listing->begin(read.name);
     listing->end();
-    return exit;
+    return read.exit();
   }
 
  private:

@@ -247,24 +247,9 @@ class MeasureCommand : public Command {
 
  private:
   Exit measure(const std::string& file, TakeOff& to, Session& session) const {
-    InputCount count;
-    Vesk::RecordFile records = openRecords(file, count, session);
     Taker taker(to, unit_ * kMillimetre);
-    std::uint64_t elements = 0;
-    Exit exit = Exit::kDone;
-    for (;;) {
-      const Vesk::RecordFile::Found found = records.next();
-      if (found == Vesk::RecordFile::Found::kEnd) break;
-      if (found == Vesk::RecordFile::Found::kFault) {
-        if (records.mode() != 0) session.say(findingOf(records));
-        exit = Exit::kNo;
-        continue;
-      }
-      ++elements;
-      taker.add(*records.element().geo);
-    }
-    requireRecords(records, count, elements);
-    return exit;
+    const auto take = [&](Vesk::RecordFile& records) { taker.add(*records.element().geo); };
+    return readRecords(file, session, take).exit();
   }
 
   std::string tableOf(const TakeOff& takeOff) const {

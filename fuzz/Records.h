@@ -1,6 +1,7 @@
 #ifndef VESK_FUZZ_RECORDS_H
 #define VESK_FUZZ_RECORDS_H
 
+#include <algorithm>
 #include <cctype>
 #include <memory>
 #include <string>
@@ -11,6 +12,17 @@
 #include "input/RecordFile.h"
 
 namespace VeskFuzz {
+
+// The lines of the text, each in memory of just its size, so that a step beyond is seen.
+inline Vesk::Recs linesOf(const std::string& text) {
+  Vesk::Recs lines;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find('\n', at), text.size());
+    lines.emplace_back(text.substr(at, end - at)).shrink_to_fit();
+    at = end + 1;
+  }
+  return lines;
+}
 
 // The text of the holder's element as it stands in a file; empty when it can't
 // be written.

@@ -12,18 +12,9 @@
 #include "prims/Relb.h"
 
 using VeskFuzz::check;
+using VeskFuzz::linesOf;
 
 namespace {
-
-Vesk::Recs linesOf(const std::string& text) {
-  Vesk::Recs lines;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    lines.emplace_back(text.substr(at, end - at)).shrink_to_fit();
-    at = end + 1;
-  }
-  return lines;
-}
 
 // Null if the reader refuses the lines.
 std::unique_ptr<Vesk::Geo> readFrom(const Vesk::Recs& lines, std::int32_t code, std::int32_t mode) {

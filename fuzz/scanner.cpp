@@ -11,6 +11,7 @@
 #include <string>
 
 #include "Fuzz.h"
+#include "Records.h"
 #include "ge/ExceptionInfo.h"
 #include "input/Input.h"
 #include "input/ParseDouble.h"
@@ -18,18 +19,9 @@
 
 using VeskFuzz::Bytes;
 using VeskFuzz::check;
+using VeskFuzz::linesOf;
 
 namespace {
-
-Vesk::Recs linesOf(const std::string& text) {
-  Vesk::Recs lines;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    lines.emplace_back(text.substr(at, end - at)).shrink_to_fit();
-    at = end + 1;
-  }
-  return lines;
-}
 
 void checkNumber(const std::string& text) {
   // Neither a zero byte nor the payload of a NaN is for the C library.

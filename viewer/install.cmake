@@ -11,10 +11,12 @@ if(EXISTS ${done} AND NOT ${folder}/package-lock.json IS_NEWER_THAN ${done})
   return()
 endif()
 message(STATUS "Fetching the packages of the viewer")
+# Not "npm ci": since npm 11 it wants the lock to name the packages of all other
+# systems too, and not every registry has them.
 execute_process(
-  COMMAND ${NPM} ci --no-audit --no-fund --loglevel=error --fetch-retries=1
+  COMMAND ${NPM} install --no-save --no-audit --no-fund --loglevel=error --fetch-retries=3
   WORKING_DIRECTORY ${folder} RESULT_VARIABLE failed)
 if(NOT failed EQUAL 0)
-  message(FATAL_ERROR "npm ci failed")
+  message(FATAL_ERROR "npm install failed")
 endif()
 file(TOUCH ${done})

@@ -70,24 +70,33 @@ struct TagLine {
 
 std::string_view lastWord(std::string_view text) { return text.substr(text.rfind(' ') + 1); }
 
+// "seam 1 2.5" -> "seam" and the pair; nothing if no pair ends the text.
+std::optional<std::pair<double, double>> takeLastPair(std::string_view& text) {
+  const std::size_t blank = text.rfind(' ');
+  // One word is left, or an empty name before a single value.
+  if (blank == std::string_view::npos || blank == 0) return std::nullopt;
+  const std::string_view front = text.substr(0, blank);
+  const std::size_t before = front.rfind(' ');
+  if (before == std::string_view::npos) return std::nullopt;
+  const auto first = parseDouble(lastWord(front));
+  const auto second = parseDouble(lastWord(text));
+  if (!first || !second) return std::nullopt;
+  text = front.substr(0, before);
+  return std::pair(*first, *second);
+}
+
+std::string_view behindEntryWord(std::string_view token) {
+  return token.substr(std::string_view(TagWords::kEntry).size());
+}
+
 // "ed seam 1 2.5" -> its name and at most `pairs` pairs of values.
 TagEntry parseTag(std::string_view token, std::size_t pairs) {
-  std::string_view name = token.substr(std::string_view(TagWords::kEntry).size());
+  std::string_view name = behindEntryWord(token);
   TagEntry tag;
   while (tag.values.size() < pairs) {
-    const std::size_t blank = name.rfind(' ');
-    if (blank == std::string_view::npos || blank == 0) {
-      // One word is left, or an empty name before a single value.
-      break;
-    }
-    const std::string_view front = name.substr(0, blank);
-    const std::size_t before = front.rfind(' ');
-    if (before == std::string_view::npos) break;
-    const auto first = parseDouble(lastWord(front));
-    const auto second = parseDouble(lastWord(name));
-    if (!first || !second) break;
-    tag.values.emplace_back(*first, *second);
-    name = front.substr(0, before);
+    const auto pair = takeLastPair(name);
+    if (!pair) break;
+    tag.values.push_back(*pair);
   }
   // They were taken from the end.
   std::reverse(tag.values.begin(), tag.values.end());
@@ -107,6 +116,8 @@ bool isPair(std::string_view text) {
 // first of them being `first` characters long; nothing if `text` is not made so.
 std::optional<TagEntry> lastOfRepeated(std::string_view text, std::size_t first) {
   std::string_view previous = text.substr(0, first);
+  std::string_view name = behindEntryWord(previous);
+  if (!takeLastPair(name)) return std::nullopt;  // The first has a pair too.
   text.remove_prefix(first);
   for (std::size_t pairs = 2;; ++pairs) {
     const std::size_t end = text.find(TagWords::kEntry, std::min(previous.size(), text.size()));

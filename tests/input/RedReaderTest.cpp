@@ -70,6 +70,14 @@ const TagRow kTags[] = {
      kTokens,
      {tokenLine("00", "re", "ed  1 1ed  1 1 1 1")},
      {{"", {{1, 1}, {1, 1}}}}},
+    {"NameThatIsTheWordItself",
+     kTokens,
+     {tokenLine("00", "re", "ed ed  0 -9000")},
+     {{"ed ", {{0, -9000}}}}},
+    {"NameThatIsTheWordItselfRepeated",
+     kTokens,
+     {tokenLine("00", "re", "ed ed  0 1ed ed  0 1 2 3")},
+     {{"ed ", {{0, 1}, {2, 3}}}}},
     {"NotRepeated", kTokens, {tokenLine("00", "re", "ed a 1 2 3 4")}, {{"a", {{1, 2}, {3, 4}}}}},
 };
 

@@ -42,7 +42,7 @@ InputSource::InputSource(const std::string& name, InputCount& count, Progress& p
 
 std::size_t InputSource::read(char* buffer, std::size_t size) {
   checkInterrupt();
-  if (file_ == nullptr) return 0;
+  if (file_ == nullptr || !error().empty()) return 0;
   errno = 0;
   const std::size_t count = std::fread(buffer, 1, size, file_);
   const int number = errno;

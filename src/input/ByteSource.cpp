@@ -18,7 +18,7 @@ FileSource::FileSource(const std::string& path) {
 }
 
 std::size_t FileSource::read(char* buffer, std::size_t size) {
-  if (file_ == nullptr) return 0;
+  if (file_ == nullptr || !error().empty()) return 0;
   errno = 0;
   const std::size_t count = std::fread(buffer, 1, size, file_);
   if (count < size && std::ferror(file_) != 0) setError(errno);

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <string>
+#include <system_error>
 
 #include "input/ReaderTesting.h"
 #include "input/RecordHeading.h"
@@ -373,6 +376,32 @@ TEST(RecordFileTest, FileThatCannotBeOpenedHasNoElements) {
   EXPECT_EQ(file.next(), RecordFile::Found::kEnd);
   EXPECT_NE(file.error(), "");
 }
+
+#ifdef __linux__
+// Three lines, of which the second can't be read at the first attempt.
+ssize_t readWithAFault(void* cookie, char* buffer, size_t size) {
+  int& calls = *static_cast<int*>(cookie);
+  const std::string line = "P-1     0100" + std::to_string(++calls) + "    00c 0 0 0,0 0 10,5\n";
+  if (calls == 2) {
+    errno = EIO;
+    return -1;
+  }
+  return calls > 3 ? 0 : static_cast<ssize_t>(line.copy(buffer, size));
+}
+
+TEST(RecordFileTest, NothingIsReadBehindAnError) {
+  int calls = 0;
+  std::FILE* stream = fopencookie(&calls, "rb", {readWithAFault, nullptr, nullptr, nullptr});
+  ASSERT_NE(stream, nullptr);
+  RecordFile file(std::make_unique<FileSource>(stream), "f");
+  EXPECT_EQ(file.next(), RecordFile::Found::kElement);
+  EXPECT_EQ(file.next(), RecordFile::Found::kEnd);
+  EXPECT_EQ(file.next(), RecordFile::Found::kEnd);
+  EXPECT_EQ(file.error(), std::generic_category().message(EIO));
+  EXPECT_EQ(calls, 2);
+  std::fclose(stream);
+}
+#endif
 
 TEST(RecordFileTest, LinesOfAnyLengthAreWhole) {
   const std::string text(300000, 'a');

@@ -203,8 +203,11 @@ class ImportCommand : public Command {
       throw Failure(Exit::kOutput, target + ": " + errorText(errno));
     }
     drawAll(&drawing);
-    vk_openVesk(nullptr);
+    errno = 0;
+    vk_openVesk(nullptr);  // leaves in errno what was refused since the opening
+    const int refused = errno;
     checkInterrupt();
+    if (refused != 0) throw Failure(Exit::kOutput, target + ": " + errorText(refused));
     requireComplete(drawing, part, target);
     part.renameTo(target);
     const long elements = putSoFar(&drawing);

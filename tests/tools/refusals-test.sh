@@ -41,7 +41,7 @@ if ! injected write error=ENOSPC:when=9999 true 2>/dev/null; then
 fi
 
 # More than one block of the tool's; enough for meshes.
-for ((i = 0; i < 400; ++i)); do cat "$elements"; done >many.dat
+for ((i = 0; i < 150; ++i)); do cat "$elements"; done >many.dat
 for ((i = 0; i < 10; ++i)); do cat "$elements"; done >some.dat
 
 echo old >old

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "draw/Models.h"
 #include "draw/Painter.h"
@@ -43,6 +44,10 @@ struct PixelCase {
   Colour colour;
 };
 
+Model leaning(const std::vector<GePoint>& corners) {
+  return {box({400, 500, 800}, {600, 510, 1000}), face(corners)};
+}
+
 Model plate() { return {box({0, 0, 0}, {1000, 100, 500})}; }
 
 // 1000 wide is 75 pixels: the plate reaches from 12.5 to 87.5 and, as high as
@@ -76,6 +81,14 @@ const PixelCase kPixels[] = {
      50,
      50,
      kFirstBefore},
+    // A triangle that leans backwards from y = 0 at its foot to y = 1000 at its top, and
+    // at y = 500 a box of which the upper part, 12.5 to 27.5, stands before it.
+    {"LeaningFaceBehindABox", "front", leaning({{500, 1000, 1000}, {0, 0, 0}, {1000, 0, 0}}), 50,
+     20, kFirstBefore},
+    {"LeaningFaceFromItsFoot", "front", leaning({{0, 0, 0}, {1000, 0, 0}, {500, 1000, 1000}}), 50,
+     20, kFirstBefore},
+    {"LeaningFaceFromItsOtherFoot", "front", leaning({{1000, 0, 0}, {500, 1000, 1000}, {0, 0, 0}}),
+     50, 20, kFirstBefore},
     // Open surfaces have the same brightness from both sides.
     {"OpenFaceFromAbove",
      "top",
@@ -157,6 +170,14 @@ TEST(Painting, TextsLieInTheirPlaces) {
   EXPECT_EQ(picture.at(25, 62), kInk);
   EXPECT_EQ(picture.at(25, 45), kWhite);
   EXPECT_EQ(picture.at(12 + 28, 50), kInk);  // 6 / 16 * 75 further on
+}
+
+// One letter of 75 pixels: its strokes are 2 * 0.055 * 75 = 8.25 wide, half of it to
+// the right of 12.5.
+TEST(Painting, LargeTextsHaveWideStrokes) {
+  const Picture picture = pictureOf({text({0, 0, 0}, "L")}, plainStyle("front"));
+  EXPECT_EQ(picture.at(15, 40), kInk);
+  EXPECT_EQ(picture.at(17, 40), kWhite);
 }
 
 TEST(Painting, IsTheSameTwice) {

@@ -1,0 +1,143 @@
+// What a drawing has besides the model: scale bar, axes and level texts.
+#include "draw/Drawing.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "draw/Models.h"
+
+namespace VeskTest {
+namespace {
+
+using namespace Vesk;
+
+// A drawing of 900 pixels has a unit of one pixel; of 1800 by 900 the model has
+// 1800 - 2 * 36 by 900 - 36 - 84 = 1728 by 780.
+DrawingStyle styleOf(std::string_view view, int width, int height) {
+  DrawingStyle style = plainStyle(view, width, height);
+  style.isPlain = false;
+  return style;
+}
+
+Model plate(double width, double height) { return {box({0, 0, 0}, {width, 100, height})}; }
+
+std::string namesOf(const Drawing& drawing) {
+  std::string names;
+  for (const Label& label : drawing.labels()) names += label.text + ' ';
+  return names;
+}
+
+struct FurnitureCase {
+  const char* name;
+  const char* view;
+  int width;
+  int height;
+  const char* labels;
+  std::size_t bars;
+  std::size_t axes;
+};
+
+// 3456 mm are 1728 pixels: a quarter of 1800 pixels is 900 mm, and 500 the round length
+// below. The isometric view is sqrt(2/3) * (3556 / 2 + 1000) = 2268 high in 780 pixels:
+// there a quarter is 1309 mm. At 0.7, the least unit, the axes take (30 + 12 + 6) * 0.7 = 33.6 and
+// their names as much again as 42 * 0.7 = 29.4: 63 across and 58.8 upwards.
+const FurnitureCase kFurniture[] = {
+    {"AxisTowardsTheEyeIsLeftOut", "front", 1800, 900, "500 mm X Z ", 1, 2},
+    {"AxisTowardsTheEyeFromAbove", "top", 1800, 900, "500 mm X Y ", 1, 2},
+    {"AllAxesOfAnIsometricView", "iso", 1800, 900, "1000 mm X Y Z ", 1, 3},
+    {"TooNarrowForAxes", "front", 62, 400, "500 mm ", 1, 0},
+    {"WideEnoughForAxes", "front", 64, 400, "500 mm X Z ", 1, 2},
+    {"TooLowForAxes", "front", 400, 58, "500 mm ", 1, 0},
+    {"HighEnoughForAxes", "front", 400, 60, "500 mm X Z ", 1, 2},
+    // Its base line is 24 * 0.7 = 16.8 from below.
+    {"TooLowForTheScaleBar", "front", 400, 16, "", 0, 0},
+    {"HighEnoughForTheScaleBar", "front", 400, 17, "2000 mm ", 1, 0},
+    // The bar begins at 36 * 0.7 = 25.2 and is between a tenth and a quarter wide.
+    {"TooNarrowForTheScaleBar", "front", 26, 400, "", 0, 0},
+};
+
+TEST(DrawingFurniture, StandsWhereThereIsRoom) {
+  for (const FurnitureCase& each : kFurniture) {
+    const Scene scene = sceneOf(plate(3456, 1000));
+    const Drawing drawing(scene, styleOf(each.view, each.width, each.height));
+    EXPECT_EQ(drawing.scaleBar().size(), each.bars) << each.name;
+    EXPECT_EQ(drawing.axes().size(), each.axes) << each.name;
+    if (each.width == 1800) {
+      EXPECT_EQ(namesOf(drawing), each.labels) << each.name;
+    }
+  }
+}
+
+// From 36 for 500 mm, which are 250 pixels, 24 above the lower edge; its ends are 5 high.
+TEST(DrawingFurniture, ScaleBarIsAsLongAsItSays) {
+  const Scene scene = sceneOf(plate(3456, 1000));
+  const Drawing drawing(scene, styleOf("front", 1800, 900));
+  const std::vector<ScreenPoint>& bar = drawing.scaleBar().at(0).points;
+  ASSERT_EQ(bar.size(), 4u);
+  const double expected[][2] = {{36, 871}, {36, 876}, {286, 876}, {286, 871}};
+  for (std::size_t i = 0; i < 4; ++i) {
+    EXPECT_NEAR(bar[i].x, expected[i][0], 1e-9) << i;
+    EXPECT_NEAR(bar[i].y, expected[i][1], 1e-9) << i;
+  }
+  // Its text stands level over the middle, 9 high, 6 above the bar.
+  const Label& label = drawing.labels().at(0);
+  EXPECT_NEAR(label.place.x, 161.0, 1e-9);
+  EXPECT_NEAR(label.place.y, 870.0, 1e-9);
+  EXPECT_TRUE(label.isMiddle);
+  EXPECT_EQ(label.along.x, 9.0);
+  EXPECT_EQ(label.along.y, 0.0);
+  EXPECT_EQ(label.up.x, 0.0);
+  EXPECT_EQ(label.up.y, -9.0);
+}
+
+// Where the axes begin: 30 + 12 + 6 from the right and 30 + 12 from below. X goes 30
+// to the right, Z 30 upwards; the names stand 9 further on, half their height of 9
+// lower.
+TEST(DrawingFurniture, AxesPointAsTheModelLies) {
+  const Scene scene = sceneOf(plate(3456, 1000));
+  const Drawing drawing(scene, styleOf("front", 1800, 900));
+  const double expected[][4] = {{1752, 858, 1782, 858}, {1752, 858, 1752, 828}};
+  const double names[][2] = {{1791, 862.5}, {1752, 823.5}};
+  ASSERT_EQ(drawing.axes().size(), 2u);
+  for (std::size_t i = 0; i < 2; ++i) {
+    const std::vector<ScreenPoint>& line = drawing.axes()[i].points;
+    EXPECT_NEAR(line[0].x, expected[i][0], 1e-9) << i;
+    EXPECT_NEAR(line[0].y, expected[i][1], 1e-9) << i;
+    EXPECT_NEAR(line[1].x, expected[i][2], 1e-9) << i;
+    EXPECT_NEAR(line[1].y, expected[i][3], 1e-9) << i;
+    EXPECT_NEAR(drawing.labels()[i + 1].place.x, names[i][0], 1e-9) << i;
+    EXPECT_NEAR(drawing.labels()[i + 1].place.y, names[i][1], 1e-9) << i;
+  }
+}
+
+struct AreaCase {
+  const char* name;
+  int width;
+  int height;
+  bool isPlain;
+  double pixels;  // of the model's width
+};
+
+// A square, so that the narrower side of the area is its width.
+const AreaCase kAreas[] = {
+    {"MarginsOfAnEighth", 100, 100, true, 75},            // 100 * 6/8
+    {"MarginsOf36", 900, 900, true, 828},                 // 900 - 72
+    {"FooterOf84", 1200, 900, false, 780},                // 900 - 36 - 84
+    {"FooterOfThreeEighths", 400, 80, false, 40},         // 80 * (1 - 1/8 - 3/8)
+    {"FooterOf58.8InASmallOne", 400, 200, false, 116.2},  // 200 - 25 - 58.8
+};
+
+TEST(DrawingArea, LeavesTheMarginsFree) {
+  for (const AreaCase& each : kAreas) {
+    const Scene scene = sceneOf(plate(1000, 1000));
+    DrawingStyle style = plainStyle("front", each.width, each.height);
+    style.isPlain = each.isPlain;
+    const Drawing drawing(scene, style);
+    EXPECT_NEAR(drawing.projection().scale() * 1000.0, each.pixels, 1e-9) << each.name;
+  }
+}
+
+}  // namespace
+}  // namespace VeskTest

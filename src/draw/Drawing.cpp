@@ -21,6 +21,11 @@ constexpr double kFooter = 84.0;  // below, with scale bar and axes
 constexpr double kLeastText = 7.0;
 constexpr double kLevelText = 9.0;
 constexpr double kAxis = 30.0;
+constexpr double kOutlineWidth = 1.6;
+
+// How many outlines a solid is thick, and the least of the usual width that lines keep.
+constexpr double kOutlinesOfSolid = 5.0;
+constexpr double kThinnest = 0.25;
 
 constexpr double kNoDirection = 1e-3;
 
@@ -66,6 +71,7 @@ Drawing::Drawing(const Scene& scene, const DrawingStyle& style)
       unit_(unitOf(style)),
       projection_(Projection::fit(scene, style.view, areaOf(style))),
       surfaces_(scene, projection_),
+      pen_(penOf(unit_, surfaces_.thickness())),
       ink_(lightnessOf(style.background) < 0.45 ? kLightInk : kDarkInk) {
   SeenLines seen =
       findSeenLines(surfaces_, style_.width, style_.height, widthOf(LineWeight::kOutline));
@@ -82,6 +88,10 @@ Drawing::Drawing(const Scene& scene, const DrawingStyle& style)
 
 double Drawing::unitOf(const DrawingStyle& style) {
   return std::clamp(std::min(style.width, style.height) / 900.0, 0.7, 8.0);
+}
+
+double Drawing::penOf(double unit, double thickness) {
+  return std::clamp(thickness / (kOutlinesOfSolid * kOutlineWidth), kThinnest * unit, unit);
 }
 
 ScreenArea Drawing::areaOf(const DrawingStyle& style) {
@@ -101,13 +111,13 @@ Colour Drawing::colourOf(std::uint32_t element) const {
 double Drawing::widthOf(LineWeight weight) const {
   switch (weight) {
     case LineWeight::kOutline:
-      return 1.6 * unit_;
+      return kOutlineWidth * pen_;
     case LineWeight::kEdge:
-      return 0.9 * unit_;
+      return 0.9 * pen_;
     case LineWeight::kLine:
       break;
   }
-  return 2.2 * unit_;
+  return 2.2 * pen_;
 }
 
 double Drawing::haloOf(const Label& label) const {
@@ -166,7 +176,7 @@ void Drawing::addScaleBar() {
   const double y = style_.height - 24.0 * unit_;
   const double tick = 5.0 * unit_;
   if (left + pixels > style_.width || y < 0.0) return;
-  const double width = widthOf(LineWeight::kOutline);
+  const double width = kOutlineWidth * unit_;
   scaleBar_.push_back({{{left, y - tick, 0.0},
                         {left, y, 0.0},
                         {left + pixels, y, 0.0},
@@ -196,7 +206,7 @@ void Drawing::addAxes() {
     const ScreenPoint tip{dot(view.right, axis.direction) * size,
                           -dot(view.up, axis.direction) * size, 0.0};
     if (lengthOf(tip) < 0.5) continue;
-    axes_.push_back({{origin, origin + tip}, widthOf(LineWeight::kOutline), axis.colour});
+    axes_.push_back({{origin, origin + tip}, kOutlineWidth * unit_, axis.colour});
     const double cap = kLevelText * unit_;
     const ScreenPoint name = origin + tip * (1.0 + 9.0 * unit_ / lengthOf(tip));
     addNote(axis.name, {name.x, name.y + cap / 2.0, 0.0}, axis.colour);

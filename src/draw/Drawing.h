@@ -71,15 +71,17 @@ class Drawing {
   Colour ink() const { return ink_; }
   Colour colourOf(std::uint32_t element) const;
 
-  // In pixels. Small drawings have thin lines.
+  // In pixels. Small drawings have thin lines, and so have those of large models:
+  // there an outline takes no more than a fifth of what most solids are wide.
   double widthOf(LineWeight weight) const;
-  double dotRadius() const { return 3.0 * unit_; }
+  double dotRadius() const { return 3.0 * pen_; }
 
   // How wide the background is kept free around a text.
   double haloOf(const Label& label) const;
 
  private:
   static double unitOf(const DrawingStyle& style);
+  static double penOf(double unit, double thickness);
   static ScreenArea areaOf(const DrawingStyle& style);
 
   void addLabels(const std::vector<bool>& isSeen);
@@ -92,6 +94,7 @@ class Drawing {
   double unit_;  // 1 for a drawing of 900 pixels
   Projection projection_;
   Surfaces surfaces_;
+  double pen_;  // the unit of lines and points of the model, unit_ at the most
   Colour ink_;
   std::vector<Stroke> strokes_;
   std::vector<Dot> dots_;

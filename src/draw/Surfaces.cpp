@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <limits>
 
 namespace Vesk {
 namespace {
@@ -11,6 +13,23 @@ constexpr double kThin = 1e-9;
 
 double squareOf(const ScreenPoint& a, const ScreenPoint& b) {
   return (b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y);
+}
+
+double acrossOf(const std::vector<ScreenPoint>& points) {
+  ScreenPoint low = points.front();
+  ScreenPoint high = low;
+  for (const ScreenPoint& p : points) {
+    low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+    high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+  }
+  return std::hypot(high.x - low.x, high.y - low.y, high.z - low.z);
+}
+
+double medianOf(std::vector<double>& numbers) {
+  if (numbers.empty()) return std::numeric_limits<double>::infinity();
+  const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
+  std::nth_element(numbers.begin(), middle, numbers.end());
+  return *middle;
 }
 
 }  // namespace
@@ -24,14 +43,21 @@ bool facesEye(const ScreenTriangle& t) {
 Surfaces::Surfaces(const Scene& scene, const Projection& projection)
     : scene_(scene), projection_(projection) {
   std::vector<ScreenPoint> points;
+  std::vector<double> thicknesses;
+  const double pixel = 1.0 / projection.scale();
   for (std::uint32_t i = 0; i < count(); ++i) {
     project(i, points);
+    const double volume = scene.instances[i].volume;
+    if (volume > 0.0) {
+      thicknesses.push_back(std::sqrt(volume / (acrossOf(points) * pixel)) / pixel);
+    }
     const auto [top, bottom] =
         std::minmax_element(points.begin(), points.end(),
                             [](const ScreenPoint& a, const ScreenPoint& b) { return a.y < b.y; });
     tops_.push_back(points.empty() ? 0.0 : top->y);
     bottoms_.push_back(points.empty() ? 0.0 : bottom->y);
   }
+  thickness_ = medianOf(thicknesses);
 }
 
 void Surfaces::project(std::uint32_t instance, std::vector<ScreenPoint>& points) const {

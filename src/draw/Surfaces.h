@@ -45,11 +45,17 @@ class Surfaces {
 
   ScreenTriangle triangle(std::uint32_t instance, std::uint32_t triangle) const;
 
+  // How thick half of the solids are at least, in pixels: of each the side of a
+  // square bar that is as long as its box is across and has its volume. Without
+  // solids infinite.
+  double thickness() const { return thickness_; }
+
  private:
   const Scene& scene_;
   const Projection& projection_;
   std::vector<double> tops_;
   std::vector<double> bottoms_;
+  double thickness_;
 };
 
 }  // namespace Vesk

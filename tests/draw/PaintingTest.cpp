@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -143,6 +144,54 @@ TEST(Painting, PixelsAreTheMeanOfTheirSamples) {
   EXPECT_EQ(picture.at(50, 69), (Colour{198, 200, 203}));
   // Of pixel 68 the last three: (3 * 28 + 192) / 4 = 69, 108 / 4, 144 / 4.
   EXPECT_EQ(picture.at(50, 68), (Colour{69, 27, 36}));
+}
+
+// A bar along x, 1000 or 75 pixels long and so many pixels thick.
+std::shared_ptr<Geo> bar(double pixels, double y = 0) {
+  const double side = pixels / 0.075;
+  return box({0, y, 0}, {1000, y + side, side});
+}
+
+struct WidthCase {
+  const char* name;
+  Model model;
+  double width;
+};
+
+// Usually 1.12. The volume of a bar of 3 pixels by the diagonal of its box:
+// 75 * 9 / sqrt(75 * 75 + 9 + 9) = 8.9856 = 2.9976 * 2.9976, and a fifth is 0.5995.
+const WidthCase kWidths[] = {
+    {"ThickSolids", plate(), 1.12},
+    {"ThinSolids", {bar(3)}, 0.5995},
+    {"MostAreThin", {bar(3), bar(20, 1000), bar(3, 2000)}, 0.5995},
+    {"MostAreThick", {bar(20), bar(3, 1000), bar(20, 2000)}, 1.12},
+    {"ThinnerThanAPixel", {bar(0.5)}, 0.28},
+    {"NoSolids", {line({{0, 0, 0}, {1, 0, 0}}), face({{0, 0, 0}, {1, 0, 0}, {0, 0, 1}})}, 1.12},
+};
+
+TEST(Painting, OutlinesAreAFifthOfMostSolidsAtTheMost) {
+  for (const WidthCase& each : kWidths) {
+    const Scene scene = sceneOf(each.model);
+    const Drawing drawing(scene, plainStyle("front"));
+    EXPECT_NEAR(drawing.widthOf(LineWeight::kOutline), each.width, 1e-4) << each.name;
+    EXPECT_NEAR(drawing.dotRadius(), each.width * 3.0 / 1.6, 1e-4) << each.name;
+  }
+}
+
+// A bar of 2 pixels from 49 to 51 between lines of 0.4, so that of the rows of samples
+// of pixel 50 the last is ink: (3 * 192 + 28) / 4, 36 / 4, 48 / 4.
+TEST(Painting, ThinSolidsKeepTheirColour) {
+  EXPECT_EQ(pictureOf({bar(2)}, plainStyle("top")).at(50, 50), (Colour{151, 9, 12}));
+}
+
+TEST(Painting, ScaleBarIsAsThickAsEver) {
+  DrawingStyle style = plainStyle("front", 900, 900);
+  style.isPlain = false;
+  const Scene scene = sceneOf({box({0, 0, 0}, {1000, 1, 1})});
+  const Drawing drawing(scene, style);
+  ASSERT_EQ(drawing.scaleBar().size(), 1u);
+  EXPECT_NEAR(drawing.scaleBar()[0].width, 1.6, 1e-12);
+  EXPECT_NEAR(drawing.axes().at(0).width, 1.6, 1e-12);
 }
 
 TEST(Painting, TransparentPaperStaysTransparent) {

@@ -327,6 +327,36 @@ TEST_P(SolidsTest, SharpEdgesAreWhereNormalsBreak) {
   EXPECT_EQ(edges, expected);
 }
 
+// Bits of a corner's number stand for directions: they may change their places and
+// their signs.
+TEST(TwistedReducers, AreTheSameWhicheverCornerIsFirst) {
+  // The volume as in TwistedReducerInCells.
+  const double expected = 400 + 100 * std::sqrt(3.0);
+  const auto twisted = reducer(10, 10, 10, 10, 6, 30);
+  const auto& red = dynamic_cast<const Red&>(*twisted);
+  std::array<unsigned, 3> bits{0, 1, 2};
+  std::set<std::size_t> counts;
+  do {
+    for (unsigned signs = 0; signs < 8; ++signs) {
+      std::array<GeVector, 8> corners;
+      for (unsigned k = 0; k < 8; ++k) {
+        unsigned from = 0;
+        for (unsigned i = 0; i < 3; ++i) from |= (k >> i & 1U) << bits[i];
+        corners[k] = red.corner(static_cast<int>(from ^ signs)) - GePoint();
+      }
+      SceneBuilder builder(Fineness::ofTolerance(0.05));
+      builder.addFile("a.dat");
+      builder.add(Red(corners), {});
+      const Scene scene = builder.finish();
+      ASSERT_EQ(scene.instances.size(), 1U) << bits[0] << bits[1] << bits[2] << ' ' << signs;
+      EXPECT_EQ(closureFault(scene.meshes[0]), "");
+      EXPECT_NEAR(enclosedVolume(scene.meshes[0]) / expected, 1.0, 1e-12);
+      counts.insert(scene.meshes[0].triangles.size());
+    }
+  } while (std::next_permutation(bits.begin(), bits.end()));
+  EXPECT_EQ(counts.size(), 1U);
+}
+
 INSTANTIATE_TEST_SUITE_P(Solids, SolidsTest, testing::ValuesIn(kSolids),
                          [](const auto& each) { return std::string(each.param.name); });
 

@@ -271,6 +271,17 @@ TEST_F(PageTest, IndicesStayInTheirMesh) {
   }
 }
 
+// Six characters, each 0.5 wide.
+TEST_F(PageTest, ATextHasItsSize) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "PIPE-1  01001    00x 1 2 0,1 0 0,0 1 0,2.5,0.5,7,6\n"
+            "PIPE-1  01001    01x NOZZLE\n");
+  const WrittenPage page = pageOf("view a.dat");
+  EXPECT_EQ(page.head["texts"][0]["height"], 2.5);
+  EXPECT_EQ(page.head["texts"][0]["width"], 3.0);
+}
+
 TEST_F(PageTest, NoTextOfARecordEndsItsBlock) {
   const TempFolder folder;
   writeFile("a.dat",

@@ -131,7 +131,8 @@ void addTexts(JsonWriter& json, const Vesk::Scene& scene) {
     json.beginObjectRow().key("element").value(std::uint64_t{each.element});
     json.key("text").value(each.text).key("position").value(each.position);
     json.key("along").value(unit(each.along)).key("up").value(unit(each.up));
-    json.key("height").value(each.height).endObject();
+    json.key("height").value(each.height);
+    json.key("width").value(each.width * each.along.length()).endObject();
   }
   json.endArray();
 }

@@ -512,6 +512,23 @@ const checks = {
     return page;
   },
 
+  async TextsAreAsWideAsTheirRecordSays(browser) {
+    const wide = HEAD.map((each) => (each.text ? { ...each, text: { ...each.text, width: 120 } } : each));
+    const page = await open(browser, { elements: [...wide, ...ROW] });
+    const picture = await page.picture();
+    const darkBetween = (from, to) => {
+      const [[x0, y1], [x1]] = [page.at(from, 100), page.at(to, 100)];
+      let count = 0;
+      for (let x = x0; x < x1; ++x) {
+        for (let y = y1 - 60 * page.scale; y < y1; ++y) count += isDark(picture.at(x, y)) ? 1 : 0;
+      }
+      return count;
+    };
+    assert.ok(darkBetween(240, 270) > 5);
+    assert.equal(darkBetween(275, 400), 0);
+    return page;
+  },
+
   async ThemeFollowsTheSystemAndTheKey(browser) {
     const page = await open(browser, {}, { colorScheme: 'dark' });
     await see(page, [[-250, 200, isDark], [0, 30, isSand]]);
@@ -681,6 +698,8 @@ const checks = {
     const empty = encode({ bounds: [[0, 0, 0], [0, 0, 0]], elements: [] });
     const page = await browser.open(fill(template, empty));
     assert.equal(await page.text('.counts'), '0 elements');
+    assert.equal(await page.text('.nothing'), 'There are no elements');
+    assert.equal(await page.locator('.scale').count(), 0);
     await page.press('f', '2', 'x', 'm');
     return page;
   },

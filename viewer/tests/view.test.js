@@ -1,8 +1,9 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 
-import { countText, lengthText, numberText, scaleBar } from '../src/ui/numbers.js';
+import { countText, elementsText, lengthText, numberText, scaleBar } from '../src/ui/numbers.js';
 import { between, Camera, VIEWS } from '../src/view/Camera.js';
+import { insideOf } from '../src/view/Overlay.js';
 import { KIND_COLOURS, LEVELS, MOST_COLOURS } from '../src/view/palette.js';
 import { boxOf, coarse, countAtLeast, FEW_PLACES, partsOf } from '../src/view/parts.js';
 import { decodeScene } from '../src/scene/decode.js';
@@ -18,6 +19,9 @@ for (const [value, text] of numbers) {
 
 test('LengthsHaveTheirUnit', () => assert.equal(lengthText(12.5, 'mm'), '12.5 mm'));
 test('LengthsWithoutAUnit', () => assert.equal(lengthText(12.5, ''), '12.5'));
+test('NoElements', () => assert.equal(elementsText(0), '0 elements'));
+test('OneElement', () => assert.equal(elementsText(1), '1 element'));
+test('ManyElements', () => assert.equal(elementsText(2000), '2\u202f000 elements'));
 test('CountsAreGrouped', () => assert.equal(countText(1234567), '1\u202f234\u202f567'));
 
 // At most 150 pixels: the room is 150 times the units of a pixel.
@@ -100,6 +104,33 @@ for (const isPerspective of [false, true]) {
     nearly(camera.projector()([10, 20, 30]).slice(0, 2), [100, 50], 1e-6);
   });
 }
+
+// The model's diagonal is 100 sqrt(3), and the margin is 15 %.
+test('FitOfAPointShowsATwentiethOfTheModel', () => {
+  const camera = cameraOf('iso');
+  camera.fit([[7, 8, 9], [7, 8, 9]]);
+  assert.ok(Math.abs(camera.height - 5 * Math.sqrt(3) * 1.15) < 1e-9, `${camera.height}`);
+  nearly(camera.target.toArray(), [7, 8, 9]);
+});
+
+test('FitOfAPointThatIsAllShowsAMetre', () => {
+  const camera = cameraOf('iso');
+  camera.bounds = [[7, 8, 9], [7, 8, 9]];
+  camera.fit(camera.bounds);
+  assert.equal(camera.height, 1150);
+});
+
+// A label of 30 pixels in a room of 100.
+const labels = [
+  ['WhereItsPlaceIs', 20, 20],
+  ['LeftOfItsPlaceAtTheBorder', 90, 70],
+  ['NotInTheRoom', 101, 101],
+  ['NotInTheRoomOnTheLeft', -5, -5],
+];
+for (const [name, x, left] of labels) {
+  test(`Label: ${name}`, () => assert.equal(insideOf(x, 30, 100), left));
+}
+test('Label: WiderThanTheRoom', () => assert.equal(insideOf(20, 130, 100), 0));
 
 test('PanMovesByPixels', () => {
   const camera = cameraOf('iso');
@@ -199,10 +230,10 @@ test('BoxesHoldShapesLinesPointsAndTexts', () => {
     pipe([10, 0, 0], 100, 20, 0),
     { kind: 'segment', line: [[1, 2, 3], [-1, 5, 3]] },
     { kind: 'point', point: [7, 8, 9] },
-    { kind: 'text', text: { text: 'T', position: [4, 4, 4], along: [1, 0, 0], up: [0, 1, 0], height: 1 } },
+    { kind: 'text', text: { text: 'T', position: [4, 4, 4], along: [1, 0, 0], up: [0, 1, 0], height: 1, width: 3 } },
   ]);
   nearly([...boxes.subarray(0, 6)], [10, -10, -10, 110, 10, 10], 1e-4);
-  assert.deepEqual([...boxes.subarray(6)], [-1, 2, 3, 1, 5, 3, 7, 8, 9, 7, 8, 9, 4, 4, 4, 4, 4, 4]);
+  assert.deepEqual([...boxes.subarray(6)], [-1, 2, 3, 1, 5, 3, 7, 8, 9, 7, 8, 9, 4, 4, 4, 7, 5, 4]);
   assert.deepEqual(boxOf(boxes, [1, 2]), [[-1, 2, 3], [7, 8, 9]]);
   assert.equal(boxOf(boxes, []), null);
 });

@@ -10,7 +10,7 @@ import { Help } from './Help.js';
 import { Legend } from './Legend.js';
 import { MarksPanel } from './MarksPanel.js';
 import { Measuring } from './Measuring.js';
-import { countText, scaleBar } from './numbers.js';
+import { countText, elementsText, scaleBar } from './numbers.js';
 import { SectionPanel } from './SectionPanel.js';
 import { TreePanel } from './TreePanel.js';
 import { ViewCube } from './ViewCube.js';
@@ -33,7 +33,7 @@ export class App {
       class: 'model',
       tabIndex: 0,
       role: 'application',
-      'aria-label': `Model of ${countText(scene.elements.count)} elements; the arrow keys turn it`,
+      'aria-label': `Model of ${elementsText(scene.elements.count)}; the arrow keys turn it`,
     });
     this.overlayCanvas = h('canvas', { class: 'overlay', 'aria-hidden': 'true' });
     this.view = new View(this.canvas, scene);
@@ -215,7 +215,9 @@ export class App {
       this.overlayCanvas,
       this.cube.panel,
       h('div', { class: 'popovers' }, this.section.panel, this.measuring.panel),
-      h('div', { class: 'scale', title: 'Scale, at the middle of the view' }, this.scaleText, this.scaleLine),
+      this.#isEmpty()
+        ? h('p', { class: 'nothing' }, this.model.count === 0 ? 'There are no elements' : 'No element can be drawn')
+        : h('div', { class: 'scale', title: 'Scale, at the middle of the view' }, this.scaleText, this.scaleLine),
       this.counts,
     );
     root.replaceChildren(
@@ -360,6 +362,7 @@ export class App {
   }
 
   #drawScale(context, ratio, height, colour) {
+    if (this.#isEmpty()) return;
     const { pixels, text } = scaleBar(this.view.camera.unitsPerPixel, this.scene.unit);
     context.setTransform(ratio, 0, 0, ratio, 16, height - 16);
     context.strokeStyle = colour;
@@ -373,6 +376,10 @@ export class App {
     context.stroke();
     context.font = '12px system-ui, sans-serif';
     context.fillText(text, 6, -6);
+  }
+
+  #isEmpty() {
+    return this.scene.failures.length === this.model.count;
   }
 
   #boxToFit(elements = null) {
@@ -420,7 +427,7 @@ export class App {
     this.#showButtons();
     const { hiddenCount, selected } = this.state;
     this.counts.textContent = [
-      `${countText(this.model.count)} elements`,
+      elementsText(this.model.count),
       hiddenCount > 0 && `${countText(hiddenCount)} hidden`,
       selected.size > 0 && `${countText(selected.size)} selected`,
       this.scene.failures.length > 0 && `${countText(this.scene.failures.length)} not drawn`,

@@ -2,7 +2,7 @@ import { Search } from '../scene/search.js';
 import { Tree } from '../scene/Tree.js';
 import { LEVELS } from '../view/palette.js';
 import { h, setAttribute } from './dom.js';
-import { countText } from './numbers.js';
+import { countText, elementsText } from './numbers.js';
 import { VirtualList } from './VirtualList.js';
 
 const CHECKED = { all: 'true', some: 'mixed', none: 'false' };
@@ -94,7 +94,7 @@ export class TreePanel {
     const count = this.tree.order.length;
     this.found.textContent =
       count === this.#model.count
-        ? `${countText(count)} elements`
+        ? elementsText(count)
         : `${countText(count)} of ${countText(this.#model.count)}`;
   }
 

@@ -27,6 +27,11 @@ export function scaleBar(unitsPerPixel, unit, most = 150) {
   return { pixels, text: lengthText(length, unit) };
 }
 
+/** "1 element", "2 elements" */
+export function elementsText(count) {
+  return `${countText(count)} ${count === 1 ? 'element' : 'elements'}`;
+}
+
 /** 1234567 as "1 234 567". */
 export function countText(count) {
   return String(count).replace(/\B(?=(\d{3})+$)/g, '\u202f');

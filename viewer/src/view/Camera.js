@@ -122,8 +122,15 @@ export class Camera {
       .addScaledVector(right, (x0 + x1) / 2)
       .addScaledVector(up, (y0 + y1) / 2)
       .addScaledVector(toEye, (z0 + z1) / 2);
-    this.height = Math.max(y1 - y0, (x1 - x0) / this.aspect, (z1 - z0) * 1e-3, 1e-3) * 1.15;
+    const size = Math.max(y1 - y0, (x1 - x0) / this.aspect, (z1 - z0) * 1e-3);
+    this.height = (size > 0 ? Math.max(size, 1e-3) : this.#around()) * 1.15;
     if (this.isPerspective) this.height += (z1 - z0) * Math.tan(FIELD_OF_VIEW / 2);
+  }
+
+  // What is shown around a point, which has no size: a twentieth of the model.
+  #around() {
+    const [low, high] = this.bounds;
+    return Math.hypot(...low.map((from, k) => high[k] - from)) / 20 || 1000;
   }
 
   /** The camera for the renderer; near and far lie close around the model. */

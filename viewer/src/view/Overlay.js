@@ -6,7 +6,7 @@ const FONT = 'system-ui, sans-serif';
 
 /** Texts, measures and the snapped place, drawn in two dimensions over the model. */
 export class Overlay {
-  texts = []; // {text, position, along, up, height, element}
+  texts = []; // {text, position, along, up, height, width, element}
   measures = []; // {from, to, distance}, places relative to the scene's offset
   start = null; // where the measure that is being made begins
   snapped = null; // {point, name}
@@ -71,15 +71,18 @@ export class Overlay {
       if (isReadable) {
         // A capital letter is about 0.72 of the size of its font.
         const k = 1 / 72;
+        // As wide as the record makes it, if it does.
+        const wide = each.width > 0 && width > 0 ? each.width / each.height / width : k;
         context.setTransform(
-          ratio * along[0] * k, ratio * along[1] * k, -ratio * up[0] * k, -ratio * up[1] * k,
+          ratio * along[0] * wide, ratio * along[1] * wide, -ratio * up[0] * k, -ratio * up[1] * k,
           ratio * x, ratio * y,
         );
       } else {
-        const box = [x - 2, y - 11, x + width + 2, y + 3];
+        const left = insideOf(x, width + 4, this.#view.camera.pixelsWide);
+        const box = [left - 2, y - 11, left + width + 2, y + 3];
         if (taken.some((other) => overlap(box, other))) continue;
         taken.push(box);
-        context.setTransform(ratio, 0, 0, ratio, ratio * x, ratio * y);
+        context.setTransform(ratio, 0, 0, ratio, ratio * left, ratio * y);
       }
       ++drawn;
       context.lineJoin = 'round';
@@ -142,6 +145,11 @@ export class Overlay {
     context.fillStyle = this.colours.text;
     context.fillText(text, x - width / 2 + 7, y + 0.5);
   }
+}
+
+/** Where a label begins that shall begin at x: all of it is seen while its place is. */
+export function insideOf(x, width, room) {
+  return x < 0 || x > room ? x : Math.max(0, Math.min(x, room - width));
 }
 
 function overlap(a, b) {

@@ -31,9 +31,15 @@ export function partsOf(scene) {
   addPoints(boxes, scene.points.positions, scene.points.elements, 3);
   addPoints(boxes, scene.lines.positions, scene.lines.elements, 6);
   for (const text of scene.texts) {
-    addPoints(boxes, text.position, [text.element], 3);
+    addPoints(boxes, cornersOfText(text), Array(4).fill(text.element), 3);
   }
   return { shared, joined, boxes };
+}
+
+// The last ones differ from the first where the record says how wide the text is.
+function cornersOfText({ position, along, up, height, width = 0 }) {
+  const corner = (right, high) => position.map((p, k) => p + along[k] * right + up[k] * high);
+  return [...corner(0, 0), ...corner(0, height), ...corner(width, 0), ...corner(width, height)];
 }
 
 const EMPTY = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];

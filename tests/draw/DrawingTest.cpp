@@ -92,6 +92,17 @@ TEST(DrawingFurniture, ScaleBarIsAsLongAsItSays) {
   EXPECT_EQ(label.up.y, -9.0);
 }
 
+// Of 450 by 200 pixels all is at the least unit of 0.7: from 36 * 0.7 on, 24 * 0.7
+// above the lower edge, 5 * 0.7 high.
+TEST(DrawingFurniture, IsSmallerInASmallDrawing) {
+  const Scene scene = sceneOf(plate(3456, 1000));
+  const Drawing drawing(scene, styleOf("front", 450, 200));
+  const std::vector<ScreenPoint>& bar = drawing.scaleBar().at(0).points;
+  EXPECT_NEAR(bar[0].x, 25.2, 1e-9);
+  EXPECT_NEAR(bar[0].y, 200 - 16.8 - 3.5, 1e-9);
+  EXPECT_NEAR(bar[1].y, 200 - 16.8, 1e-9);
+}
+
 // Where the axes begin: 30 + 12 + 6 from the right and 30 + 12 from below. X goes 30
 // to the right, Z 30 upwards; the names stand 9 further on, half their height of 9
 // lower.

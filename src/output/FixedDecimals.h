@@ -63,6 +63,9 @@ inline bool canFix(double v, int decimals) {
          binaryPlaces(v) > 0;
 }
 
+// Whether the exponent alone says that v is 0 to as many decimals as canFix takes.
+inline bool roundsToZero(double v) { return binaryPlaces(v) > 100; }
+
 // |v| to so many decimals, exact halves to the even digit; canFix(v, decimals)
 // holds. As derived above.
 #if defined(__SIZEOF_INT128__)
@@ -73,7 +76,7 @@ inline FixedDecimals fixedDecimals(double v, int decimals) {
   const std::uint64_t m = (std::bit_cast<std::uint64_t>(v) & (kHiddenBit - 1)) | kHiddenBit;
   const std::uint64_t power = kPowersOfTen[static_cast<std::size_t>(decimals)];
   if (s >= 64) [[unlikely]] {
-    if (s > 100) return {};
+    if (roundsToZero(v)) return {};
     const Uint128 half = Uint128{1} << (s - 1);
     return {0, static_cast<std::uint64_t>((Uint128{m} * power + half) >> s)};
   }
@@ -132,7 +135,7 @@ inline TwiceEightDigits twiceEightDigits(std::uint64_t a, std::uint64_t b) {
   n = _mm_sub_epi64(n, _mm_mul_epu32(fours, in64(10000)));
   n = _mm_or_si128(fours, _mm_slli_epi64(n, 32));
   const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(n, in16(5243)), 3);
-  n = _mm_sub_epi16(n, _mm_mullo_epi16(hundreds, in16(100)));
+  n = _mm_sub_epi32(n, _mm_madd_epi16(hundreds, in16(100)));
   n = _mm_or_si128(hundreds, _mm_slli_epi32(n, 16));
   const __m128i tens = _mm_mulhi_epu16(n, in16(6554));
   n = _mm_sub_epi16(_mm_slli_epi16(n, 8), _mm_mullo_epi16(tens, in16((10 << 8) - 1)));

@@ -90,6 +90,22 @@ constexpr std::uint64_t kEightDigitsEnd = 100000000;
   return writeFraction(to + 8, eightDigits(inSevenDecimals(parts.fraction, decimals)));
 }
 
+// The trimmed form without a width.
+[[gnu::always_inline]] inline char* writeTrimmed(char* to, double v, int decimals) {
+  if (!canFix(v, decimals)) return Portable::writeFixed(to, v, decimals);
+  to = writeSign(to, v);
+  if (roundsToZero(v)) {
+    *to = '0';
+    return to + 1;
+  }
+  const FixedDecimals parts = fixedDecimals(v, decimals);
+  if (parts.whole >= kEightDigitsEnd) [[unlikely]]
+    return writeLong(to, parts, decimals);
+  const auto [whole, fraction] =
+      twiceEightDigits(parts.whole, inSevenDecimals(parts.fraction, decimals));
+  return writeFraction(writeWhole(to, whole), fraction);
+}
+
 // Writes v right-aligned in nine characters, which it does not exceed in the
 // ranges of the fixed forms. The digits before the point fill the columns that
 // the decimals leave; of their leading zeros the last becomes the sign, the
@@ -165,14 +181,15 @@ char* writeField9(char* to, double v) {
 }
 
 char* writeFixed(char* to, double v, int decimals, int width) {
-  if (width > 0 || !canFix(v, decimals)) return Portable::writeFixed(to, v, decimals, width);
-  const FixedDecimals parts = fixedDecimals(v, decimals);
-  to = writeSign(to, v);
-  if (parts.whole >= kEightDigitsEnd) [[unlikely]]
-    return writeLong(to, parts, decimals);
-  const auto [whole, fraction] =
-      twiceEightDigits(parts.whole, inSevenDecimals(parts.fraction, decimals));
-  return writeFraction(writeWhole(to, whole), fraction);
+  return width > 0 ? Portable::writeFixed(to, v, decimals, width) : writeTrimmed(to, v, decimals);
+}
+
+char* writePoint(char* to, double x, double y, double z, int decimals) {
+  to = writeTrimmed(to, x, decimals);
+  *to++ = ' ';
+  to = writeTrimmed(to, y, decimals);
+  *to++ = ' ';
+  return writeTrimmed(to, z, decimals);
 }
 
 void appendField9(std::string& text, double v) {

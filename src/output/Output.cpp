@@ -61,17 +61,15 @@ void Output::addFixed(double value, int decimals, bool comma, int width) {
 // The line may break between the tokens of a point, which is rare: all go into
 // it together if they fit together.
 void Output::addPoint(double x, double y, double z, int decimals, bool comma, int width) {
-  char* const point = room(3 * (fixedRoom(decimals, width) + 1));
-  char* end = writeFixed(point, x, decimals, width);
-  if (width == 0) *end++ = ' ';
-  end = writeFixed(end, y, decimals, width);
-  if (width == 0) *end++ = ' ';
-  end = writeFixed(end, z, decimals, width);
-  if (comma) *end++ = ',';
-  const std::size_t length = static_cast<std::size_t>(end - point);
-  if (fits(length)) {
-    lineLength_ += length;
-    return;
+  if (width == 0) {
+    char* const point = room(pointRoom(decimals) + 1);
+    char* end = writePoint(point, x, y, z, decimals);
+    if (comma) *end++ = ',';
+    const std::size_t length = static_cast<std::size_t>(end - point);
+    if (fits(length)) {
+      lineLength_ += length;
+      return;
+    }
   }
 
   addFixed(x, decimals, false, width);
@@ -83,13 +81,9 @@ void Output::addPoint(double x, double y, double z, int decimals, bool comma, in
 
 void Output::addPointToken(std::string_view word, double x, double y, double z, int decimals,
                            bool comma) {
-  char* end = room(word.size() + 3 * (fixedRoom(decimals) + 1));
+  char* end = room(word.size() + pointRoom(decimals) + 1);
   end = std::copy(word.begin(), word.end(), end);
-  end = writeFixed(end, x, decimals);
-  *end++ = ' ';
-  end = writeFixed(end, y, decimals);
-  *end++ = ' ';
-  end = writeFixed(end, z, decimals);
+  end = writePoint(end, x, y, z, decimals);
   if (comma) *end++ = ',';
   takeToken(end);
 }

@@ -12,7 +12,7 @@ namespace {
 
 template <std::size_t N>
 void appendAttribute(std::string& attributes, std::string_view name, const FixStr<N>& field) {
-  if (field.isBlank()) return;
+  if (field.FixStr<N>::isBlank()) return;
   const std::string_view text = field.view();
   attributes += name;
   attributes += text.substr(0, text.find_last_not_of(" \r\n") + 1);
@@ -31,22 +31,22 @@ bool HeaderRecord::set(const char* a, const char* b, int n) {
 }
 
 void HeaderRecord::writeTo(Output& out) const {
+  const std::int32_t mode = out.mode;
   std::size_t length = 0;
-  visitPrefix(*this, out.mode, [&length](const auto& field) { length += field.view().size(); });
+  visitPrefix(*this, mode, [&length](const auto& field) { length += field.view().size(); });
   if (length > 0) length += kLineNumberWidth;
   // Into the text itself: its length seldom changes.
   out.prefix.resize(length);
   char* to = out.prefix.data();
-  const auto add = [&to](std::string_view text) { to = std::copy(text.begin(), text.end(), to); };
-  if (out.mode == kFixedColumns) add(LineNumbers::kFirst);
-  visitPrefix(*this, out.mode, [&add](const auto& field) { add(field.view()); });
-  if (out.mode == kTokens) add(LineNumbers::kFirstOfTokens);
+  const auto add = [&to](std::string_view text) { to += text.copy(to, text.size()); };
+  if (mode == kFixedColumns) add(LineNumbers::kFirst);
+  visitPrefix(*this, mode, [&add](const auto& field) { add(field.view()); });
+  if (mode == kTokens) add(LineNumbers::kFirstOfTokens);
 
   out.attributes.clear();
-  if (out.mode == kTokens) {
-    appendAttribute(out.attributes, Words::kCs, f6);
-    appendAttribute(out.attributes, Words::kSp, f7);
-  }
+  if (mode != kTokens) return;
+  appendAttribute(out.attributes, Words::kCs, f6);
+  appendAttribute(out.attributes, Words::kSp, f7);
 }
 
 }  // namespace Vesk

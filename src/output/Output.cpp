@@ -23,6 +23,34 @@ int leadingNumber(std::string_view text) {
 
 }  // namespace
 
+// Whether a token, or several at once, can go into the line as it is.
+inline bool Output::fits(std::size_t length) const {
+  return lineSize != 0 && lineLength_ + length <= lineSize;
+}
+
+// The end of the line, where so many characters can be written.
+inline char* Output::room(std::size_t count) {
+  if (text_.size() - lineLength_ < count) [[unlikely]]
+    text_.resize(2 * (lineLength_ + count));
+  return text_.data() + lineLength_;
+}
+
+// Adds a text, which may be a part of the line.
+inline void Output::append(std::string_view text) {
+  if (text_.size() - lineLength_ < text.size()) [[unlikely]]
+    return appendToFullText(text);
+  lineLength_ += text.copy(text_.data() + lineLength_, text.size());
+}
+
+// A text that reaches beyond the prefix lengthens it; one that would leave a
+// gap is not written.
+inline void Output::overwritePrefix(std::size_t position, std::string_view text) {
+  if (position > prefix.size()) return;
+  if (prefix.size() - position < text.size()) [[unlikely]]
+    prefix.resize(position + text.size());
+  text.copy(prefix.data() + position, text.size());
+}
+
 void Output::beginRecord(std::string_view word, bool resetNumber) {
   keyword = word.substr(0, 4);
   lineLength_ = 0;
@@ -167,21 +195,10 @@ void Output::clear() {
   lineLength_ = 0;
 }
 
-// Whether a token, or several at once, can go into the line as it is.
-bool Output::fits(std::size_t length) const {
-  return lineSize != 0 && lineLength_ + length <= lineSize;
-}
-
 void Output::checkLength(std::size_t length) const {
   if (lineSize == 0) throw ExceptionInfo("Output: line size is not set", ExceptionInfo::kFatal);
   if (length > lineSize)
     throw ExceptionInfo("Output: line too big for output", ExceptionInfo::kFatal);
-}
-
-// The end of the line, where so many characters can be written.
-char* Output::room(std::size_t count) {
-  if (text_.size() - lineLength_ < count) text_.resize(2 * (lineLength_ + count));
-  return text_.data() + lineLength_;
 }
 
 // Adds the token that stands behind the line and ends at `end`.
@@ -196,15 +213,11 @@ void Output::takeToken(const char* end) {
   }
 }
 
-// Adds a text, which may be a part of the line.
-void Output::append(std::string_view text) {
-  if (text_.size() - lineLength_ < text.size()) {
-    text_.resize(lineLength_);
-    text_ += text;
-  } else {
-    text.copy(text_.data() + lineLength_, text.size());
-  }
-  lineLength_ += text.size();
+// Makes room for a text and adds it, which may be a part of the line.
+void Output::appendToFullText(std::string_view text) {
+  text_.resize(lineLength_);
+  text_ += text;
+  lineLength_ = text_.size();
 }
 
 // Adds a token to a new line. It may be a part of the line before or of the
@@ -221,14 +234,6 @@ void Output::addHeading() {
   checkLength(prefix.size() + keyword.size());
   append(prefix);
   append(keyword);
-}
-
-// A text that reaches beyond the prefix lengthens it; one that would leave a
-// gap is not written.
-void Output::overwritePrefix(std::size_t position, std::string_view text) {
-  if (position > prefix.size()) return;
-  if (position + text.size() > prefix.size()) prefix.resize(position + text.size());
-  text.copy(prefix.data() + position, text.size());
 }
 
 std::size_t Output::counterColumn() const {

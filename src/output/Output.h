@@ -138,6 +138,7 @@ class Output {
   char* room(std::size_t count);
   void takeToken(const char* end);
   void append(std::string_view text);
+  void appendToFullText(std::string_view text);
   void wrap(std::string_view text);
   void addHeading();
   void overwritePrefix(std::size_t position, std::string_view text);

@@ -1,7 +1,6 @@
 #include "api/HeaderRecord.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -11,21 +10,10 @@
 namespace Vesk {
 namespace {
 
-// Collects the parts of a prefix, so that the string takes one step.
-class PrefixText {
- public:
-  void add(std::string_view part) { end_ = std::copy(part.begin(), part.end(), end_); }
-  std::string_view text() const { return {chars_.data(), end_}; }
-
- private:
-  std::array<char, kFixedColumnsLayout.keyword> chars_;  // the longer prefix
-  char* end_ = chars_.data();
-};
-
 template <std::size_t N>
 void appendAttribute(std::string& attributes, std::string_view name, const FixStr<N>& field) {
+  if (field.FixStr<N>::isBlank()) return;
   const std::string_view text = field.view();
-  if (std::count(text.begin(), text.end(), field.padChar()) == N) return;
   attributes += name;
   attributes += text.substr(0, text.find_last_not_of(" \r\n") + 1);
   attributes += ',';
@@ -43,17 +31,22 @@ bool HeaderRecord::set(const char* a, const char* b, int n) {
 }
 
 void HeaderRecord::writeTo(Output& out) const {
-  PrefixText prefix;
-  if (out.mode == kFixedColumns) prefix.add(LineNumbers::kFirst);
-  visitPrefix(*this, out.mode, [&prefix](const auto& field) { prefix.add(field.view()); });
-  if (out.mode == kTokens) prefix.add(LineNumbers::kFirstOfTokens);
-  out.prefix = prefix.text();
+  const std::int32_t mode = out.mode;
+  std::size_t length = 0;
+  visitPrefix(*this, mode, [&length](const auto& field) { length += field.view().size(); });
+  if (length > 0) length += kLineNumberWidth;
+  // Into the text itself: its length seldom changes.
+  out.prefix.resize(length);
+  char* to = out.prefix.data();
+  const auto add = [&to](std::string_view text) { to += text.copy(to, text.size()); };
+  if (mode == kFixedColumns) add(LineNumbers::kFirst);
+  visitPrefix(*this, mode, [&add](const auto& field) { add(field.view()); });
+  if (mode == kTokens) add(LineNumbers::kFirstOfTokens);
 
   out.attributes.clear();
-  if (out.mode == kTokens) {
-    appendAttribute(out.attributes, Words::kCs, f6);
-    appendAttribute(out.attributes, Words::kSp, f7);
-  }
+  if (mode != kTokens) return;
+  appendAttribute(out.attributes, Words::kCs, f6);
+  appendAttribute(out.attributes, Words::kSp, f7);
 }
 
 }  // namespace Vesk

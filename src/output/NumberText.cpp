@@ -55,33 +55,29 @@ char* writeSign(char* to, double v) {
   return to + (std::signbit(v) ? 1 : 0);
 }
 
-// Writes a number below 10^8 without leading zeros.
-inline char* writeWhole(char* to, std::uint64_t n) {
-  const std::uint64_t digits = eightDigits(n);
+// Writes the digits of a number without leading zeros.
+inline char* writeWhole(char* to, std::uint64_t digits) {
   const unsigned skipped = leadingZeros(digits);
   storeEight(to, (digits | kEightZeros) >> (8 * skipped));
   return to + (8 - skipped);
 }
 
-// A point and seven digits, of which the first `decimals` are those of the
-// fraction; as digits 0 to 9, but for the point.
-std::uint64_t pointAndDigits(std::uint64_t fraction, int decimals) {
-  return eightDigits(fraction *
-                     kPowersOfTen[kMostFixedDecimals - static_cast<unsigned>(decimals)]) |
-         '.';
+// The fraction in units of 10^-7. Its eight digits are one that is 0, where the
+// point goes, and seven decimals, of which the first `decimals` count.
+std::uint64_t inSevenDecimals(std::uint64_t fraction, int decimals) {
+  return fraction * kPowersOfTen[kMostFixedDecimals - static_cast<unsigned>(decimals)];
 }
 
-constexpr std::uint64_t kSevenZeros = kEightZeros & ~std::uint64_t{0xff};
+constexpr std::uint64_t kPointAndZeros = (kEightZeros & ~std::uint64_t{0xff}) | '.';
 constexpr std::uint64_t kBlank = ' ';
 constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
 
 // Writes point and decimals without trailing zeros, which are the last bytes of
 // the word. Of a fraction 0 they would leave the bare point.
-inline char* writeFraction(char* to, std::uint64_t fraction, int decimals) {
-  const std::uint64_t digits = pointAndDigits(fraction, decimals);
-  storeEight(to, digits | kSevenZeros);
-  const unsigned zeros = static_cast<unsigned>(std::countl_zero(digits)) / 8;
-  return to + (8 - zeros) - (fraction == 0 ? 1 : 0);
+inline char* writeFraction(char* to, std::uint64_t digits) {
+  storeEight(to, digits | kPointAndZeros);
+  const unsigned zeros = static_cast<unsigned>(std::countl_zero(digits | 1)) / 8;
+  return to + (8 - zeros) - (digits == 0 ? 1 : 0);
 }
 
 constexpr std::uint64_t kEightDigitsEnd = 100000000;
@@ -89,9 +85,25 @@ constexpr std::uint64_t kEightDigitsEnd = 100000000;
 // Writes a number of more than eight digits before the point. Out of line, to
 // keep the way of all others short.
 [[gnu::noinline]] char* writeLong(char* to, FixedDecimals parts, int decimals) {
-  to = writeWhole(to, parts.whole / kEightDigitsEnd);
+  to = writeWhole(to, eightDigits(parts.whole / kEightDigitsEnd));
   storeEight(to, eightDigits(parts.whole % kEightDigitsEnd) | kEightZeros);
-  return writeFraction(to + 8, parts.fraction, decimals);
+  return writeFraction(to + 8, eightDigits(inSevenDecimals(parts.fraction, decimals)));
+}
+
+// The trimmed form without a width.
+[[gnu::always_inline]] inline char* writeTrimmed(char* to, double v, int decimals) {
+  if (!canFix(v, decimals)) return Portable::writeFixed(to, v, decimals);
+  to = writeSign(to, v);
+  if (roundsToZero(v)) {
+    *to = '0';
+    return to + 1;
+  }
+  const FixedDecimals parts = fixedDecimals(v, decimals);
+  if (parts.whole >= kEightDigitsEnd) [[unlikely]]
+    return writeLong(to, parts, decimals);
+  const auto [whole, fraction] =
+      twiceEightDigits(parts.whole, inSevenDecimals(parts.fraction, decimals));
+  return writeFraction(writeWhole(to, whole), fraction);
 }
 
 // Writes v right-aligned in nine characters, which it does not exceed in the
@@ -100,7 +112,8 @@ constexpr std::uint64_t kEightDigitsEnd = 100000000;
 // others blanks.
 char* writeColumns(char* to, double v, int decimals) {
   const FixedDecimals parts = fixedDecimals(v, decimals);
-  const std::uint64_t digits = eightDigits(parts.whole);
+  const auto [digits, decimalDigits] =
+      twiceEightDigits(parts.whole, inSevenDecimals(parts.fraction, decimals));
   const unsigned blanks = 8 * leadingZeros(digits);
   const std::uint64_t blanked = ((std::uint64_t{1} << blanks) - 1) & (kEightZeros ^ kEightBlanks);
   const std::uint64_t sign = (std::signbit(v) ? kBlank ^ '-' : 0) << ((blanks - 8) & 63);
@@ -110,7 +123,7 @@ char* writeColumns(char* to, double v, int decimals) {
     storeEight(to + 1, whole);
   } else {
     storeEight(to, whole >> (8 * decimals));
-    storeEight(to + 8 - decimals, pointAndDigits(parts.fraction, decimals) | kSevenZeros);
+    storeEight(to + 8 - decimals, decimalDigits | kPointAndZeros);
   }
   return to + kFieldWidth;
 }
@@ -168,12 +181,15 @@ char* writeField9(char* to, double v) {
 }
 
 char* writeFixed(char* to, double v, int decimals, int width) {
-  if (width > 0 || !canFix(v, decimals)) return Portable::writeFixed(to, v, decimals, width);
-  const FixedDecimals parts = fixedDecimals(v, decimals);
-  to = writeSign(to, v);
-  if (parts.whole >= kEightDigitsEnd) [[unlikely]]
-    return writeLong(to, parts, decimals);
-  return writeFraction(writeWhole(to, parts.whole), parts.fraction, decimals);
+  return width > 0 ? Portable::writeFixed(to, v, decimals, width) : writeTrimmed(to, v, decimals);
+}
+
+char* writePoint(char* to, double x, double y, double z, int decimals) {
+  to = writeTrimmed(to, x, decimals);
+  *to++ = ' ';
+  to = writeTrimmed(to, y, decimals);
+  *to++ = ' ';
+  return writeTrimmed(to, z, decimals);
 }
 
 void appendField9(std::string& text, double v) {

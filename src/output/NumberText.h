@@ -52,6 +52,10 @@ void appendFixed(std::string& text, double v, int decimals, int width);
 // decimals and without a width it takes a twentieth of the C library's time.
 char* writeFixed(char* to, double v, int decimals, int width = 0);
 
+// Writes three numbers in that form without a width, a blank between each two;
+// needs pointRoom(decimals).
+char* writePoint(char* to, double x, double y, double z, int decimals);
+
 // Room for every double: sign, digits, point and decimals, or the width, and
 // the eight bytes that are written at a time.
 constexpr std::size_t fixedRoom(int decimals, int width = 0) {
@@ -60,6 +64,8 @@ constexpr std::size_t fixedRoom(int decimals, int width = 0) {
   const std::size_t field = static_cast<std::size_t>(width > 0 ? width : 0);
   return (text < field ? field : text) + sizeof(std::uint64_t);
 }
+
+constexpr std::size_t pointRoom(int decimals) { return 3 * (fixedRoom(decimals) + 1); }
 
 // The decimal text of an int.
 void appendInt(std::string& text, int v);

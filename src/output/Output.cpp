@@ -23,9 +23,37 @@ int leadingNumber(std::string_view text) {
 
 }  // namespace
 
+// Whether a token, or several at once, can go into the line as it is.
+inline bool Output::fits(std::size_t length) const {
+  return lineSize != 0 && lineLength_ + length <= lineSize;
+}
+
+// The end of the line, where so many characters can be written.
+inline char* Output::room(std::size_t count) {
+  if (text_.size() - lineLength_ < count) [[unlikely]]
+    text_.resize(2 * (lineLength_ + count));
+  return text_.data() + lineLength_;
+}
+
+// Adds a text, which may be a part of the line.
+inline void Output::append(std::string_view text) {
+  if (text_.size() - lineLength_ < text.size()) [[unlikely]]
+    return appendToFullText(text);
+  lineLength_ += text.copy(text_.data() + lineLength_, text.size());
+}
+
+// A text that reaches beyond the prefix lengthens it; one that would leave a
+// gap is not written.
+inline void Output::overwritePrefix(std::size_t position, std::string_view text) {
+  if (position > prefix.size()) return;
+  if (prefix.size() - position < text.size()) [[unlikely]]
+    prefix.resize(position + text.size());
+  text.copy(prefix.data() + position, text.size());
+}
+
 void Output::beginRecord(std::string_view word, bool resetNumber) {
   keyword = word.substr(0, 4);
-  clearLine();
+  lineLength_ = 0;
   if (resetNumber) {
     if (mode == kFixedColumns) {
       overwritePrefix(kFixedColumnsLayout.lineNumber, LineNumbers::kFirst);
@@ -41,40 +69,36 @@ void Output::beginRecord(std::string_view word, bool resetNumber) {
 
 void Output::addText(std::string_view text, bool comma) {
   const std::size_t length = text.size() + (comma ? 1 : 0);
-  if (fits(length)) {
-    append(text);
-  } else {
+  if (!fits(length)) {
     checkLength(length);
-    // A copy: the token may be a part of the line or the prefix, which change.
-    wrapped_ = text;
-    nextLine();
-    append(wrapped_);
+    wrap(text);
+  } else {
+    append(text);
   }
   if (comma) append(",");
 }
 
-void Output::addNumber(double value) {
-  char field[kField9Room];
-  addText({field, writeField9(field, value)});
-}
+void Output::addNumber(double value) { takeToken(writeField9(room(kField9Room), value)); }
 
 void Output::addFixed(double value, int decimals, bool comma, int width) {
-  char* const text = scratch(fixedRoom(decimals, width));
-  addText({text, writeFixed(text, value, decimals, width)}, comma);
+  char* end = writeFixed(room(fixedRoom(decimals, width) + 1), value, decimals, width);
+  if (comma) *end++ = ',';
+  takeToken(end);
 }
 
 // The line may break between the tokens of a point, which is rare: all go into
 // it together if they fit together.
 void Output::addPoint(double x, double y, double z, int decimals, bool comma, int width) {
-  char* const text = scratch(3 * (fixedRoom(decimals, width) + 1));
-  char* end = writeFixed(text, x, decimals, width);
-  if (width == 0) *end++ = ' ';
-  end = writeFixed(end, y, decimals, width);
-  if (width == 0) *end++ = ' ';
-  end = writeFixed(end, z, decimals, width);
-  if (comma) *end++ = ',';
-  const std::string_view point(text, end);
-  if (fits(point.size())) return append(point);
+  if (width == 0) {
+    char* const point = room(pointRoom(decimals) + 1);
+    char* end = writePoint(point, x, y, z, decimals);
+    if (comma) *end++ = ',';
+    const std::size_t length = static_cast<std::size_t>(end - point);
+    if (fits(length)) {
+      lineLength_ += length;
+      return;
+    }
+  }
 
   addFixed(x, decimals, false, width);
   if (width == 0) addText(" ");
@@ -85,20 +109,21 @@ void Output::addPoint(double x, double y, double z, int decimals, bool comma, in
 
 void Output::addPointToken(std::string_view word, double x, double y, double z, int decimals,
                            bool comma) {
-  char* const text = scratch(word.size() + 3 * (fixedRoom(decimals) + 1));
-  char* end = std::copy(word.begin(), word.end(), text);
-  end = writeFixed(end, x, decimals);
-  *end++ = ' ';
-  end = writeFixed(end, y, decimals);
-  *end++ = ' ';
-  end = writeFixed(end, z, decimals);
-  addText({text, end}, comma);
+  char* end = room(word.size() + pointRoom(decimals) + 1);
+  end = std::copy(word.begin(), word.end(), end);
+  end = writePoint(end, x, y, z, decimals);
+  if (comma) *end++ = ',';
+  takeToken(end);
 }
 
 void Output::addPoint9(double x, double y, double z) {
-  char text[3 * kField9Room];
-  const std::string_view point(text, writeField9(writeField9(writeField9(text, x), y), z));
-  if (fits(point.size())) return append(point);
+  char* const point = room(3 * kField9Room);
+  const char* const end = writeField9(writeField9(writeField9(point, x), y), z);
+  const std::size_t length = static_cast<std::size_t>(end - point);
+  if (fits(length)) {
+    lineLength_ += length;
+    return;
+  }
 
   addNumber(x);
   addNumber(y);
@@ -121,15 +146,17 @@ void Output::startLine(std::string_view text) {
 }
 
 int Output::flushLine() {
-  if (!line.empty()) {
+  if (!line().empty()) {
     if (spareCount_ == 0) {
-      recs.push_back(line);
+      recs.emplace_back(line());
     } else {
-      recs.push_back(std::move(line));
-      line = std::move(spares_[--spareCount_]);
+      std::string& spare = spares_[spareCount_ - 1];
+      spare = line();
+      recs.push_back(std::move(spare));
+      --spareCount_;
     }
   }
-  clearLine();
+  lineLength_ = 0;
   return static_cast<int>(recs.size());
 }
 
@@ -165,27 +192,7 @@ void Output::clear() {
     spares_[spareCount_++] = std::move(rec);
   }
   recs.clear();
-  clearLine();
-}
-
-void Output::clearLine() {
-  line.clear();
-  lineLength = 0;
-}
-
-// Whether a token, or several at once, can go into the line as it is.
-bool Output::fits(std::size_t length) const {
-  return lineSize != 0 && lineLength + length <= lineSize;
-}
-
-void Output::append(std::string_view text) {
-  line += text;
-  lineLength += static_cast<std::uint32_t>(text.size());
-}
-
-char* Output::scratch(std::size_t room) {
-  if (scratch_.size() < room) scratch_.resize(room);
-  return scratch_.data();
+  lineLength_ = 0;
 }
 
 void Output::checkLength(std::size_t length) const {
@@ -194,20 +201,39 @@ void Output::checkLength(std::size_t length) const {
     throw ExceptionInfo("Output: line too big for output", ExceptionInfo::kFatal);
 }
 
+// Adds the token that stands behind the line and ends at `end`.
+void Output::takeToken(const char* end) {
+  const char* const begin = text_.data() + lineLength_;
+  const std::size_t length = static_cast<std::size_t>(end - begin);
+  if (fits(length)) {
+    lineLength_ += length;
+  } else {
+    checkLength(length);
+    wrap({begin, length});
+  }
+}
+
+// Makes room for a text and adds it, which may be a part of the line.
+void Output::appendToFullText(std::string_view text) {
+  text_.resize(lineLength_);
+  text_ += text;
+  lineLength_ = text_.size();
+}
+
+// Adds a token to a new line. It may be a part of the line before or of the
+// prefix, which change.
+void Output::wrap(std::string_view text) {
+  wrapped_ = text;
+  nextLine();
+  append(wrapped_);
+}
+
 // Prefix and keyword, at the beginning of a line. If both together are too long
 // for a line, each new line would ask for another.
 void Output::addHeading() {
   checkLength(prefix.size() + keyword.size());
   append(prefix);
   append(keyword);
-}
-
-// A text that reaches beyond the prefix lengthens it; one that would leave a
-// gap is not written.
-void Output::overwritePrefix(std::size_t position, std::string_view text) {
-  if (position > prefix.size()) return;
-  prefix.resize(std::max(prefix.size(), position + text.size()));
-  text.copy(prefix.data() + position, text.size());
 }
 
 std::size_t Output::counterColumn() const {

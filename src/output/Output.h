@@ -23,14 +23,14 @@ namespace Vesk {
 //       60HKAt1,t2,
 //       61Ht3...          when t3 does not fit; A is not repeated
 //
-// The state is open to its owner; between two calls lineLength is the length of
-// `line`. Operations that add text throw ExceptionInfo of level kFatal:
+// The state is open to its owner, but for the line being built. Operations that
+// add text throw ExceptionInfo of level kFatal:
 //
 //   "Output: line size is not set"         lineSize is 0
 //   "Output: line too big for output"      the token alone, or prefix and
 //                                          keyword together, exceed lineSize
 //
-// Nothing is rolled back then: `recs` and `line` keep what they hold.
+// Nothing is rolled back then: `recs` and the line keep what they hold.
 class Output {
  public:
   Recs recs;
@@ -53,14 +53,15 @@ class Output {
   // continuation line may become longer: its first token is measured without
   // the prefix and keyword before it.
   std::uint32_t lineSize = 512;
-  std::uint32_t lineLength = 0;
-  std::string line;
   std::int32_t mode = 0;  // kFixedColumns, kTokens; with any other nothing is written
 
   Output() = default;
   Output(const Output&) = default;
   Output& operator=(const Output&) = default;
   virtual ~Output() = default;
+
+  // The line being built, until the next operation.
+  std::string_view line() const { return {text_.data(), lineLength_}; }
 
   // Starts a record: drops the line being built, takes the first four
   // characters of `word` as the keyword and writes prefix, keyword and
@@ -108,8 +109,8 @@ class Output {
   // first two characters) or as its keyword from now on (mode 3).
   void startLine(std::string_view text);
 
-  // Moves the line into `recs` unless it is empty. Returns the number of lines
-  // in `recs`.
+  // Adds the line to `recs` unless it is empty. Returns the number of lines in
+  // `recs`.
   int flushLine();
 
   // Adds one to the line number. False, and nothing changed, when it would
@@ -132,17 +133,20 @@ class Output {
   static constexpr std::size_t kMostSpareLines = 16;
 
  private:
-  void clearLine();
   bool fits(std::size_t length) const;
   void checkLength(std::size_t length) const;
+  char* room(std::size_t count);
+  void takeToken(const char* end);
   void append(std::string_view text);
-  char* scratch(std::size_t room);
+  void appendToFullText(std::string_view text);
+  void wrap(std::string_view text);
   void addHeading();
   void overwritePrefix(std::size_t position, std::string_view text);
   std::size_t counterColumn() const;
   std::string_view prefixPart(std::size_t position, std::size_t length) const;
 
-  std::string scratch_;                              // the numbers being formatted
+  std::string text_;                                 // the line and, behind it, room for its tokens
+  std::size_t lineLength_ = 0;                       // how much of `text_` is the line
   std::string wrapped_;                              // a token that did not fit
   std::array<std::string, kMostSpareLines> spares_;  // earlier lines, for their memory
   std::size_t spareCount_ = 0;

@@ -25,21 +25,26 @@ int leadingNumber(std::string_view text) {
 
 // Whether a token, or several at once, can go into the line as it is.
 inline bool Output::fits(std::size_t length) const {
-  return lineSize != 0 && lineLength_ + length <= lineSize;
+  return lineSize != 0 && lineLength + length <= lineSize;
+}
+
+// What stands behind the line becomes a part of it.
+inline void Output::lengthen(std::size_t length) {
+  lineLength += static_cast<std::uint32_t>(length);
 }
 
 // The end of the line, where so many characters can be written.
 inline char* Output::room(std::size_t count) {
-  if (text_.size() - lineLength_ < count) [[unlikely]]
-    text_.resize(2 * (lineLength_ + count));
-  return text_.data() + lineLength_;
+  if (line.size() - lineLength < count) [[unlikely]]
+    line.resize(2 * (lineLength + count));
+  return line.data() + lineLength;
 }
 
 // Adds a text, which may be a part of the line.
 inline void Output::append(std::string_view text) {
-  if (text_.size() - lineLength_ < text.size()) [[unlikely]]
+  if (line.size() - lineLength < text.size()) [[unlikely]]
     return appendToFullText(text);
-  lineLength_ += text.copy(text_.data() + lineLength_, text.size());
+  lengthen(text.copy(line.data() + lineLength, text.size()));
 }
 
 // A text that reaches beyond the prefix lengthens it; one that would leave a
@@ -53,7 +58,7 @@ inline void Output::overwritePrefix(std::size_t position, std::string_view text)
 
 void Output::beginRecord(std::string_view word, bool resetNumber) {
   keyword = word.substr(0, 4);
-  lineLength_ = 0;
+  lineLength = 0;
   if (resetNumber) {
     if (mode == kFixedColumns) {
       overwritePrefix(kFixedColumnsLayout.lineNumber, LineNumbers::kFirst);
@@ -95,7 +100,7 @@ void Output::addPoint(double x, double y, double z, int decimals, bool comma, in
     if (comma) *end++ = ',';
     const std::size_t length = static_cast<std::size_t>(end - point);
     if (fits(length)) {
-      lineLength_ += length;
+      lengthen(length);
       return;
     }
   }
@@ -121,7 +126,7 @@ void Output::addPoint9(double x, double y, double z) {
   const char* const end = writeField9(writeField9(writeField9(point, x), y), z);
   const std::size_t length = static_cast<std::size_t>(end - point);
   if (fits(length)) {
-    lineLength_ += length;
+    lengthen(length);
     return;
   }
 
@@ -146,17 +151,17 @@ void Output::startLine(std::string_view text) {
 }
 
 int Output::flushLine() {
-  if (!line().empty()) {
+  if (!lineText().empty()) {
     if (spareCount_ == 0) {
-      recs.emplace_back(line());
+      recs.emplace_back(lineText());
     } else {
       std::string& spare = spares_[spareCount_ - 1];
-      spare = line();
+      spare = lineText();
       recs.push_back(std::move(spare));
       --spareCount_;
     }
   }
-  lineLength_ = 0;
+  lineLength = 0;
   return static_cast<int>(recs.size());
 }
 
@@ -192,7 +197,7 @@ void Output::clear() {
     spares_[spareCount_++] = std::move(rec);
   }
   recs.clear();
-  lineLength_ = 0;
+  lineLength = 0;
 }
 
 void Output::checkLength(std::size_t length) const {
@@ -203,10 +208,10 @@ void Output::checkLength(std::size_t length) const {
 
 // Adds the token that stands behind the line and ends at `end`.
 void Output::takeToken(const char* end) {
-  const char* const begin = text_.data() + lineLength_;
+  const char* const begin = line.data() + lineLength;
   const std::size_t length = static_cast<std::size_t>(end - begin);
   if (fits(length)) {
-    lineLength_ += length;
+    lengthen(length);
   } else {
     checkLength(length);
     wrap({begin, length});
@@ -215,9 +220,9 @@ void Output::takeToken(const char* end) {
 
 // Makes room for a text and adds it, which may be a part of the line.
 void Output::appendToFullText(std::string_view text) {
-  text_.resize(lineLength_);
-  text_ += text;
-  lineLength_ = text_.size();
+  line.resize(lineLength);
+  line += text;
+  lengthen(text.size());
 }
 
 // Adds a token to a new line. It may be a part of the line before or of the

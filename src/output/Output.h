@@ -23,14 +23,14 @@ namespace Vesk {
 //       60HKAt1,t2,
 //       61Ht3...          when t3 does not fit; A is not repeated
 //
-// The state is open to its owner, but for the line being built. Operations that
-// add text throw ExceptionInfo of level kFatal:
+// The state is open to its owner. Operations that add text throw ExceptionInfo of
+// level kFatal:
 //
 //   "Output: line size is not set"         lineSize is 0
 //   "Output: line too big for output"      the token alone, or prefix and
 //                                          keyword together, exceed lineSize
 //
-// Nothing is rolled back then: `recs` and the line keep what they hold.
+// Nothing is rolled back then: `recs` and `line` keep what they hold.
 class Output {
  public:
   Recs recs;
@@ -53,6 +53,11 @@ class Output {
   // continuation line may become longer: its first token is measured without
   // the prefix and keyword before it.
   std::uint32_t lineSize = 512;
+
+  // The first lineLength characters of `line` are the line being built; behind
+  // them is room, in which numbers are written before they are a part of it.
+  std::uint32_t lineLength = 0;
+  std::string line;
   std::int32_t mode = 0;  // kFixedColumns, kTokens; with any other nothing is written
 
   Output() = default;
@@ -60,8 +65,8 @@ class Output {
   Output& operator=(const Output&) = default;
   virtual ~Output() = default;
 
-  // The line being built, until the next operation.
-  std::string_view line() const { return {text_.data(), lineLength_}; }
+  // Without the room; valid until the next operation.
+  std::string_view lineText() const { return {line.data(), lineLength}; }
 
   // Starts a record: drops the line being built, takes the first four
   // characters of `word` as the keyword and writes prefix, keyword and
@@ -135,6 +140,7 @@ class Output {
  private:
   bool fits(std::size_t length) const;
   void checkLength(std::size_t length) const;
+  void lengthen(std::size_t length);
   char* room(std::size_t count);
   void takeToken(const char* end);
   void append(std::string_view text);
@@ -145,8 +151,6 @@ class Output {
   std::size_t counterColumn() const;
   std::string_view prefixPart(std::size_t position, std::size_t length) const;
 
-  std::string text_;                                 // the line and, behind it, room for its tokens
-  std::size_t lineLength_ = 0;                       // how much of `text_` is the line
   std::string wrapped_;                              // a token that did not fit
   std::array<std::string, kMostSpareLines> spares_;  // earlier lines, for their memory
   std::size_t spareCount_ = 0;

@@ -224,7 +224,7 @@ TEST(ElementHolderTest, AttributesOfTheHeaderStandBehindTheKeyword) {
   Output out;
   out.mode = kTokens;
   holder.writeRecords(out);
-  EXPECT_TEXT(out.line(), "P-1     A 001    00c cs 7,sp S 2,0 0 0,0 0 10,2");
+  EXPECT_TEXT(out.lineText(), "P-1     A 001    00c cs 7,sp S 2,0 0 0,0 0 10,2");
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ TEST(OutputTest, ANewAssemblerIsEmptyWithLineSize512AndTags) {
   EXPECT_EQ(out.counter, 0);
   EXPECT_EQ(out.lineSize, 512u);
   EXPECT_TRUE(out.writeTags);
-  EXPECT_EQ(out.line(), "");
+  EXPECT_EQ(out.lineText(), "");
 }
 
 TEST(OutputTest, AssemblerAndListAreDestroyedThroughTheirBases) {
@@ -99,7 +99,7 @@ TEST(OutputTest, KeywordKeepsItsFirstFourCharacters) {
   Output out = assembler(kFixedColumns);
   out.beginRecord("ABCDEF", true);
   EXPECT_EQ(out.keyword, "ABCD");
-  EXPECT_TEXT(out.line(), "60    01  PIPELINE00AABCD");
+  EXPECT_TEXT(out.lineText(), "60    01  PIPELINE00AABCD");
 }
 
 TEST(OutputTest, BeginRecordDropsTheLineBeingBuilt) {
@@ -114,17 +114,17 @@ TEST(OutputTest, BeginRecordResetsTheLineNumberOnRequestOnly) {
   Output two = assembler(kFixedColumns);
   two.startLine("75");
   two.beginRecord("CYL", false);
-  EXPECT_TEXT(two.line(), "75    01  PIPELINE00ACYL");
+  EXPECT_TEXT(two.lineText(), "75    01  PIPELINE00ACYL");
   two.beginRecord("CYL", true);
-  EXPECT_TEXT(two.line(), "60    01  PIPELINE00ACYL");
+  EXPECT_TEXT(two.lineText(), "60    01  PIPELINE00ACYL");
 
   Output three = assembler(kTokens);
   three.beginRecord("c ", true);
   three.nextLine();
   three.beginRecord("c ", false);
-  EXPECT_TEXT(three.line(), "PIPELINE0100A    01c ");
+  EXPECT_TEXT(three.lineText(), "PIPELINE0100A    01c ");
   three.beginRecord("c ", true);
-  EXPECT_TEXT(three.line(), "PIPELINE0100A    00c ");
+  EXPECT_TEXT(three.lineText(), "PIPELINE0100A    00c ");
 }
 
 struct TextKeywordCase {
@@ -157,7 +157,7 @@ TEST(OutputTest, TxtSetsTheFirstPrefixCharacterWithResetOnly) {
     SCOPED_TRACE(row);
     Output out = assembler(row.mode);
     out.beginRecord(row.keyword, row.resetNumber);
-    EXPECT_TEXT(out.line(), row.line);
+    EXPECT_TEXT(out.lineText(), row.line);
   }
 }
 
@@ -167,7 +167,7 @@ TEST(OutputTest, ContinuationLinesStopCountingAt99) {
   for (int i = 1; i <= 45; ++i) {
     out.nextLine();
     const int number = i < 39 ? 60 + i : 99;
-    EXPECT_EQ(out.line().substr(0, 2), std::to_string(number)) << "continuation " << i;
+    EXPECT_EQ(out.lineText().substr(0, 2), std::to_string(number)) << "continuation " << i;
   }
 }
 
@@ -178,7 +178,7 @@ TEST(OutputTest, TokenRecordsStopCountingAt99Too) {
     out.nextLine();
     const int number = i < 99 ? i : 99;
     const std::string digits = (number < 10 ? "0" : "") + std::to_string(number);
-    EXPECT_EQ(out.line().substr(17, 2), digits) << "continuation " << i;
+    EXPECT_EQ(out.lineText().substr(17, 2), digits) << "continuation " << i;
   }
   EXPECT_EQ(out.flushLine(), 106);
 }
@@ -237,10 +237,10 @@ TEST(OutputTest, ATokenThatExactlyFillsTheLineStaysOnIt) {
   out.beginRecord("x ", true);  // 21 characters
   out.addText(std::string(491, 'a'));
   EXPECT_EQ(out.recs.size(), 0u);
-  EXPECT_EQ(out.line().size(), 512u);
+  EXPECT_EQ(out.lineText().size(), 512u);
   out.addText("b");
   EXPECT_EQ(out.recs.size(), 1u);
-  EXPECT_TEXT(out.line(), "PIPELINE0100A    01x b");
+  EXPECT_TEXT(out.lineText(), "PIPELINE0100A    01x b");
 }
 
 TEST(OutputTest, TheCommaIsMeasuredWithItsToken) {
@@ -249,7 +249,7 @@ TEST(OutputTest, TheCommaIsMeasuredWithItsToken) {
   out.addText(std::string(490, 'a'));
   out.addText("b", true);
   EXPECT_EQ(out.recs.size(), 1u);
-  EXPECT_TEXT(out.line(), "PIPELINE0100A    01x b,");
+  EXPECT_TEXT(out.lineText(), "PIPELINE0100A    01x b,");
 }
 
 TEST(OutputTest, AContinuationLineMayBeLongerThanTheLineSize) {
@@ -257,11 +257,11 @@ TEST(OutputTest, AContinuationLineMayBeLongerThanTheLineSize) {
   out.beginRecord("x ", true);
   out.addText("1");
   out.addText(std::string(512, 'a'));
-  EXPECT_EQ(out.line().size(), 533u);
+  EXPECT_EQ(out.lineText().size(), 533u);
   out.addText("2");
   ASSERT_EQ(out.recs.size(), 2u);
   EXPECT_EQ(out.recs[1], "PIPELINE0100A    01x " + std::string(512, 'a'));
-  EXPECT_TEXT(out.line(), "PIPELINE0100A    02x 2");
+  EXPECT_TEXT(out.lineText(), "PIPELINE0100A    02x 2");
 }
 
 TEST(OutputTest, AnyStatedCapacityMayBeExceeded) {
@@ -270,7 +270,7 @@ TEST(OutputTest, AnyStatedCapacityMayBeExceeded) {
   out.attributes.assign(3000, 'a');
   out.beginRecord("c ", true);
   out.addText(std::string(50000, 't'));
-  EXPECT_EQ(out.line(), std::string(kPrefix3) + std::string(1000, 'p') + "c " +
+  EXPECT_EQ(out.lineText(), std::string(kPrefix3) + std::string(1000, 'p') + "c " +
                             std::string(3000, 'a') + std::string(50000, 't'));
 }
 
@@ -300,7 +300,7 @@ TEST(OutputTest, NothingIsRolledBackAfterAFailure) {
   out.addText("987654321");
   EXPECT_EQ(failureOf([&] { out.addText(std::string(31, 'a')); }), kTooBig);
   EXPECT_TEXT(joined(out.recs), joined({"PIPELINE0100A    00c 123456789"}));
-  EXPECT_TEXT(out.line(), "PIPELINE0100A    01c 987654321");
+  EXPECT_TEXT(out.lineText(), "PIPELINE0100A    01c 987654321");
 }
 
 struct LineSizeCase {
@@ -357,7 +357,7 @@ TEST(OutputTest, TheAssemblersOwnTextsMayBeTokens) {
   Output out = assembler(kTokens, 30);
   out.beginRecord("c ", true);
   out.addText("12345");  // 26 characters
-  out.addText(out.line());
+  out.addText(out.lineText());
   out.addText(out.prefix);
   EXPECT_TEXT(all(out), joined({"PIPELINE0100A    00c 12345",                       //
                                 "PIPELINE0100A    01c PIPELINE0100A    00c 12345",  //
@@ -376,7 +376,7 @@ TEST(OutputTest, FlushMovesTheLineAndCountsTheLines) {
   Output out = assembler(kTokens);
   out.beginRecord("c ", true);
   EXPECT_EQ(out.flushLine(), 1);
-  EXPECT_EQ(out.line(), "");
+  EXPECT_EQ(out.lineText(), "");
   EXPECT_EQ(out.flushLine(), 1);
   out.nextLine();
   EXPECT_EQ(out.flushLine(), 2);
@@ -489,7 +489,7 @@ TEST(OutputTest, NumberIsNineCharactersWithoutComma) {
   Output out = assembler(kFixedColumns);
   out.addNumber(1.5);
   out.addNumber(-12345.5);
-  EXPECT_TEXT(out.line(), "    1.500-12345.50");
+  EXPECT_TEXT(out.lineText(), "    1.500-12345.50");
 }
 
 TEST(OutputTest, FixedTakesDecimalsCommaAndWidth) {
@@ -498,27 +498,27 @@ TEST(OutputTest, FixedTakesDecimalsCommaAndWidth) {
   out.addFixed(10.0, 4, false);
   out.addFixed(7.0, 0, true, 3);
   out.addFixed(0.123456789, 6, false, 0);
-  EXPECT_TEXT(out.line(), "1.5,10  7,0.123457");
+  EXPECT_TEXT(out.lineText(), "1.5,10  7,0.123457");
 }
 
 TEST(OutputTest, PointHasBlanksBetweenAndTheCommaAtItsEnd) {
   Output out = assembler(kTokens);
   out.addPoint(1.0, -2.5, 3.00004, 4, true);
   out.addPoint(GePoint(4, 5, 6), 4, false);
-  EXPECT_TEXT(out.line(), "1 -2.5 3,4 5 6");
+  EXPECT_TEXT(out.lineText(), "1 -2.5 3,4 5 6");
 }
 
 TEST(OutputTest, PointWithAWidthIsAdjacentFields) {
   Output out = assembler(kTokens);
   out.addPoint(GeVector(1, -2, 3), 0, true, 4);
-  EXPECT_TEXT(out.line(), "   1  -2   3,");
+  EXPECT_TEXT(out.lineText(), "   1  -2   3,");
 }
 
 TEST(OutputTest, Point9IsThreeNumbersWithoutSeparator) {
   Output out = assembler(kFixedColumns);
   out.addPoint9(1.0, -2.5, 100000.0);
   out.addPoint9(GePoint(0, 0, 0));
-  EXPECT_TEXT(out.line(), "    1.000   -2.500100000.00    0.000    0.000    0.000");
+  EXPECT_TEXT(out.lineText(), "    1.000   -2.500100000.00    0.000    0.000    0.000");
 }
 
 TEST(OutputTest, EachPartOfAPointWrapsOnItsOwn) {
@@ -536,7 +536,7 @@ TEST(OutputTest, NumbersWrapWhereAFieldNoLongerFits) {
   for (int i = 0; i < 27; ++i) out.addNumber(i);
   ASSERT_EQ(out.recs.size(), 1u);
   EXPECT_EQ(out.recs[0].size(), 249u);
-  EXPECT_TEXT(out.line(), "61    01  PIPELINE00AQUA   25.000   26.000");
+  EXPECT_TEXT(out.lineText(), "61    01  PIPELINE00AQUA   25.000   26.000");
 }
 
 }  // namespace

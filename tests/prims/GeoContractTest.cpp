@@ -218,7 +218,7 @@ TEST_P(GeoContractTest, WriteReturnsTheNumberOfFinishedLines) {
       Output out = assembler(mode);
       const int count = geo.write(out);
       EXPECT_EQ(count, static_cast<int>(out.recs.size()));
-      EXPECT_NE(out.line(), "") << "the last line is not finished yet";
+      EXPECT_NE(out.lineText(), "") << "the last line is not finished yet";
       const int both = geo.write(out);
       EXPECT_EQ(both, static_cast<int>(out.recs.size()));
       EXPECT_EQ(both, 2 * count) << "a new record drops the open line";

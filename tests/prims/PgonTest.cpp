@@ -141,7 +141,7 @@ TEST(PgonTest, LessThanThreeVerticesThrowInEveryMode) {
       out.recs.push_back("before");
       EXPECT_EQ(writeFailure(collinear(n), out), "pgon: less than 3 vertices") << mode;
       EXPECT_EQ(out.recs, Recs{"before"}) << mode;
-      EXPECT_EQ(out.line(), "") << mode;
+      EXPECT_EQ(out.lineText(), "") << mode;
     }
   }
 }

@@ -46,7 +46,7 @@ Output assembler(std::int32_t mode, std::string_view counter) {
 Lines shown(const Output& out) {
   Lines lines;
   for (const std::string& line : out.recs) lines.push_back(shownLine(line, out.mode));
-  if (!out.line().empty()) lines.push_back(shownLine(out.line(), out.mode));
+  if (!out.lineText().empty()) lines.push_back(shownLine(out.lineText(), out.mode));
   return lines;
 }
 

@@ -271,7 +271,7 @@ TEST(OutputTest, AnyStatedCapacityMayBeExceeded) {
   out.beginRecord("c ", true);
   out.addText(std::string(50000, 't'));
   EXPECT_EQ(out.lineText(), std::string(kPrefix3) + std::string(1000, 'p') + "c " +
-                            std::string(3000, 'a') + std::string(50000, 't'));
+                                std::string(3000, 'a') + std::string(50000, 't'));
 }
 
 TEST(OutputTest, AnAttributeTextThatDoesNotFitGoesToAContinuationLine) {

@@ -11,20 +11,6 @@
 namespace VeskTest {
 namespace {
 
-const std::string kPipe = "P-1     01001    00c 0 0 0,0 0 1000,100\n";
-
-bool contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
-
-struct RunCase {
-  const char* name;
-  const char* arguments;
-  int exit;
-  const char* out;  // what stdout holds; "" nothing
-  const char* err;  // what stderr holds; "" nothing
-};
-
 // In a folder with good.dat (a pipe), bad.dat (a damaged one behind a good one),
 // empty.dat, text.txt (no records) and cut.dat (cut off).
 constexpr RunCase kRuns[] = {
@@ -112,27 +98,11 @@ TEST_P(CommandsTest, Runs) {
   writeFile("text.dat", "nothing of this kind\n");
   writeFile("cut.dat", kPipe + kPipe.substr(0, kPipe.size() - 2));
   std::filesystem::create_directory("sub");
-  const RunCase& each = GetParam();
-  const ToolRun run = runTool(each.arguments, kPipe);
-  EXPECT_EQ(run.exit, each.exit) << run.err;
-  if (*each.out == '\0') {
-    EXPECT_EQ(run.out, "");
-  }
-  if (*each.err == '\0') {
-    EXPECT_EQ(run.err, "");
-  }
-  EXPECT_TRUE(contains(run.out, each.out)) << run.out;
-  EXPECT_TRUE(contains(run.err, each.err)) << run.err;
-  // Nothing half is left, whatever happened.
-  for (const auto& entry : std::filesystem::directory_iterator(".")) {
-    EXPECT_FALSE(contains(entry.path().string(), ".part-")) << entry.path();
-  }
+  expectRun(GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, CommandsTest, testing::ValuesIn(kRuns),
                          [](const auto& each) { return std::string(each.param.name); });
-
-void PrintTo(const RunCase& each, std::ostream* out) { *out << each.arguments; }
 
 TEST(Help, FitsAScreen) {
   const TempFolder folder;

@@ -1,6 +1,9 @@
 #include "tools/ToolRun.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "Terminal.h"
@@ -31,6 +34,33 @@ ToolRun runTool(const std::string& arguments, std::string_view input) {
   run.out = readFile("tool.out");
   run.err = readFile("tool.err");
   return run;
+}
+
+void PrintTo(const RunCase& each, std::ostream* out) { *out << each.arguments; }
+
+ToolRun expectRun(const RunCase& each) {
+  ToolRun run = runTool(each.arguments, kPipe);
+  EXPECT_EQ(run.exit, each.exit) << run.err;
+  if (*each.out == '\0') {
+    EXPECT_EQ(run.out, "");
+  }
+  if (*each.err == '\0') {
+    EXPECT_EQ(run.err, "");
+  }
+  EXPECT_TRUE(contains(run.out, each.out)) << run.out.substr(0, 1000);
+  EXPECT_TRUE(contains(run.err, each.err)) << run.err;
+  expectNothingHalf();
+  return run;
+}
+
+void expectNothingHalf() {
+  for (const auto& entry : std::filesystem::directory_iterator(".")) {
+    EXPECT_FALSE(contains(entry.path().string(), ".part-")) << entry.path();
+  }
+}
+
+bool contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
 }
 
 std::string golden(const std::string& name) {

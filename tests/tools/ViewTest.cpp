@@ -15,20 +15,6 @@ namespace {
 
 using Json = nlohmann::json;
 
-const std::string kPipe = "P-1     01001    00c 0 0 0,0 0 1000,100\n";
-
-bool contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
-
-struct RunCase {
-  const char* name;
-  const char* arguments;
-  int exit;
-  const char* out;  // what stdout holds; "" nothing
-  const char* err;  // what stderr holds; "" nothing
-};
-
 // In a folder with good.dat (a pipe), bad.dat (a damaged one behind a good one),
 // thin.dat (a pipe without diameter), text.txt (no records) and old.html.
 constexpr RunCase kRuns[] = {
@@ -75,29 +61,14 @@ TEST_P(ViewTest, Runs) {
   writeFile("thin.dat", "P-1     01001    00c 0 0 0,0 0 1000,0\n");
   writeFile("text.txt", "nothing of this kind\n");
   writeFile("old.html", "old");
-  const RunCase& each = GetParam();
-  const ToolRun run = runTool(each.arguments, kPipe);
-  EXPECT_EQ(run.exit, each.exit) << run.err;
-  if (*each.out == '\0') {
-    EXPECT_EQ(run.out, "");
-  }
-  if (*each.err == '\0') {
-    EXPECT_EQ(run.err, "");
-  }
-  EXPECT_TRUE(contains(run.out, each.out)) << run.out.substr(0, 500);
-  EXPECT_TRUE(contains(run.err, each.err)) << run.err;
+  const ToolRun run = expectRun(GetParam());
   // A page is whole or not there.
   EXPECT_EQ(std::filesystem::exists("new.html"), contains(run.out, "new.html: "));
   EXPECT_EQ(readFile("old.html") == "old", !contains(run.out, "old.html: "));
-  for (const auto& entry : std::filesystem::directory_iterator(".")) {
-    EXPECT_FALSE(contains(entry.path().string(), ".part-")) << entry.path();
-  }
 }
 
 INSTANTIATE_TEST_SUITE_P(View, ViewTest, testing::ValuesIn(kRuns),
                          [](const auto& each) { return std::string(each.param.name); });
-
-void PrintTo(const RunCase& each, std::ostream* out) { *out << each.arguments; }
 
 // What stands between two texts of another.
 std::string between(const std::string& text, const std::string& begin, const std::string& end) {

@@ -13,12 +13,6 @@
 namespace VeskTest {
 namespace {
 
-const std::string kPipe = "P-1     01001    00c 0 0 0,0 0 1000,100\n";
-
-bool contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
-
 struct NameCase {
   const char* name;
   const char* arguments;  // F is the current folder with its drive

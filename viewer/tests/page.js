@@ -680,6 +680,10 @@ const checks = {
   async SmallScreensShowTheModelFirst(browser) {
     const page = await browser.open(fill(template, scene()), { size: { width: 390, height: 500 } });
     assert.equal((await page.stage()).width, 390);
+    for (const button of await page.locator('.bar button').all()) {
+      const { x, width } = await button.boundingBox();
+      assert.ok(x >= 0 && x + width <= 390, `${await button.getAttribute('aria-label')} is on the screen`);
+    }
     await page.locator('[aria-label=Tree]').click();
     assert.equal(await page.locator('.side.left').isVisible(), true);
     return page;

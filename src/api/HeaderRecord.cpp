@@ -1,6 +1,7 @@
 #include "api/HeaderRecord.h"
 
-#include <algorithm>
+#include <array>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -10,9 +11,20 @@
 namespace Vesk {
 namespace {
 
+// With a width that the compiler knows, a few comparisons of words.
+template <std::size_t N>
+bool isBlank(const FixStr<N>& field) {
+  static constexpr auto kBlank = [] {
+    std::array<char, N> blank{};
+    blank.fill(' ');
+    return blank;
+  }();
+  return std::memcmp(field.view().data(), kBlank.data(), N) == 0;
+}
+
 template <std::size_t N>
 void appendAttribute(std::string& attributes, std::string_view name, const FixStr<N>& field) {
-  if (field.FixStr<N>::isBlank()) return;
+  if (isBlank(field)) return;
   const std::string_view text = field.view();
   attributes += name;
   attributes += text.substr(0, text.find_last_not_of(" \r\n") + 1);

@@ -36,16 +36,6 @@ class FixStr : public FixStrB {
   std::size_t width() const override { return N; }
   char padChar() const override { return Pad; }
 
-  bool isBlank() const override {
-    // With a width that the compiler knows, a few comparisons of words.
-    static constexpr auto kBlank = [] {
-      std::array<char, N> blank{};
-      blank.fill(Pad);
-      return blank;
-    }();
-    return std::memcmp(chars_.data(), kBlank.data(), N) == 0;
-  }
-
   // The N characters, for loops that know the width.
   std::string_view view() const { return {chars_.data(), N}; }
 

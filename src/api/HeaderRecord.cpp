@@ -1,7 +1,5 @@
 #include "api/HeaderRecord.h"
 
-#include <array>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -11,15 +9,13 @@
 namespace Vesk {
 namespace {
 
+constexpr std::string_view kBlanks = "                  ";
+
 // With a width that the compiler knows, a few comparisons of words.
 template <std::size_t N>
 bool isBlank(const FixStr<N>& field) {
-  static constexpr auto kBlank = [] {
-    std::array<char, N> blank{};
-    blank.fill(' ');
-    return blank;
-  }();
-  return std::memcmp(field.view().data(), kBlank.data(), N) == 0;
+  static_assert(N <= kBlanks.size());
+  return field.view() == kBlanks.substr(0, N);
 }
 
 template <std::size_t N>

@@ -1,0 +1,349 @@
+#include "pcf/Resolver.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "pcf/Attributes.h"
+
+namespace Vesk::Pcf {
+namespace {
+
+// A component that leaves another by less than this cosine leaves across it.
+constexpr double kAcross = 0.1;
+constexpr double kAlong = 0.9;
+
+GeVector unit(const GeVector& v) {
+  const double length = v.length();
+  return length > kShortest ? v / length : GeVector();
+}
+
+GePoint middleOf(const GePoint& a, const GePoint& b) { return a + (b - a) * 0.5; }
+
+// The foot of a place on the line through two others.
+GePoint footOn(const GePoint& from, const GePoint& to, const GePoint& at) {
+  const GeVector axis = to - from;
+  const double square = dot(axis, axis);
+  return square > 0 ? from + axis * (dot(at - from, axis) / square) : from;
+}
+
+bool isBetween(const GePoint& at, const GePoint& from, const GePoint& to) {
+  return dot(at - from, to - from) > 0 && dot(at - to, from - to) > 0;
+}
+
+bool isNull(const GeVector& v) { return v == GeVector(); }
+
+bool hasTwoEnds(Family family) {
+  return family == Family::kBend || family == Family::kReducer || family == Family::kStubEnd ||
+         family == Family::kGasket || isFlange(family) || closesLine(family);
+}
+
+// Whether its run and its legs are to be told apart.
+bool hasBranches(const Part& part) {
+  if (part.family == Family::kYPiece || hasTwoEnds(part.family)) return false;
+  return part.ends.size() > 2 || part.family == Family::kTee || part.family == Family::kValve3Way ||
+         part.family == Family::kValve4Way;
+}
+
+}  // namespace
+
+// The points of a component by their roles.
+struct Resolver::Points {
+  std::vector<const Point*> ends;
+  std::vector<const Point*> branches;
+  const Point* centre = nullptr;
+  const Point* place = nullptr;
+  const Point* first = nullptr;
+
+  explicit Points(std::span<const Point> points) {
+    for (const Point& point : points) {
+      if (first == nullptr) first = &point;
+      if (point.role == Role::kEnd) ends.push_back(&point);
+      if (point.role == Role::kBranch) branches.push_back(&point);
+      if (point.role == Role::kCentre && centre == nullptr) centre = &point;
+      if (point.role == Role::kPlace && place == nullptr) place = &point;
+    }
+  }
+};
+
+Resolver::Resolver(const Plan& plan, const Joints& joints, double tolerance, Messages& messages)
+    : plan_(plan), tolerance_(tolerance), messages_(messages), neighbours_(plan, joints) {}
+
+void Resolver::warn(const Component& component, std::string_view text) {
+  messages_.add(Severity::kWarning, component.line,
+                plan_.kindOf(component).word + ": " + std::string(text));
+}
+
+const Runs& Resolver::runs() {
+  if (!runs_) runs_.emplace(plan_);
+  return *runs_;
+}
+
+End Resolver::endOf(const Point& point) const { return {point.at, point.outside, point.kind, {}}; }
+
+void Resolver::addEnds(Resolved& resolved, const Points& points) const {
+  for (const Point* end : points.ends) resolved.part.ends.push_back(endOf(*end));
+  for (const Point* branch : points.branches) resolved.part.branches.push_back(endOf(*branch));
+  if (points.centre != nullptr) resolved.part.centre = points.centre->at;
+}
+
+void Resolver::requireBores(Resolved& resolved) const {
+  const Part& part = resolved.part;
+  const bool mayHaveOne = closesLine(part.family) || part.family == Family::kGasket || part.centre;
+  if (!mayHaveOne && part.ends.size() + part.branches.size() < 2) {
+    resolved.failure = "expected two ends";
+    return;
+  }
+  const auto hasNone = [](const End& end) { return !(end.outside > 0); };
+  if (std::any_of(resolved.part.ends.begin(), resolved.part.ends.end(), hasNone) ||
+      std::any_of(resolved.part.branches.begin(), resolved.part.branches.end(), hasNone))
+    resolved.failure = "expected a bore behind a point, found none";
+}
+
+Resolved Resolver::resolve(const Component& component) {
+  const Points points(plan_.pointsOf(component));
+  Resolved resolved;
+  Part& part = resolved.part;
+  part.family = plan_.kindOf(component).family;
+  part.tolerance = tolerance_;
+  if (part.family == Family::kUnknown) {
+    part.family = Family::kMisc;
+    if (points.ends.size() >= 2) warn(component, "unknown component; drawn like a piece of pipe");
+  }
+  // A dial with two ends is a piece of the line.
+  if (part.family == Family::kInstrumentDial && points.ends.size() >= 2)
+    part.family = Family::kInstrument;
+  const bool isSpot = part.family == Family::kInstrument && points.ends.size() < 2;
+  if (isSpot || isSupport(part.family) || part.family == Family::kInstrumentDial) {
+    resolveSpot(resolved, points);
+    return resolved;
+  }
+  if (part.family == Family::kOlet) {
+    resolveOlet(resolved, points, component);
+    requireBores(resolved);
+    return resolved;
+  }
+  addEnds(resolved, points);
+  if (part.family == Family::kGasket) resolveGasket(resolved, points);
+  if (hasBranches(part)) resolveTee(resolved, component);
+  if (part.family == Family::kBend) resolveBend(resolved, points, component);
+  if (isFlange(part.family) || part.family == Family::kStubEnd || closesLine(part.family))
+    resolveFace(resolved, points, component);
+  if (part.family == Family::kReducer) {
+    for (std::size_t i = 0; i < part.ends.size(); ++i)
+      part.ends[i].line = neighbours_.lineAt(*points.ends[i]);
+  }
+  if (isValve(part.family)) {
+    const SpindleData spindle = spindleOf(plan_, component);
+    part.spindle = spindle.direction;
+    part.actuator = spindle.actuator;
+  }
+  resolveStraight(resolved, points, component);
+  requireBores(resolved);
+  return resolved;
+}
+
+// ---- what runs through -----------------------------------------------------------
+
+void Resolver::resolveStraight(Resolved& resolved, const Points& points,
+                               const Component& component) {
+  const Family family = resolved.part.family;
+  if ((hasTwoEnds(family) || family == Family::kPipe) && points.ends.size() > 2)
+    warn(component, "expected two END-POINTs, found more; those are drawn from its middle");
+  const bool isPipe = family == Family::kPipe && points.ends.size() >= 2;
+  if (isPipe && std::fabs(points.ends[0]->outside - points.ends[1]->outside) > 0.05)
+    warn(component, "its ends have different bores; drawn as a cone");
+}
+
+// More END-POINTs than two: the run is the pair that lies opposite across the centre.
+void Resolver::resolveTee(Resolved& resolved, const Component& component) {
+  Part& part = resolved.part;
+  if (part.ends.size() > 2) {
+    std::array<std::size_t, 2> run = {0, 1};
+    double best = 2;
+    for (std::size_t i = 0; i < part.ends.size(); ++i) {
+      for (std::size_t k = i + 1; k < part.ends.size(); ++k) {
+        const GePoint middle =
+            part.centre ? *part.centre : middleOf(part.ends[i].at, part.ends[k].at);
+        const double cosine = dot(unit(part.ends[i].at - middle), unit(part.ends[k].at - middle));
+        const double far = distance(part.ends[i].at, part.ends[k].at);
+        const double score = part.centre ? cosine : -far;
+        if (score >= best) continue;
+        best = score;
+        run = {i, k};
+      }
+    }
+    std::vector<End> ends = {part.ends[run[0]], part.ends[run[1]]};
+    for (std::size_t i = 0; i < part.ends.size(); ++i) {
+      if (i != run[0] && i != run[1]) part.branches.push_back(part.ends[i]);
+    }
+    part.ends = std::move(ends);
+  }
+  if (part.centre || part.ends.size() < 2 || part.branches.empty()) return;
+  const GePoint& from = part.ends[0].at;
+  const GePoint& to = part.ends[1].at;
+  const GePoint foot = footOn(from, to, part.branches[0].at);
+  part.centre = isBetween(foot, from, to) ? foot : middleOf(from, to);
+  warn(component, "expected a CENTRE-POINT; the branch leaves the run at its foot");
+}
+
+// A leg from the header. With two ends there is a run too, unless a pipe lies there.
+void Resolver::resolveOlet(Resolved& resolved, const Points& points, const Component& component) {
+  Part& part = resolved.part;
+  const std::size_t ends = points.ends.size();
+  const bool hasBranch = !points.branches.empty();
+  if (points.centre != nullptr) part.centre = points.centre->at;
+  for (const Point* branch : points.branches) part.branches.push_back(endOf(*branch));
+  if (hasBranch && ends >= 2) {
+    const Point& from = *points.ends[0];
+    const Point& to = *points.ends[1];
+    const bool hasRun = distance(from.at, to.at) >= kShortest;
+    if (!part.centre) part.centre = footOn(from.at, to.at, part.branches[0].at);
+    if (hasRun && !runs().isCovered(from.at, to.at)) part.ends = {endOf(from), endOf(to)};
+    return;
+  }
+  if (hasBranch && ends == 1) {
+    if (!part.centre) part.centre = points.ends[0]->at;
+    return;
+  }
+  if (hasBranch) {
+    if (!part.centre) resolved.failure = "expected a CENTRE-POINT and a BRANCH1-POINT";
+    return;
+  }
+  // Without a branch the end that is farther from the header is it.
+  if (part.centre && ends >= 1) {
+    const auto farthest = std::max_element(
+        points.ends.begin(), points.ends.end(), [&](const Point* a, const Point* b) {
+          return distance(a->at, *part.centre) < distance(b->at, *part.centre);
+        });
+    part.branches = {endOf(**farthest)};
+    return;
+  }
+  if (ends < 2) {
+    resolved.failure = "expected a CENTRE-POINT and a BRANCH1-POINT";
+    return;
+  }
+  const bool isFirstOnHeader = runs().runAt(points.ends[0]->at).has_value();
+  part.centre = points.ends[isFirstOnHeader ? 0 : 1]->at;
+  part.branches = {endOf(*points.ends[isFirstOnHeader ? 1 : 0])};
+  warn(component, "expected a CENTRE-POINT and a BRANCH1-POINT; drawn from end to end");
+}
+
+// ---- bends -----------------------------------------------------------------------
+
+void Resolver::resolveBend(Resolved& resolved, const Points& points, const Component& component) {
+  Part& part = resolved.part;
+  if (part.ends.size() < 2) return;
+  if (!part.centre) {
+    part.centre = cornerOf(points);
+    if (part.centre) {
+      warn(component, "expected a CENTRE-POINT; it lies where the pipes that meet it would");
+    } else {
+      resolved.failure = "expected a CENTRE-POINT, found none";
+    }
+    return;
+  }
+  part.halfTurn = halfTurnOf(points, component);
+}
+
+// Half a turn has no tangents that meet. Its CENTRE-POINT is the middle of its ends,
+// and then only the pipes that arrive across prove it; or it is the farthest point of the
+// arc, and then ANGLE says so.
+GeVector Resolver::halfTurnOf(const Points& points, const Component& component) const {
+  const Point& from = *points.ends[0];
+  const Point& to = *points.ends[1];
+  const GePoint centre = points.centre->at;
+  const GePoint middle = middleOf(from.at, to.at);
+  const GeVector chord = unit(to.at - from.at);
+  const bool isMarked = std::fabs(component.angle - 180) < 1;
+  if (isNull(chord) || (component.angle > 0 && !isMarked)) return {};
+  const GeVector line1 = neighbours_.lineAt(from);
+  const GeVector line2 = neighbours_.lineAt(to);
+  const auto isAcross = [&](const GeVector& line) {
+    return !isNull(line) && std::fabs(dot(line, chord)) < kAcross;
+  };
+  if (distance(centre, middle) < kSamePlace) {
+    const bool both = !isNull(line1) && !isNull(line2);
+    if (both && !(isAcross(line1) && isAcross(line2) && dot(line1, line2) > kAlong)) return {};
+    if (isAcross(line1)) return -line1;
+    return isAcross(line2) ? -line2 : GeVector();
+  }
+  const GeVector outwards = centre - middle;
+  const double radius = distance(from.at, to.at) / 2;
+  const bool isFarthest = std::fabs(outwards.length() - radius) < kSamePlace &&
+                          std::fabs(dot(unit(outwards), chord)) < 0.01;
+  if (!isMarked || !isFarthest) return {};
+  // A quarter of a turn whose pipes arrive along its legs, in spite of the ANGLE.
+  const bool isQuarter =
+      dot(line1, unit(from.at - centre)) > kAlong || dot(line2, unit(to.at - centre)) > kAlong;
+  return isQuarter ? GeVector() : outwards;
+}
+
+// Where the lines of the two neighbours meet.
+std::optional<GePoint> Resolver::cornerOf(const Points& points) const {
+  const GeVector inward1 = -neighbours_.lineAt(*points.ends[0]);
+  const GeVector inward2 = -neighbours_.lineAt(*points.ends[1]);
+  if (isNull(inward1) || isNull(inward2)) return std::nullopt;
+  const GeVector across = cross(inward1, inward2);
+  const double square = dot(across, across);
+  if (square < 1e-4) return std::nullopt;
+  const GeVector between = points.ends[1]->at - points.ends[0]->at;
+  const double along1 = triple(between, inward2, across) / square;
+  const double along2 = triple(between, inward1, across) / square;
+  const GePoint one = points.ends[0]->at + inward1 * along1;
+  const GePoint two = points.ends[1]->at + inward2 * along2;
+  if (along1 <= kShortest || along2 <= kShortest || distance(one, two) > kSamePlace)
+    return std::nullopt;
+  return middleOf(one, two);
+}
+
+// ---- flanges, ends, supports -----------------------------------------------------
+
+void Resolver::resolveFace(Resolved& resolved, const Points& points, const Component& component) {
+  Part& part = resolved.part;
+  for (std::size_t i = 0; i < part.ends.size(); ++i)
+    part.ends[i].line = neighbours_.lineAt(*points.ends[i]);
+  if (part.ends.size() < 2) return;
+  const bool isBetween = !isNull(part.ends[0].line) && !isNull(part.ends[1].line);
+  const bool closes =
+      closesLine(part.family) && !(part.family == Family::kFlangeBlind && isBetween);
+  const Side side = closes ? neighbours_.arrivalOf(*points.ends[0], *points.ends[1], part.family)
+                           : neighbours_.faceOf(*points.ends[0], *points.ends[1]);
+  part.face = side.index;
+  if (!side.isGuess) return;
+  warn(component, closes ? "nothing tells where the line arrives; taken for its first END-POINT"
+                         : "nothing tells which end is the face; taken for its first END-POINT");
+}
+
+// At one place it lies about it, across the line.
+void Resolver::resolveGasket(Resolved& resolved, const Points& points) {
+  Part& part = resolved.part;
+  const bool isFlat =
+      part.ends.size() == 2 && distance(part.ends[0].at, part.ends[1].at) < kShortest;
+  const Point* place = points.ends.empty() ? points.place : points.ends[0];
+  if (place == nullptr || (part.ends.size() >= 2 && !isFlat)) return;
+  part.ends = {endOf(*place)};
+  part.ends[0].line = neighbours_.lineAt(*place);
+}
+
+void Resolver::resolveSpot(Resolved& resolved, const Points& points) {
+  Part& part = resolved.part;
+  const Point* at = points.place != nullptr ? points.place : points.first;
+  if (at == nullptr) {
+    resolved.failure = "expected CO-ORDS, found none";
+    return;
+  }
+  part.ends.push_back(endOf(*at));
+  if (points.place == nullptr && points.ends.size() >= 2) {
+    part.ends[0].at = middleOf(points.ends[0]->at, points.ends[1]->at);
+  }
+  const std::optional<Run> run = runs().runAt(part.ends[0].at);
+  if (!run) return;
+  part.along = unit(run->to - run->from);
+  part.ends[0].outside = run->outside;
+}
+
+}  // namespace Vesk::Pcf

@@ -1,0 +1,216 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <ostream>
+
+#include "pcf/PcfRun.h"
+
+// One plant in many layouts, and what is no plant.
+namespace {
+
+constexpr char kPlant[] =
+    "ISOGEN-FILES ISOGEN.FLS\n"
+    "UNITS-BORE INCH\n"
+    "UNITS-CO-ORDS MM\n"
+    "UNITS-WEIGHT KGS\n"
+    "DATE-DMY 01/02/2003\n"
+    "PROJECT-IDENTIFIER X1\n"
+    "AREA 51\n"
+    "PIPELINE-REFERENCE P-1\n"
+    "    REVISION 0\n"
+    "    PIPING-SPEC A1\n"
+    "    ATTRIBUTE1 water\n"
+    "PIPE\n"
+    "    END-POINT 0 0 0 4 BW\n"
+    "    END-POINT 1000 0 0 4 BW\n"
+    "    SKEY PIPW\n"
+    "    ITEM-CODE C-1\n"
+    "    PIPING-SPEC A1\n"
+    "    AREA 7\n"
+    "ELBOW\n"
+    "    END-POINT 1000 0 0 4 BW\n"
+    "    END-POINT 1152.4 152.4 0 4 BW\n"
+    "    CENTRE-POINT 1152.4 0 0\n"
+    "    ANGLE 9000\n"
+    "    SKEY ELBW\n"
+    "MESSAGE-SQUARE\n"
+    "    FIELD WELD TO SUIT\n"
+    "FLANGE\n"
+    "    END-POINT 1152.4 152.4 0 4\n"
+    "    END-POINT 1152.4 228.4 0 4\n"
+    "    SKEY FLWN\n"
+    "MATERIALS\n"
+    "ITEM-CODE C-1\n"
+    "    DESCRIPTION PIPE\n";
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = text.find(from); at != std::string::npos;
+       at = text.find(from, at + to.size()))
+    text.replace(at, from.size(), to);
+  return text;
+}
+
+std::string utf16(const std::string& text, bool isBig, bool hasMark) {
+  std::string bytes;
+  if (hasMark) bytes = isBig ? "\xFE\xFF" : "\xFF\xFE";
+  for (const char c : text) {
+    if (isBig) bytes += '\0';
+    bytes += c;
+    if (!isBig) bytes += '\0';
+  }
+  return bytes;
+}
+
+// A blank before every line.
+std::string shifted(const std::string& text) { return ' ' + replaced(text, "\n", "\n "); }
+
+struct LayoutCase {
+  const char* name;
+  std::function<std::string(std::string)> change;
+};
+
+void PrintTo(const LayoutCase& row, std::ostream* out) { *out << row.name; }
+
+const LayoutCase kLayouts[] = {
+    {"ReturnAndFeed", [](auto text) { return replaced(text, "\n", "\r\n"); }},
+    {"ReturnAlone", [](auto text) { return replaced(text, "\n", "\r"); }},
+    {"Tabs", [](auto text) { return replaced(text, "    ", "\t"); }},
+    {"TwoBlanks", [](auto text) { return replaced(text, "    ", "  "); }},
+    {"OneBlank", [](auto text) { return replaced(text, "    ", " "); }},
+    {"ABlankBeforeAll", [](auto text) { return shifted(text); }},
+    {"NothingIndented", [](auto text) { return replaced(text, "    ", ""); }},
+    {"NothingIndentedBehindABlank", [](auto text) { return shifted(replaced(text, "    ", "")); }},
+    {"LowerCase",
+     [](auto text) {
+       for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+       return text;
+     }},
+    {"TrailingBlanks", [](auto text) { return replaced(text, "\n", "  \t\n"); }},
+    {"EmptyLines", [](auto text) { return replaced(text, "\n", "\n\n   \n"); }},
+    {"GluedEnds", [](auto text) { return replaced(text, " 4 BW", " 4BW"); }},
+    {"Marks", [](auto text) { return replaced(text, " 4", " 4\""); }},
+    {"CentreWithABoreOfZero",
+     [](auto text) { return replaced(text, "1152.4 0 0\n", "1152.4 0 0 0\n"); }},
+    {"Utf8Mark", [](auto text) { return "\xEF\xBB\xBF" + text; }},
+    {"Utf16Little", [](auto text) { return utf16(text, false, true); }},
+    {"Utf16Big", [](auto text) { return utf16(text, true, true); }},
+    {"Utf16WithoutAMark", [](auto text) { return utf16(text, false, false); }},
+    {"Utf16BigWithoutAMark", [](auto text) { return utf16(text, true, false); }},
+    {"UnitsBelowThePipeline",
+     [](auto text) {
+       text = replaced(text, "UNITS-BORE INCH\nUNITS-CO-ORDS MM\n", "");
+       return replaced(text, "    REVISION 0\n", "    UNITS-BORE INCH\n    UNITS-CO-ORDS MM\n");
+     }},
+    {"NoLastLineEnd", [](auto text) { return text.substr(0, text.size() - 1); }},
+    {"MoreBehindTheEnds",
+     [](auto text) { return replaced(text, " BW", " BW MALE INSULATION-OFF TRACING-ON"); }},
+    {"NominalMillimetres",
+     [](auto text) { return replaced(replaced(text, "INCH", "MM"), " 4", " 100"); }},
+    {"BracketsAboutKeys",
+     [](auto text) {
+       return replaced(replaced(text, "SKEY ", "<SKEY> "), "END-POINT ", "<END-POINT> ");
+     }},
+    {"UnknownHeaders", [](auto text) { return "FOO-FILES x\nANOTHER-HEADER 1\n" + text; }},
+    {"UnknownAttributes",
+     [](auto text) { return replaced(text, "    SKEY", "    FOO BAR\n    X\n    SKEY"); }},
+};
+
+class Layouts : public testing::TestWithParam<LayoutCase> {};
+
+TEST_P(Layouts, GiveTheSameRecords) {
+  const PcfRun expected = runPcf(kPlant);
+  ASSERT_EQ(expected.warnings + expected.errors, 0U) << expected.messageText();
+  ASSERT_EQ(expected.components, 4U);
+  const PcfRun run = runPcf(GetParam().change(kPlant));
+  EXPECT_EQ(run.warnings + run.errors, 0U) << run.messageText();
+  EXPECT_EQ(run.components, 4U) << run.messageText();
+  ASSERT_EQ(run.records.size(), expected.records.size());
+  for (std::size_t i = 0; i < run.records.size(); ++i) {
+    if (run.records[i][0] == 'x') continue;
+    EXPECT_EQ(run.records[i], expected.records[i]);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Pcf, Layouts, testing::ValuesIn(kLayouts),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+// At the middle of the component that follows, the flange.
+TEST(Messages, WithoutAPlaceStandAtWhatFollows) {
+  const PcfRun run = runPcf(kPlant);
+  const std::vector<std::string> texts = run.recordsOf('x');
+  ASSERT_EQ(texts.size(), 2U);
+  EXPECT_EQ(texts[0], "x 1152.4 190.4 0,1 0 0,0 0 1,50,30,1,18");
+  EXPECT_EQ(texts[1], "x FIELD WELD TO SUIT");
+}
+
+// ---- junk --------------------------------------------------------------------------
+
+struct JunkCase {
+  const char* name;
+  std::string bytes;
+};
+
+void PrintTo(const JunkCase& row, std::ostream* out) { *out << row.name; }
+
+std::string noise(std::size_t size) {
+  std::string bytes;
+  std::uint32_t state = 1;
+  for (std::size_t i = 0; i < size; ++i) {
+    state = state * 1664525U + 1013904223U;
+    bytes += static_cast<char>(state >> 24U);
+  }
+  return bytes;
+}
+
+std::string linesOfJunk() {
+  std::string text;
+  for (int i = 0; i < 10000; ++i) text += "\x1B[31mJUNK" + std::to_string(i) + " line\n";
+  return text;
+}
+
+const JunkCase kJunk[] = {
+    {"Empty", ""},
+    {"Blank", "\n \n\t\n"},
+    {"Letter", "Dear all, please find below\nHello\n\nSincerely yours\n"},
+    {"Noise", noise(100000)},
+    {"OneLongLine", std::string(100000, 'x')},
+    {"Zeros", std::string(100000, '\0')},
+    {"Lines", linesOfJunk()},
+    {"WordsWithoutPoints", "SUPPORT\nyours sincerely\n"},
+};
+
+class Junk : public testing::TestWithParam<JunkCase> {};
+
+TEST_P(Junk, IsOneError) {
+  const PcfRun run = runPcf(GetParam().bytes);
+  EXPECT_FALSE(run.isPiping);
+  EXPECT_TRUE(run.records.empty());
+  EXPECT_EQ(run.errors, 1U) << run.messageText();
+  EXPECT_LE(run.messages.size(), 2U) << run.messageText();
+}
+
+INSTANTIATE_TEST_SUITE_P(Pcf, Junk, testing::ValuesIn(kJunk),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Junk, BehindAPlantIsAFewMessages) {
+  const PcfRun run = runPcf(std::string(kPlant) +
+                            "PIPE\n    END-POINT 0 9 0 4\n    END-POINT 9 9 0 4\n" + linesOfJunk());
+  EXPECT_LE(run.messages.size(), 5U) << run.messageText();
+  for (const char c : run.messageText()) EXPECT_TRUE(c >= ' ' || c == '\n');
+}
+
+// ---- the same fault many times -------------------------------------------------------
+
+TEST(Messages, OfTheSameFaultAreOne) {
+  std::string text;
+  for (int i = 0; i < 74; ++i)
+    text += "PIPE\n END-POINT " + std::to_string(i) + " 0 0 100\n END-POINT " + std::to_string(i) +
+            " 0 0 100\n";
+  const PcfRun run = runPcf(text);
+  EXPECT_EQ(
+      run.messageText(),
+      "in.pcf:1: error: PIPE not drawn: has no length (74 times, also in.pcf:4, in.pcf:7 ...)\n");
+  EXPECT_EQ(run.notDrawn, 74U);
+}
+
+}  // namespace

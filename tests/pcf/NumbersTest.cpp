@@ -1,0 +1,76 @@
+#include "pcf/Numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ostream>
+
+namespace Vesk::Pcf {
+namespace {
+
+struct NumberCase {
+  const char* name;
+  const char* text;
+  double value;  // NaN: no number
+  bool isInches;
+  const char* rest;  // what is left behind it
+};
+
+void PrintTo(const NumberCase& row, std::ostream* out) { *out << row.name; }
+
+// clang-format off
+const NumberCase kNumbers[] = {
+    {"Integer",              "12",           12,      false, ""},
+    {"MinusZero",            "-0.0000",      0,       false, ""},
+    {"Plus",                 "+7",           7,       false, ""},
+    {"Decimal",              "1042.8",       1042.8,  false, ""},
+    {"PointAtTheEnd",        "5.",           5,       false, ""},
+    {"PointAtTheStart",      ".5",           0.5,     false, ""},
+    {"Exponent",             "1E2",          100,     false, ""},
+    {"Fraction",             "3/4",          0.75,    false, ""},
+    {"MixedByAPoint",        "1.1/2",        1.5,     false, ""},
+    {"MixedByADash",         "1-1/2",        1.5,     false, ""},
+    {"NegativeMixed",        "-2.1/4",       -2.25,   false, ""},
+    {"Inches",               "6\"",          6,       true,  ""},
+    {"MixedInches",          "1.1/2\"",      1.5,     true,  ""},
+    {"Feet",                 "10'",          120,     true,  ""},
+    {"FeetAndInches",        "12'6\"",       150,     true,  ""},
+    {"FeetDashInches",       "10'-6\"",      126,     true,  ""},
+    {"FeetAndAMixedNumber",  "12'6.1/2\"",   150.5,   true,  ""},
+    {"FeetDashAMixedNumber", "10'-6.1/2\"",  126.5,   true,  ""},
+    {"FeetAndAFraction",     "3'1/2\"",      36.5,    true,  ""},
+    {"FeetWithoutTheMark",   "3'6",          42,      true,  ""},
+    {"NegativeFeet",         "-3'6\"",       -42,     true,  ""},
+    {"GluedEnd",             "6BW",          6,       false, "BW"},
+    {"GluedEndBehindInches", "6\"BW",        6,       true,  "BW"},
+    {"GluedEndWithAnE",      "6EN",          6,       false, "EN"},
+    {"MixedWithGluedEnd",    "1.1/2SW",      1.5,     false, "SW"},
+    {"DecimalComma",         "1,5",          1,       false, ",5"},
+    {"OverNothing",          "3/0",          3,       false, "/0"},
+    {"NoNumber",             "nan",          NAN,     false, "nan"},
+    {"Infinity",             "inf",          NAN,     false, "inf"},
+    {"TooLarge",             "1e999",        NAN,     false, "1e999"},
+    {"Word",                 "BW",           NAN,     false, "BW"},
+    {"SignAlone",            "-",            NAN,     false, "-"},
+    {"Empty",                "",             NAN,     false, ""},
+};
+// clang-format on
+
+class Numbers : public testing::TestWithParam<NumberCase> {};
+
+TEST_P(Numbers, AreTakenSo) {
+  const NumberCase& row = GetParam();
+  std::string_view text = row.text;
+  const std::optional<Number> number = takeNumber(text);
+  EXPECT_EQ(number.has_value(), !std::isnan(row.value));
+  EXPECT_EQ(text, row.rest);
+  if (!number) return;
+  EXPECT_DOUBLE_EQ(number->value, row.value);
+  EXPECT_EQ(number->isInches, row.isInches);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pcf, Numbers, testing::ValuesIn(kNumbers),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
+}  // namespace Vesk::Pcf

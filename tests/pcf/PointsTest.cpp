@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include "pcf/PcfRun.h"
+
+// The points of components: their runs and legs, as the segments of the centre line.
+namespace {
+
+struct LegCase {
+  const char* name;
+  const char* file;
+  const char* lines;  // of the first component, "x y z>x y z" each, sorted as drawn
+  const char* said;   // part of what is said; nullptr: nothing
+};
+
+void PrintTo(const LegCase& row, std::ostream* out) { *out << row.name; }
+
+#define RUN_100 "END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n"
+#define BRANCH(n, x, y) " BRANCH" #n "-POINT " #x " " #y " 0 50\n"
+
+// clang-format off
+const LegCase kLegs[] = {
+    // ---- tees
+    {"Tee",             "TEE\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"TeeSetOn",        "TEE-SET-ON\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"TeeStubWithRun",  "TEE-STUB\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"TeeStub",         "TEE-STUB\n CENTRE-POINT 100 0 0 100\n" BRANCH(1, 100, 90), "100 0 0>100 90 0", nullptr},
+    {"Cross",           "CROSS\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) BRANCH(2, 100, -90),
+     "0 0 0>200 0 0 100 0 0>100 90 0 100 0 0>100 -90 0", nullptr},
+    {"ThreeEndsFindTheirRun", "TEE\n END-POINT 0 0 0 100\n END-POINT 100 90 0 50\n END-POINT 200 0 0 100\n CENTRE-POINT 100 0 0\n",
+     "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"FourEnds",        "CROSS\n END-POINT 0 0 0 100\n END-POINT 100 90 0 50\n END-POINT 200 0 0 100\n END-POINT 100 -90 0 50\n CENTRE-POINT 100 0 0\n",
+     "0 0 0>200 0 0 100 0 0>100 90 0 100 0 0>100 -90 0", nullptr},
+    {"WithoutCentre",   "TEE\n " RUN_100 BRANCH(1, 60, 90), "0 0 0>200 0 0 60 0 0>60 90 0", "warning: TEE: expected a CENTRE-POINT"},
+    {"BranchInTheCentre", "TEE\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 0), "0 0 0>200 0 0", "warning: TEE: a branch has no length"},
+    // ---- Y-pieces
+    {"YWithOneEnd",     "Y-PIECE-FITTING\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n" BRANCH(1, 200, 90) BRANCH(2, 200, -90),
+     "100 0 0>0 0 0 100 0 0>200 90 0 100 0 0>200 -90 0", nullptr},
+    {"YAsATee",         "Y-PIECE-FABRICATED\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 200, 90),
+     "100 0 0>0 0 0 100 0 0>200 0 0 100 0 0>200 90 0", nullptr},
+    // ---- olets
+    {"Olet",            "OLET\n CENTRE-POINT 100 0 0 300\n" BRANCH(1, 100, 200), "100 0 0>100 200 0", nullptr},
+    {"OletWithARun",    "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"OletAtTheEndOfItsRun", "OLET\n " RUN_100 " CENTRE-POINT 200 0 0\n" BRANCH(1, 200, 90), "0 0 0>200 0 0 200 0 0>200 90 0", nullptr},
+    {"OletOnAPipe",     "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) "PIPE\n END-POINT -500 0 0 100\n END-POINT 500 0 0 100\n",
+     "100 0 0>100 90 0", nullptr},
+    {"OletBetweenPipes", "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) "PIPE\n END-POINT -500 0 0 100\n END-POINT 0 0 0 100\n"
+     "PIPE\n END-POINT 200 0 0 100\n END-POINT 500 0 0 100\n", "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"OletWithOneEnd",  "OLET\n END-POINT 100 57 0 300\n" BRANCH(1, 100, 200), "100 57 0>100 200 0", nullptr},
+    {"OletWithoutBranch", "OLET\n CENTRE-POINT 100 0 0\n END-POINT 100 200 0 50\n", "100 0 0>100 200 0", nullptr},
+    // ---- valves
+    {"Valve",           "VALVE\n " RUN_100, "0 0 0>100 0 0 200 0 0>100 0 0", nullptr},
+    {"AngleValve",      "VALVE-ANGLE\n END-POINT 0 0 0 100\n END-POINT 90 90 0 100\n CENTRE-POINT 90 0 0\n", "0 0 0>90 0 0 90 90 0>90 0 0", nullptr},
+    {"ThreeWayByABranch", "VALVE-3WAY\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "0 0 0>100 0 0 200 0 0>100 0 0 100 90 0>100 0 0", nullptr},
+    {"ThreeWayByEnds",  "VALVE-3WAY\n " RUN_100 " END-POINT 100 90 0 50\n CENTRE-POINT 100 0 0\n", "0 0 0>100 0 0 200 0 0>100 0 0 100 90 0>100 0 0", nullptr},
+    {"FourWay",         "VALVE-4WAY\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) BRANCH(2, 100, -90),
+     "0 0 0>100 0 0 200 0 0>100 0 0 100 90 0>100 0 0 100 -90 0>100 0 0", nullptr},
+    {"ThreeWayInstrument", "INSTRUMENT-3WAY\n END-POINT 0 0 0 100\n END-POINT 100 90 0 50\n END-POINT 200 0 0 100\n CENTRE-POINT 100 0 0\n",
+     "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"OffsetValve",     "VALVE-OFFSET\n END-POINT 0 0 0 100\n END-POINT 200 50 0 100\n CENTRE-POINT 100 25 0\n", "0 0 0>100 25 0 200 50 0>100 25 0", nullptr},
+    // ---- bends
+    {"BendTeed",        "ELBOW-TEED\n END-POINT 0 0 0 100\n END-POINT 152 152 0 100\n CENTRE-POINT 152 0 0\n" BRANCH(1, 300, 0),
+     "0 0 0>152 0 0 152 0 0>152 152 0 152 0 0>300 0 0", nullptr},
+    {"BendByItsNeighbours", "ELBOW\n END-POINT 0 0 0 100\n END-POINT 152 152 0 100\nPIPE\n END-POINT -500 0 0 100\n END-POINT 0 0 0 100\n"
+     "PIPE\n END-POINT 152 152 0 100\n END-POINT 152 500 0 100\n", "0 0 0>152 0 0 152 0 0>152 152 0",
+     "warning: ELBOW: expected a CENTRE-POINT; it lies where the pipes that meet it would"},
+    {"CentreAtAnEnd",   "BEND\n END-POINT 0 0 0 100\n END-POINT 152 152 0 100\n CENTRE-POINT 0 0 0\n", "0 0 0>152 152 0",
+     "warning: BEND: its centre lies at an end; drawn straight"},
+    // ---- bends on one line
+    {"OnALineWithAnAngle90", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n ANGLE 9000\n"
+     "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\n", "0 0 0>0 100 0 0 100 0>0 200 0", "warning: BEND: has its points on one line; drawn straight"},
+    {"OnALineBetweenPipesOfThatLine", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n"
+     "PIPE\n END-POINT 0 -500 0 50\n END-POINT 0 0 0 50\n", "0 0 0>0 100 0 0 100 0>0 200 0", "drawn straight"},
+    {"OnALineAlone",    "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n ANGLE 18000\n",
+     "0 0 0>0 100 0 0 100 0>0 200 0", "drawn straight"},
+    {"HalfATurnProven", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n ANGLE 180\n"
+     "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\nPIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n",
+     "0 0 0>100 0 0 100 0 0>100 200 0 100 200 0>0 200 0", nullptr},
+    {"PipesFromBothSidesProveNone", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n"
+     "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\nPIPE\n END-POINT 500 200 0 50\n END-POINT 0 200 0 50\n",
+     "0 0 0>0 100 0 0 100 0>0 200 0", "drawn straight"},
+    {"TheAngleBetweenTheLegsIsNoMatter", "BEND\n END-POINT 0 0 0 100\n END-POINT 170.7107 70.7107 0 100\n CENTRE-POINT 100 0 0\n ANGLE 135\n",
+     "0 0 0>100 0 0 100 0 0>170.7107 70.7107 0", nullptr},
+    // ---- what is given twice, and odd things
+    {"SameEndTwice",    "PIPE\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n", "", "error: PIPE not drawn: has no length"},
+    {"TapsAreNoPlaces", "PIPE\n " RUN_100 " TAP-CONNECTION\n CO-ORDS 100 57 0\n", "0 0 0>200 0 0", nullptr},
+    {"GapsStay",        "PIPE\n " RUN_100 "PIPE\n END-POINT 205 0 0 100\n END-POINT 500 0 0 100\n", "0 0 0>200 0 0", nullptr},
+    {"WeldsWithALengthCloseIt", "WELD\n END-POINT 0 0 0 100\n END-POINT 3 0 0 100\n", "0 0 0>3 0 0", nullptr},
+    {"UnknownWithTwoEnds", "FOO\n " RUN_100, "0 0 0>200 0 0", "warning: FOO: unknown component; drawn like a piece of pipe"},
+};
+// clang-format on
+
+// The segments of the first component.
+std::string linesOf(const PcfRun& run) {
+  std::string text;
+  for (std::size_t i = 0; i < run.records.size(); ++i) {
+    const std::vector<double> n = numbersOf(run.records[i]);
+    if (run.headers[i].substr(10, 3) != "001" || run.records[i][0] != 'l' || n.size() < 6) continue;
+    char segment[200];
+    std::snprintf(segment, sizeof segment, "%s%.8g %.8g %.8g>%.8g %.8g %.8g",
+                  text.empty() ? "" : " ", n[0], n[1], n[2], n[0] + n[3], n[1] + n[4], n[2] + n[5]);
+    text += segment;
+  }
+  return text;
+}
+
+class Legs : public testing::TestWithParam<LegCase> {};
+
+TEST_P(Legs, AreDrawn) {
+  const LegCase& row = GetParam();
+  const PcfRun run = runPcf(row.file);
+  EXPECT_EQ(linesOf(run), row.lines) << run.messageText();
+  if (row.said == nullptr) {
+    EXPECT_EQ(run.messageText(), "");
+  } else {
+    EXPECT_NE(run.messageText().find(row.said), std::string::npos) << run.messageText();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Pcf, Legs, testing::ValuesIn(kLegs),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Repeats, AreDrawnOnce) {
+  const PcfRun run = runPcf(
+      "PIPE\n END-POINT 0 0 0 100\n END-POINT 9 0 0 100\n"
+      "PIPE\n END-POINT 9 0 0 100\n END-POINT 0 0 0 100\n"
+      "PIPE\n END-POINT 9 0 0 50\n END-POINT 0 0 0 50\n"
+      "SUPPORT\n CO-ORDS 5 0 0 100\n SKEY GUID\n"
+      "SUPPORT\n CO-ORDS 5 0 0\n SKEY GUID\n"
+      "SUPPORT\n CO-ORDS 5 0 0\n SKEY ANCH\n");
+  EXPECT_EQ(run.recordsOf('c').size() - 2, 2U);  // two pipes, two collars of the anchor
+  EXPECT_EQ(run.drawn, 4U);
+  EXPECT_EQ(run.nothing, 2U);
+  EXPECT_NE(run.messageText().find("in.pcf:4: note: PIPE: the same stands in the file before"),
+            std::string::npos)
+      << run.messageText();
+  EXPECT_EQ(run.warnings + run.errors, 0U);
+}
+
+}  // namespace

@@ -1,0 +1,391 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <ostream>
+#include <random>
+#include <string>
+
+#include "rvm/ReviewReading.h"
+#include "rvm/ReviewWriter.h"
+
+namespace {
+
+using VeskTest::kUpright;
+using VeskTest::Numbers;
+using VeskTest::readReviewText;
+using VeskTest::ReviewMatrix;
+using VeskTest::ReviewPolygon;
+using VeskTest::ReviewReading;
+using VeskTest::ReviewWriter;
+
+constexpr double kPi = std::numbers::pi;
+
+// Upright at (1, 2, 3) m, that is at (1000, 2000, 3000) mm.
+struct ShapeCase {
+  const char* name;
+  std::uint32_t kind;
+  Numbers parameters;
+  Numbers box;
+  const char* fate;
+  std::string lines;
+};
+
+std::ostream& operator<<(std::ostream& out, const ShapeCase& row) { return out << row.name; }
+
+// clang-format off
+const ShapeCase kShapes[] = {
+    // A frustum of 200 x 100 below and 100 x 50 above, 300 high, its top 20 further along x:
+    // centres (-10, 0, -150) and (10, 0, 150), corners -- +- -+ ++ of bottom, then top.
+    {"PyramidIsAReducer", 1, {200, 100, 100, 50, 20, 0, 300}, {-110, -50, -150, 90, 50, 150}, "exact",
+     "r 890 1950 2850,200 0 0,0 100 0,200 100 0,70 25 300,170 25 300,70 75 300,170 75 300\n"},
+    {"BoxIsABox", 2, {200, 100, 50}, {-100, -50, -25, 100, 50, 25}, "exact",
+     "b 200 0 0,900 1950 2975,0 100 0,0 0 50\n"},
+    // Radii 100 and 300, 50 high, a quarter turn: mean radius 200, depth 200, width 50.
+    {"QuarterOfARectangularTorusIsAnElbow", 3, {100, 300, 50, kPi / 2}, {0, 0, -25, 300, 300, 25}, "exact",
+     "e 1000 2000 3000,200 0 0,0 200 0,200,50\n"},
+    // Half a turn: two bends of a quarter.
+    {"HalfOfARectangularTorusIsTwoElbows", 3, {100, 300, 50, kPi}, {-300, 0, -25, 300, 300, 25}, "in pieces",
+     "e 1000 2000 3000,200 0 0,0 200 0,200,50\ne 1000 2000 3000,0 200 0,-200 0 0,200,50\n"},
+    {"QuarterOfACircularTorusIsABend", 4, {300, 50, kPi / 2}, {0, 0, -50, 350, 350, 50}, "exact",
+     "t 1000 2000 3000,300 0 0,0 300 0,100\n"},
+    {"HalfOfACircularTorusIsTwoBends", 4, {300, 50, kPi}, {-350, 0, -50, 350, 350, 50}, "in pieces",
+     "t 1000 2000 3000,300 0 0,0 300 0,100\nt 1000 2000 3000,0 300 0,-300 0 0,100\n"},
+    {"SnoutIsACone", 7, {100, 50, 200, 0, 0, 0, 0, 0, 0}, {-100, -100, -100, 100, 100, 100}, "exact",
+     "n 1000 2000 2900,0 0 200,200,100\n"},
+    {"SnoutOfEqualRadiiIsACylinder", 7, {100, 100, 200, 0, 0, 0, 0, 0, 0}, {-100, -100, -100, 100, 100, 100},
+     "exact", "c 1000 2000 2900,0 0 200,200\n"},
+    {"CylinderIsACylinder", 8, {109.55, 1000}, {-109.55, -109.55, -500, 109.55, 109.55, 500}, "exact",
+     "c 1000 2000 2500,0 0 1000,219.1\n"},
+    {"LineWithItsBoxIsASegment", 10, {-500, 500}, {-500, 0, 0, 500, 0, 0}, "exact",
+     "l pt 500 2000 3000,pt 1000 0 0\n"},
+    {"LineWithAnotherBoxIsLeftOut", 10, {5, 0}, {-5, -5, -100, 5, 5, 100}, "doubtful", ""},
+    {"NegativeLengthIsRefused", 2, {200, -100, 50}, {-100, -50, -25, 100, 50, 25}, "refused", ""},
+    {"ZeroRadiusIsRefused", 8, {0, 1000}, {0, 0, -500, 0, 0, 500}, "refused", ""},
+    {"NoAngleIsRefused", 4, {300, 50, 0}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+    {"MoreThanATurnIsRefused", 4, {300, 50, 6.3}, {-350, -350, -50, 350, 350, 50}, "refused", ""},
+    {"TubeWiderThanItsBendIsRefused", 4, {49, 50, kPi}, {-99, 0, -50, 99, 99, 50}, "refused", ""},
+    {"FlatPyramidIsRefused", 1, {200, 100, 100, 50, 0, 0, 0}, {-100, -50, 0, 100, 50, 0}, "refused", ""},
+    {"PyramidWithoutWidthIsRefused", 1, {0, 100, 0, 50, 0, 0, 100}, {0, -50, -50, 0, 50, 50}, "refused", ""},
+    {"UnknownKindIsRefused", 12, {}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+};
+// clang-format on
+
+std::string fileOf(ReviewWriter::Form form, const ShapeCase& row, const ReviewMatrix& matrix) {
+  ReviewWriter writer(form);
+  writer.group("/PUMP");
+  writer.shape(row.kind, matrix, row.box, row.parameters);
+  writer.end();
+  return writer.finish();
+}
+
+class EachShape : public testing::TestWithParam<std::tuple<ShapeCase, ReviewWriter::Form>> {};
+
+TEST_P(EachShape, BecomesTheseRecords) {
+  const auto& [row, form] = GetParam();
+  const ReviewReading reading = readReviewText(fileOf(form, row, kUpright));
+  EXPECT_EQ(reading.fault, "");
+  EXPECT_EQ(reading.lines(), row.lines);
+  ASSERT_EQ(reading.rows.size(), 1U);
+  EXPECT_NE(reading.rows[0].find(row.fate), std::string::npos) << reading.rows[0];
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, EachShape,
+                         testing::Combine(testing::ValuesIn(kShapes),
+                                          testing::Values(ReviewWriter::Form::kBinary,
+                                                          ReviewWriter::Form::kText)),
+                         [](const auto& row) {
+                           return std::string(std::get<0>(row.param).name) +
+                                  (std::get<1>(row.param) == ReviewWriter::Form::kBinary ? "Binary"
+                                                                                         : "Text");
+                         });
+
+// How many bends a sweep becomes: of 120 degrees at most, but for what rounding to
+// 32 bits or five decimals adds.
+struct BendCase {
+  double degrees;
+  std::size_t bends;
+};
+
+TEST(ReviewBends, AreOf120DegreesAtMost) {
+  const BendCase rows[] = {{1, 1},   {90, 1},  {119, 1}, {120, 1}, {121, 2},
+                           {180, 2}, {240, 2}, {241, 3}, {359, 3}, {360, 3}};
+  for (const BendCase& row : rows) {
+    for (const auto form : {ReviewWriter::Form::kBinary, ReviewWriter::Form::kText}) {
+      ReviewWriter writer(form);
+      const double angle = row.degrees * kPi / 180.0;
+      writer.shape(4, kUpright, {0, 0, 0, 0, 0, 0}, {300, 50, angle});
+      const ReviewReading reading = readReviewText(writer.finish());
+      EXPECT_EQ(reading.elements.size(), row.bends) << row.degrees;
+      // Pappus: the section's area times the way of its centre.
+      EXPECT_NEAR(reading.volume, kPi * 50 * 50 * 300 * angle, 2e-5 * reading.volume);
+    }
+  }
+}
+
+// Volumes of what is sliced or faceted, from formulas.
+struct RoundCase {
+  const char* name;
+  std::uint32_t kind;
+  Numbers parameters;
+  Numbers box;
+  double volume;
+  std::size_t fate;
+};
+
+const RoundCase kRound[] = {
+    {"EllipticalDish",
+     5,
+     {500, 250},
+     {-500, -500, 0, 500, 500, 250},
+     2.0 / 3 * kPi * 500 * 500 * 250,
+     2},
+    {"SphericalDish",
+     6,
+     {500, 100},
+     {-500, -500, 0, 500, 500, 100},
+     kPi * 100 * (3 * 250000 + 10000) / 6,
+     2},
+    {"DishOfMoreThanHalfASphere",
+     6,
+     {300, 900},
+     {-500, -500, 0, 500, 500, 900},
+     kPi * 900 * (3 * 90000 + 810000) / 6,
+     2},
+    {"Sphere", 9, {600}, {-300, -300, -300, 300, 300, 300}, 4.0 / 3 * kPi * 2.7e7, 2},
+    {"SphereByItsRadius", 9, {300}, {-300, -300, -300, 300, 300, 300}, 4.0 / 3 * kPi * 2.7e7, 2},
+    {"OffsetSnout",
+     7,
+     {200, 100, 400, 50, 20, 0, 0, 0, 0},
+     {-225, -210, -200, 175, 190, 200},
+     kPi * 400 / 3 * (40000 + 20000 + 10000),
+     3},
+    // Sheared ends of a straight pipe take away what they add.
+    {"ShearedSnout",
+     7,
+     {100, 100, 400, 0, 0, 0.3, 0, -0.2, 0.1},
+     {0, 0, 0, 0, 0, 0},
+     kPi * 1e4 * 400,
+     3},
+};
+
+TEST(ReviewRound, IsSlicedOrFacetedWithinTheTolerance) {
+  for (const RoundCase& row : kRound) {
+    double before = 1e300;
+    for (const double tolerance : {10.0, 1.0, 0.1, 0.01}) {
+      ReviewWriter writer(ReviewWriter::Form::kBinary);
+      writer.shape(row.kind, kUpright, row.box, row.parameters);
+      const ReviewReading reading = readReviewText(writer.finish(), {.tolerance = tolerance});
+      const Vesk::ReviewKindCount& kind = reading.counts.kinds[row.kind];
+      EXPECT_EQ(kind.fates[row.fate], 1U) << row.name;
+      EXPECT_LE(kind.deviation, tolerance) << row.name;
+      // What is said to be lost is what is missing.
+      EXPECT_NEAR(reading.volume + kind.volumeLost, row.volume, 1e-6 * row.volume) << row.name;
+      EXPECT_LT(kind.volumeLost, before) << row.name;
+      before = kind.volumeLost;
+    }
+    EXPECT_LT(before, 1e-3 * row.volume) << row.name;
+  }
+}
+
+TEST(ReviewRound, SphereThatItsBoxDoesNotDecideIsDoubtful) {
+  ReviewWriter writer(ReviewWriter::Form::kBinary);
+  writer.shape(9, kUpright, {-7, -7, -7, 7, 7, 7}, {600});
+  const ReviewReading reading = readReviewText(writer.finish());
+  EXPECT_EQ(reading.counts.kinds[9].fates[4], 1U);
+  EXPECT_FALSE(reading.elements.empty());
+}
+
+// Every round kind, with axes that are stretched, skew or mirrored: the volume is
+// that of the upright one times the determinant.
+TEST(ReviewRound, KeepsItsVolumeUnderAnyMatrix) {
+  const RoundCase rows[] = {
+      {"Cylinder", 8, {100, 400}, {-100, -100, -200, 100, 100, 200}, kPi * 1e4 * 400, 0},
+      {"Cone",
+       7,
+       {100, 50, 400, 0, 0, 0, 0, 0, 0},
+       {-100, -100, -200, 100, 100, 200},
+       kPi * 400 / 3 * 17500,
+       0},
+      {"Bend", 4, {300, 100, 4}, {0, 0, 0, 0, 0, 0}, kPi * 1e4 * 300 * 4, 0},
+      {"Elbow", 3, {100, 300, 50, 4}, {0, 0, 0, 0, 0, 0}, 80000.0 / 2 * 4 * 50, 0},
+      kRound[0],
+      kRound[1],
+      kRound[2],
+      kRound[3],
+      kRound[5],
+      kRound[6]};
+  const ReviewMatrix matrices[] = {
+      {0.002, 0, 0, 0, 0.001, 0, 0, 0, 0.001, 0, 0, 0},        // uneven: 2
+      {0.001, 0, 0, 0.0005, 0.001, 0, 0, 0, 0.001, 0, 0, 0},   // skew: 1
+      {-0.001, 0, 0, 0, 0.001, 0, 0, 0, 0.001, 0, 0, 0},       // mirrored: 1
+      {-0.001, 0, 0, 0.0003, 0.002, 0, 0, 0, 0.001, 0, 0, 0},  // both: 2
+      {0, 0.001, 0, 0, 0, 0.001, 0.001, 0, 0, 0, 0, 0},        // turned: 1
+  };
+  const double determinants[] = {2, 1, 1, 2, 1};
+  for (const RoundCase& row : rows) {
+    for (std::size_t m = 0; m < std::size(matrices); ++m) {
+      ReviewWriter writer(ReviewWriter::Form::kBinary);
+      writer.shape(row.kind, matrices[m], row.box, row.parameters);
+      const ReviewReading reading = readReviewText(writer.finish(), {.tolerance = 0.4});
+      const double volume = row.volume * determinants[m];
+      const Vesk::ReviewKindCount& kind = reading.counts.kinds[row.kind];
+      EXPECT_NEAR(reading.volume + kind.volumeLost, volume, 2e-6 * volume) << row.name << m;
+      EXPECT_LT(kind.volumeLost, 2e-2 * volume) << row.name << m;
+      EXPECT_LE(kind.deviation, 0.4) << row.name << m;
+    }
+  }
+}
+
+// Turned at random: boxes of rotated shapes against points of the local shape.
+TEST(ReviewPlaces, AreWorldTimesAThousand) {
+  std::mt19937 random(7);
+  std::uniform_real_distribution<double> number(-1.0, 1.0);
+  for (int i = 0; i < 50; ++i) {
+    const GeVector z = GeVector(number(random), number(random), number(random)).normalised(1e-9);
+    const GeVector x = z.perpendicular().normalised(1e-9);
+    const GeVector y = cross(z, x);
+    const GeVector o(number(random), number(random), number(random));
+    const ReviewMatrix matrix = {x.x / 1000, x.y / 1000, x.z / 1000, y.x / 1000,
+                                 y.y / 1000, y.z / 1000, z.x / 1000, z.y / 1000,
+                                 z.z / 1000, o.x,        o.y,        o.z};
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.shape(2, matrix, {-100, -50, -25, 100, 50, 25}, {200, 100, 50});
+    const ReviewReading reading = readReviewText(writer.finish());
+    Vesk::Extents box;
+    for (int k = 0; k < 8; ++k) {
+      box.add(GePoint(o * 1000.0 + x * ((k & 1) != 0 ? 100.0 : -100.0) +
+                      y * ((k & 2) != 0 ? 50.0 : -50.0) + z * ((k & 4) != 0 ? 25.0 : -25.0)));
+    }
+    EXPECT_LT(distance(box.min, reading.box.min), 1e-3);
+    EXPECT_LT(distance(box.max, reading.box.max), 1e-3);
+    EXPECT_NEAR(reading.volume, 1e6, 1.0);
+  }
+}
+
+// Five decimals of turned axes: perpendicular again, and 0.001 long.
+TEST(ReviewPlaces, TextAxesAreRepaired) {
+  const double c = std::cos(0.4) / 1000;
+  const double s = std::sin(0.4) / 1000;
+  ReviewWriter writer(ReviewWriter::Form::kText);
+  writer.shape(8, {c, s, 0, -s, c, 0, 0, 0, 0.001, 0, 0, 0}, {-50, -50, -500, 50, 50, 500},
+               {50, 1000});
+  writer.shape(8, kUpright, {-50, -50, -500, 50, 50, 500}, {50, 1000});
+  const ReviewReading reading = readReviewText(writer.finish());
+  EXPECT_EQ(reading.counts.axesRepaired, 1U);
+  EXPECT_NEAR(reading.volume, 2 * kPi * 2500 * 1000, 1e-3);
+  EXPECT_EQ(reading.counts.kinds[8].fates[0], 2U);
+}
+
+// clang-format off
+struct FacetCase {
+  const char* name;
+  std::vector<ReviewPolygon> polygons;
+  std::string kinds;  // the first letter of each record, g for faces
+  double area;
+  std::size_t fate;
+  std::size_t refused;
+};
+// clang-format on
+
+TEST(ReviewFacets, BecomeFaces) {
+  const VeskTest::ReviewContour square = {{0, 0, 0}, {100, 0, 0}, {100, 100, 0}, {0, 100, 0}};
+  const VeskTest::ReviewContour hole = {{20, 20, 0}, {20, 40, 0}, {40, 40, 0}, {40, 20, 0}};
+  const VeskTest::ReviewContour other = {{60, 60, 0}, {60, 80, 0}, {80, 80, 0}, {80, 60, 0}};
+  const FacetCase rows[] = {
+      {"Triangle", {{{{0, 0, 0}, {100, 0, 0}, {0, 100, 0}}}}, "g", 5000, 0, 0},
+      {"Square", {{square}}, "g", 10000, 0, 0},
+      {"ConcaveQuadrangle",
+       {{{{0, 0, 0}, {100, 0, 0}, {20, 20, 0}, {0, 100, 0}}}},
+       "gg",
+       2000,
+       0,
+       0},
+      {"Pentagon",
+       {{{{0, 0, 0}, {100, 0, 0}, {100, 100, 0}, {50, 150, 0}, {0, 100, 0}}}},
+       "ggg",
+       12500,
+       0,
+       0},
+      {"SquareWithAHole", {{square, hole}}, "gggggggg", 10000 - 400, 0, 0},
+      {"SquareWithTwoHoles", {{square, hole, other}}, "gggggggggggggg", 10000 - 800, 0, 0},
+      {"TwoPolygons", {{square}, {{{0, 0, 9}, {100, 0, 9}, {0, 100, 9}}}}, "gg", 15000, 0, 0},
+      {"NoPolygon", {}, "", 0, 5, 0},
+      {"PolygonWithoutContour", {{}}, "", 0, 5, 1},
+      {"LineOfThree", {{{{0, 0, 0}, {50, 0, 0}, {100, 0, 0}}}}, "", 0, 5, 1},
+      {"TwoCorners", {{{{0, 0, 0}, {50, 0, 0}}}, {square}}, "g", 10000, 0, 1},
+      {"Crossing",
+       {{{{0, 0, 0}, {100, 100, 0}, {100, 0, 0}, {0, 90, 0}, {-50, 45, 0}}}, {square}},
+       "g",
+       10000,
+       0,
+       1},
+      {"RepeatedCorner",
+       {{{{0, 0, 0}, {0, 0, 0}, {100, 0, 0}, {0, 100, 0}, {0, 0, 0}}}},
+       "g",
+       5000,
+       0,
+       0},
+  };
+  for (const FacetCase& row : rows) {
+    for (const auto form : {ReviewWriter::Form::kBinary, ReviewWriter::Form::kText}) {
+      ReviewWriter writer(form);
+      writer.facets(kUpright, {0, 0, 0, 100, 100, 0}, row.polygons);
+      const ReviewReading reading = readReviewText(writer.finish());
+      std::string kinds;
+      for (const std::string& each : reading.elements) kinds += each[0];
+      EXPECT_EQ(kinds, row.kinds) << row.name;
+      EXPECT_NEAR(reading.area, row.area, 1e-6) << row.name;
+      EXPECT_EQ(reading.counts.kinds[11].fates[row.fate], 1U) << row.name;
+      if (row.fate != 5) {
+        EXPECT_EQ(reading.counts.facetsRefused, row.refused) << row.name;
+      }
+    }
+  }
+}
+
+// One corner 8 mm above the others' plane: the mean plane is 2 mm off it, at 400.
+TEST(ReviewFacets, ThatAreNotPlaneAreFacetedWithTheirDeviation) {
+  ReviewWriter writer(ReviewWriter::Form::kBinary);
+  writer.facets(kUpright, {0, 0, 0, 400, 400, 8},
+                {{{{0, 0, 0}, {400, 0, 0}, {400, 400, 8}, {0, 400, 0}}}});
+  const ReviewReading reading = readReviewText(writer.finish());
+  EXPECT_EQ(reading.elements.size(), 2U);
+  EXPECT_EQ(reading.counts.kinds[11].fates[3], 1U);
+  EXPECT_NEAR(reading.counts.kinds[11].deviation, 2.0, 0.01);
+}
+
+TEST(ReviewFacets, AreTurnedRoundInAMirroredFrame) {
+  ReviewWriter writer(ReviewWriter::Form::kText);
+  writer.facets({-0.001, 0, 0, 0, 0.001, 0, 0, 0, 0.001, 0, 0, 0}, {0, 0, 0, 100, 100, 0},
+                {{{{0, 0, 0}, {100, 0, 0}, {0, 100, 0}}}});
+  EXPECT_EQ(readReviewText(writer.finish()).lines(), "g pt 0 100 0,pt -100 -100 0,pt 0 -100 0\n");
+}
+
+TEST(ReviewNumbers, ThatAreNotFiniteAreRefused) {
+  const double bad[] = {std::nan(""), INFINITY, -INFINITY};
+  for (const double number : bad) {
+    for (std::size_t i = 0; i < 14; ++i) {
+      ReviewMatrix matrix = kUpright;
+      Numbers parameters = {100, 500};
+      (i < 12 ? matrix[i] : parameters[i - 12]) = number;
+      ReviewWriter writer(ReviewWriter::Form::kBinary);
+      writer.shape(8, matrix, {-100, -100, -250, 100, 100, 250}, parameters);
+      const ReviewReading reading = readReviewText(writer.finish());
+      EXPECT_EQ(reading.counts.kinds[8].fates[5], 1U) << i;
+      EXPECT_TRUE(reading.elements.empty());
+    }
+  }
+}
+
+// 3.4e38 in every place: refused, in no time.
+TEST(ReviewNumbers, ThatAreHugeAreRefused) {
+  for (std::uint32_t kind = 1; kind <= 9; ++kind) {
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.shape(kind, kUpright, {0, 0, 0, 1, 1, 1}, Numbers(9, 3.4e38));
+    const ReviewReading reading = readReviewText(writer.finish());
+    EXPECT_EQ(reading.elements.size(), 0U) << kind;
+  }
+}
+
+}  // namespace

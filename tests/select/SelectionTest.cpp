@@ -1,0 +1,246 @@
+#include "select/Selection.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <ostream>
+
+#include "select/Pattern.h"
+#include "vesk/Box.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/Pgon.h"
+#include "vesk/Pline.h"
+#include "vesk/Red.h"
+#include "vesk/Relb.h"
+#include "vesk/Torus.h"
+#include "vesk/Txt.h"
+
+namespace VeskTest {
+namespace {
+
+using namespace Vesk;
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+// The model that is chosen from, a letter for each element.
+struct Element {
+  char letter;
+  std::shared_ptr<Geo> geo;
+  const char* f1;
+  const char* f2;
+  std::uint64_t first;
+  std::uint64_t last;
+};
+
+std::shared_ptr<Geo> duct() {
+  auto relb = std::make_shared<Relb>();
+  relb->centre = {5000, 0, 0};
+  relb->startVector = {300, 0, 0};
+  relb->endVector = {0, 300, 0};
+  relb->depth = 200;
+  relb->width = 400;
+  return relb;
+}
+
+// clang-format off
+const Element kModel[] = {
+    {'a', std::make_shared<Cyl>(GeVector(0, 0, 0), GeVector(1000, 0, 0), 114.3), "P-1001  ", "01", 1, 1},
+    {'b', std::make_shared<Torus>(GeVector(1000, 305, 0), GeVector(1000, 0, 0), GeVector(1305, 305, 0), 114.3), "P-1001  ", "01", 2, 3},
+    {'c', std::make_shared<Cyl>(GeVector(0, 0, 500), GeVector(1000, 1000, 500), 60.3), "P-1002  ", "  ", 4, 4},
+    {'d', std::make_shared<Cone>(GeVector(0, 0, 900), GeVector(200, 0, 900), 114.3, 88.9), "P-1002  ", "02", 5, 8},
+    {'e', std::make_shared<Box>(GeVector(0, 0, -110), GeVector(500, 0, -110), GeVector(0, 500, -110), GeVector(0, 0, -60)), "STEEL   ", "  ", 9, 9},
+    {'f', duct(), "DUCT-7  ", "A1", 10, 10},
+    {'g', std::make_shared<Pline>(std::initializer_list<GePoint>{{0, 0, 2000}, {0, 0, 3000}}), "        ", "  ", 11, 11},
+    {'h', std::make_shared<Pgon>(std::initializer_list<GePoint>{{0, 0, 4000}, {9, 0, 4000}, {0, 9, 4000}}), "P-1001 X", "01", 12, 12},
+    {'i', std::make_shared<Txt>(GePoint(100, 0, 0), GeVector(1, 0, 0), GeVector(0, 1, 0), 5, 10, 1, 0, "A"), "NOTES   ", "  ", 13, 14},
+    {'j', std::make_shared<Cyl>(GeVector(kNan, 0, 0), GeVector(1000, 0, 0), 114.3), "P-1003  ", "  ", 15, 15},
+};
+// clang-format on
+
+struct Text {
+  Criterion criterion;
+  const char* text;
+  bool isNegated = false;
+};
+
+struct Choice {
+  const char* name;
+  std::vector<Text> texts;
+  const char* letters;
+  double tolerance = 0.0;
+
+  friend std::ostream& operator<<(std::ostream& os, const Choice& each) { return os << each.name; }
+};
+
+using enum Criterion;
+
+// clang-format off
+const Choice kChoices[] = {
+    {"NothingMeansAll", {}, "abcdefghij"},
+    {"HeaderByF1", {{kHeader, "P-1001"}}, "ab"},
+    {"HeaderByBothFields", {{kHeader, "P-1002 02"}}, "d"},
+    {"HeaderIsNoPrefix", {{kHeader, "P-100"}}, ""},
+    {"HeaderByStar", {{kHeader, "P-100*"}}, "abcdhj"},
+    {"HeaderByQuestionMark", {{kHeader, "P-100?"}}, "abcdj"},
+    {"GroupByStar", {{kHeader, "* 01"}}, "abh"},
+    {"TwoHeadersAreAlternatives", {{kHeader, "STEEL"}, {kHeader, "NOTES"}}, "ei"},
+    {"AllButAHeader", {{kHeader, "P-*", true}}, "efgi"},
+    {"OnlyByClass", {{kOnly, "cylinder"}}, "acj"},
+    {"OnlyByPlainWord", {{kOnly, "pipe,bend,duct"}}, "abcfj"},
+    {"OnlyByWhatPeopleRead", {{kOnly, "bends,duct elbow"}}, "bf"},
+    {"OnlyInPlural", {{kOnly, "tori, boxes"}}, "be"},
+    {"OnlyTwiceIsMore", {{kOnly, "cone"}, {kOnly, "text"}}, "di"},
+    {"AllButAKind", {{kOnly, "pipe,bend", true}}, "defghi"},
+    {"SizeInARange", {{kSize, "60..100"}}, "cd"},
+    {"SizeFrom", {{kSize, "200.."}}, "ef"},
+    {"SizeUpTo", {{kSize, "..61"}}, "ce"},
+    {"SizeByValue", {{kSize, "114.3,400"}}, "abdfj"},
+    {"SizeWithinHalfATenth", {{kSize, "114.34"}}, "abdj"},
+    {"SizeOfABoxIsAnyEdge", {{kSize, "500"}}, "e"},
+    {"BoxByTrueShape", {{kBox, "0,900,400,100,1000,600"}}, ""},
+    {"BoxOnTheDiagonal", {{kBox, "400,400,400,600,600,600"}}, "c"},
+    {"BoxWithCornersInAnyOrder", {{kBox, "600,600,600,400,400,400"}}, "c"},
+    {"BoxWithBlanks", {{kBox, "600 600 600 400 400 400"}}, "c"},
+    // The pipe's top is at 57.15, the text lies in the pipe.
+    {"NearAPoint", {{kNear, "100,0,60,2.86"}}, "a"},
+    {"NotNearEnough", {{kNear, "100,0,60,2.84"}}, ""},
+    {"NearWithoutRadius", {{kNear, "100,0,0,0"}}, "ai"},
+    // The box ends 2.85 below the pipe.
+    {"TouchingAPipe", {{kTouching, "P-1001"}}, "abi"},
+    {"TouchingUpToATolerance", {{kTouching, "P-1001"}}, "abei", 2.86},
+    {"NotTouching", {{kTouching, "P-1001", true}}, "cdefghj"},
+    {"TouchingOthersOnly", {{kTouching, "P-1001"}, {kHeader, "P-1001", true}}, "i"},
+    {"TouchingWhatIsNotThere", {{kTouching, "P-9"}}, ""},
+    {"Lines", {{kLines, "3-5"}}, "bcd"},
+    {"LinesFrom", {{kLines, "14-"}}, "ij"},
+    {"LinesUpTo", {{kLines, "-1"}}, "a"},
+    {"LinesByNumber", {{kLines, "7, 12"}}, "dh"},
+    {"AllMustBeMet", {{kHeader, "P-*"}, {kOnly, "pipe"}, {kSize, "..100"}}, "c"},
+    {"ThoseButNotThese", {{kHeader, "P-*"}, {kSize, "114.3", true}, {kOnly, "triangle", true}}, "c"},
+};
+// clang-format on
+
+class SelectionOf : public testing::TestWithParam<Choice> {};
+
+TEST_P(SelectionOf, TakesTheseElements) {
+  Selection selection;
+  for (const Text& text : GetParam().texts) {
+    selection.add(text.criterion, text.text, text.isNegated);
+  }
+  selection.setTolerance(GetParam().tolerance);
+  EXPECT_EQ(selection.isEmpty(), GetParam().texts.empty());
+  const auto elementOf = [](const Element& each) {
+    return SelectionElement{*each.geo, each.f1, each.f2, each.first, each.last};
+  };
+  if (selection.needsModel()) {
+    for (const Element& each : kModel) selection.gather(elementOf(each));
+    selection.finish();
+  }
+  std::string letters;
+  for (const Element& each : kModel) {
+    if (selection.takes(elementOf(each))) letters += each.letter;
+  }
+  EXPECT_EQ(letters, GetParam().letters);
+}
+
+INSTANTIATE_TEST_SUITE_P(By, SelectionOf, testing::ValuesIn(kChoices),
+                         [](const auto& each) { return each.param.name; });
+
+struct Refusal {
+  Criterion criterion;
+  const char* text;
+  const char* message;
+};
+
+// clang-format off
+const Refusal kRefusals[] = {
+    {kHeader, "", "--header \"\": no header"},
+    {kOnly, "pump", "there is no kind \"pump\""},
+    {kOnly, "", "there is no kind \"\""},
+    {kOnly, "pipe,,bend", "there is no kind \"\""},
+    {kSize, "", "--size : \"\" is no size and no range"},
+    {kSize, "DN100", "--size DN100: \"DN100\" is no size and no range"},
+    {kSize, "..", "--size ..: \"..\" is no size and no range"},
+    {kSize, "200..100", "--size 200..100: \"200..100\" begins above its end"},
+    {kSize, "1..2..3", "--size 1..2..3: \"1..2..3\" is no size and no range"},
+    {kSize, "nan", "--size nan: \"nan\" is no size and no range"},
+    {kSize, "inf..", "--size inf..: \"inf..\" is no size and no range"},
+    {kSize, "100,5x", "--size 100,5x: \"5x\" is no size and no range"},
+    {kBox, "1,2,3", "--bbox 1,2,3: not six numbers"},
+    {kBox, "1,2,3,4,5,6,7", "--bbox 1,2,3,4,5,6,7: not six numbers"},
+    {kBox, "1,2,3,4,5,nan", "--bbox 1,2,3,4,5,nan: not six numbers"},
+    {kNear, "1,2,3", "--near 1,2,3: not four numbers"},
+    {kNear, "1,2,3,-1", "--near 1,2,3,-1: the radius is below zero"},
+    {kNear, "1;2;3;4", "--near 1;2;3;4: not four numbers"},
+    {kTouching, "", "--touching \"\": no header"},
+    {kLines, "0", "--lines 0: \"0\" is no line and no range"},
+    {kLines, "5-3", "--lines 5-3: \"5-3\" is no line and no range"},
+    {kLines, "-", "--lines -: \"-\" is no line and no range"},
+    {kLines, "1-2-3", "--lines 1-2-3: \"1-2-3\" is no line and no range"},
+    {kLines, "99999999999999999999", "--lines 99999999999999999999: \"99999999999999999999\" is no line and no range"},
+};
+// clang-format on
+
+TEST(Selection, RefusesTextsThatMeanNothing) {
+  for (const Refusal& each : kRefusals) {
+    try {
+      Selection().add(each.criterion, each.text);
+      ADD_FAILURE() << each.text << " was taken";
+    } catch (const SelectionError& error) {
+      EXPECT_STREQ(error.what(), each.message);
+      EXPECT_NE(error.hint, "");
+    }
+  }
+}
+
+TEST(Selection, OffersTheKindsForAWrongWord) {
+  try {
+    Selection().add(kOnly, "pipez");
+    FAIL();
+  } catch (const SelectionError& error) {
+    EXPECT_EQ(error.word, "pipez");
+    EXPECT_EQ(error.choices, kindWords());
+  }
+}
+
+TEST(Selection, TakesItsOwnExamples) {
+  for (const CriterionText& each : criteria()) {
+    EXPECT_EQ(&criteria()[static_cast<std::size_t>(each.criterion)], &each);
+    Selection selection;
+    EXPECT_NO_THROW(selection.add(each.criterion, each.example));
+    EXPECT_FALSE(selection.isEmpty());
+  }
+}
+
+struct PatternCase {
+  const char* name;
+  const char* pattern;
+  bool matches;
+};
+
+// clang-format off
+const PatternCase kPatterns[] = {
+    {"abc", "abc", true}, {"abc", "ab", false}, {"ab", "abc", false}, {"", "", true}, {"", "*", true},
+    {"abc", "*", true}, {"abc", "a*", true}, {"abc", "*c", true}, {"abc", "*b*", true}, {"abc", "*d*", false},
+    {"abc", "a?c", true}, {"abc", "???", true}, {"abc", "????", false}, {"abc", "?", false},
+    {"aab", "*ab", true}, {"abab", "*ab", true}, {"abac", "*ab", false}, {"a*c", "a*c", true}, {"abcabd", "*abd", true},
+};
+// clang-format on
+
+TEST(Pattern, StarIsAnyTextAndQuestionMarkOneByte) {
+  for (const PatternCase& each : kPatterns) {
+    EXPECT_EQ(matchesPattern(each.name, each.pattern), each.matches)
+        << each.name << ' ' << each.pattern;
+  }
+}
+
+TEST(Pattern, EndsSoonWithManyStars) {
+  std::string pattern;
+  for (int i = 0; i < 1000; ++i) pattern += "*a";
+  EXPECT_FALSE(matchesPattern(std::string(10000, 'a') + 'b', pattern + "*c"));
+}
+
+}  // namespace
+}  // namespace VeskTest

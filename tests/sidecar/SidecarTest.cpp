@@ -1,0 +1,276 @@
+#include "sidecar/Sidecar.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <random>
+#include <sstream>
+
+#include "sidecar/Utf8.h"
+
+namespace Vesk {
+namespace {
+
+// ---- written ---------------------------------------------------------------------
+
+struct FieldCase {
+  const char* name;
+  const char* value;
+  const char* written;
+};
+
+void PrintTo(const FieldCase& row, std::ostream* out) { *out << row.name; }
+
+// clang-format off
+constexpr FieldCase kFields[] = {
+    {"PlainTextStands",           "A106-B",       "A106-B"},
+    {"BlanksStand",               " a b ",        " a b "},
+    {"CommaIsQuoted",             "PIPE, 6",      "\"PIPE, 6\""},
+    {"QuoteIsDoubled",            "6\"",          "\"6\"\"\""},
+    {"LineEndIsQuoted",           "a\nb",         "\"a\nb\""},
+    {"EqualsGetsAnApostrophe",    "=SUM(A1)",     "'=SUM(A1)"},
+    {"PlusGetsAnApostrophe",      "+49",          "'+49"},
+    {"MinusGetsAnApostrophe",     "-1",           "'-1"},
+    {"AtGetsAnApostrophe",        "@home",        "'@home"},
+    {"TabGetsAnApostrophe",       "\tx",          "'\tx"},
+    {"ReturnGetsAnApostrophe",    "\rx",          "\"'\rx\""},
+    {"ApostropheBeforeAFormula",  "'=1",          "''=1"},
+    {"ApostropheElsewhereStands", "'quoted'",     "'quoted'"},
+    {"ApostropheAloneStands",     "'",            "'"},
+    {"FormulaWithAComma",         "=A1,B1",       "\"'=A1,B1\""},
+    {"Utf8Stands",                "\xC3\x98 60",  "\xC3\x98 60"},
+    {"Latin1BecomesUtf8",         "\xD8 60",      "\xC3\x98 60"},
+    {"Windows1252BecomesUtf8",    "\x80",         "\xE2\x82\xAC"},
+};
+// clang-format on
+
+class Fields : public testing::TestWithParam<FieldCase> {};
+
+TEST_P(Fields, AreWrittenSoAndComeBack) {
+  std::stringstream stream;
+  SidecarWriter writer(stream, {"text"});
+  writer.add({"P-1", "01", 7, 9, {GetParam().value}});
+  EXPECT_EQ(stream.str(),
+            std::string("f1,f2,first,last,text\nP-1,01,7,9,") + GetParam().written + '\n');
+  SidecarReader reader(stream, "s.csv");
+  SidecarRow row;
+  ASSERT_TRUE(reader.next(row)) << reader.fault();
+  EXPECT_EQ(row.values[0], toUtf8(GetParam().value));
+  EXPECT_FALSE(reader.next(row));
+  EXPECT_EQ(reader.fault(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Sidecar, Fields, testing::ValuesIn(kFields),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(SidecarWriter, FillsMissingValuesAndDropsSurplusOnes) {
+  std::ostringstream stream;
+  SidecarWriter writer(stream, {"a", "b"});
+  writer.add({"", "00", 0, 46655, {"x"}});
+  writer.add({"=P", "", 1, 1, {"x", "y", "z"}});
+  EXPECT_EQ(stream.str(), "f1,f2,first,last,a,b\n,00,0,46655,x,\n'=P,,1,1,x,y\n");
+}
+
+TEST(SidecarWriter, EveryTextComesBack) {
+  std::mt19937 random(7);
+  const std::string alphabet = "a'=\",\n\r\t+-@ ;\xC3\xA4";
+  for (int i = 0; i < 3000; ++i) {
+    SidecarRow row{"P", "01", i, i, {}};
+    for (int k = 0; k < 3; ++k) {
+      std::string text;
+      for (auto n = random() % 6; n > 0; --n) text += alphabet[random() % (alphabet.size() - 2)];
+      row.values.push_back(text);
+    }
+    std::stringstream stream;
+    SidecarWriter writer(stream, {"a", "b", "c"});
+    writer.add(row);
+    SidecarReader reader(stream, "s.csv");
+    SidecarRow back;
+    ASSERT_TRUE(reader.next(back)) << reader.fault() << stream.str();
+    EXPECT_EQ(back.values, row.values) << stream.str();
+  }
+}
+
+// ---- read ------------------------------------------------------------------------
+
+std::string textOf(const std::string& file) {
+  std::istringstream stream(file);
+  SidecarReader reader(stream, "s.csv");
+  std::string text;
+  for (const std::string& column : reader.columns()) text += column + ' ';
+  for (SidecarRow row; reader.next(row);) {
+    text += "| " + row.f1 + '/' + row.f2 + '/' + std::to_string(row.first) + '-' +
+            std::to_string(row.last);
+    for (const std::string& value : row.values) text += ' ' + value;
+  }
+  return text + reader.fault();
+}
+
+struct ReadCase {
+  const char* name;
+  const char* file;
+  const char* text;
+};
+
+void PrintTo(const ReadCase& row, std::ostream* out) { *out << row.name; }
+
+// clang-format off
+constexpr ReadCase kReads[] = {
+    {"KeyAlone",        "f1,f2,first,last\nA,01,1,2\n",                    "| A/01/1-2"},
+    {"NoLineEnd",       "f1,f2,first,last,x\nA,01,1,2,y",                  "x | A/01/1-2 y"},
+    {"ReturnAndFeed",   "f1,f2,first,last,x\r\nA,01,1,2,y\r\n",            "x | A/01/1-2 y"},
+    {"ByteOrderMark",   "\xEF\xBB\xBF" "f1,f2,first,last\nA,01,1,2\n",     "| A/01/1-2"},
+    {"QuotedKey",       "\"f1\",\"f2\",\"first\",\"last\"\n\"A\",\"01\",\"1\",\"2\"\n", "| A/01/1-2"},
+    {"AnyOrderAndCase", "Last,X,F2,First,F1\n2,y,01,1,A\n",                "x | A/01/1-2 y"},
+    {"EmptyLines",      "f1,f2,first,last\n\nA,01,1,2\n\n\n",              "| A/01/1-2"},
+    {"NoRows",          "f1,f2,first,last,x\n",                            "x "},
+    {"Empty",           "", "s.csv:1: the file is empty; expected the names of the columns"},
+    {"NoKey",           "f1,f2,last\n",
+     "s.csv:1: there is no column \"first\"; expected f1, f2, first and last"},
+    {"TooFew",          "f1,f2,first,last,x\nA,01,1,2\n", "x s.csv:2: the row has fewer fields than the first line"},
+    {"TooMany",         "f1,f2,first,last\nA,01,1,2,3\n", "s.csv:2: the row has more fields than the first line"},
+    {"NoNumber",        "f1,f2,first,last\nA,01,1x,2\n",  "s.csv:2: \"first\" is no number from 0 to 46655"},
+    {"TooLarge",        "f1,f2,first,last\nA,01,1,46656\n", "s.csv:2: \"last\" is no number from 0 to 46655"},
+    {"Negative",        "f1,f2,first,last\nA,01,-1,2\n",  "s.csv:2: \"first\" is no number from 0 to 46655"},
+    {"Backwards",       "f1,f2,first,last\nA,01,3,2\n",   "s.csv:2: \"last\" is smaller than \"first\""},
+    {"OpenQuote",       "f1,f2,first,last\nA,01,1,1\n\"A\nB,01,1,2\n",
+     "| A/01/1-1s.csv:3: a quoted field has no end"},
+    {"BehindTheQuote",  "f1,f2,first,last\n\"A\"x,01,1,2\n", "s.csv:2: something stands behind the end of a quoted field"},
+    {"LineOfTheFault",  "f1,f2,first,last,x\nA,01,1,1,\"a\nb\nc\"\nA,01,x,2,\n",
+     "x | A/01/1-1 a\nb\ncs.csv:5: \"first\" is no number from 0 to 46655"},
+};
+// clang-format on
+
+class Reads : public testing::TestWithParam<ReadCase> {};
+
+TEST_P(Reads, GiveThis) { EXPECT_EQ(textOf(GetParam().file), GetParam().text); }
+
+INSTANTIATE_TEST_SUITE_P(Sidecar, Reads, testing::ValuesIn(kReads),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(SidecarReader, RefusesAFieldWithoutEnd) {
+  EXPECT_EQ(textOf("f1,f2,first,last\n\"" + std::string(SidecarReader::kLongestField + 1, 'x')),
+            "s.csv:2: a field is longer than 1 MiB");
+}
+
+// Of a last row without a line end nobody knows whether it is whole; those before it are.
+TEST(SidecarReader, AFileCutAnywhereKeepsTheRowsBefore) {
+  const std::string first = "f1,f2,first,last,x\nA,01,1,2,\"a,b\"\n";
+  const std::string second = "A,01,3,4,\"c\nd\"\n";
+  for (std::size_t length = 0; length < second.size(); ++length) {
+    std::istringstream stream(first + second.substr(0, length));
+    SidecarReader reader(stream, "s.csv");
+    SidecarRow row;
+    ASSERT_TRUE(reader.next(row)) << reader.fault();
+    EXPECT_EQ(row.values[0], "a,b");
+    if (reader.next(row)) {
+      EXPECT_EQ(row.last, 4);
+    }
+  }
+}
+
+// ---- joined ----------------------------------------------------------------------
+
+// A sidecar with `count` rows, ten counters each, of pipelines of a hundred rows.
+std::string manyRows(int count) {
+  std::ostringstream stream;
+  SidecarWriter writer(stream, {"n"});
+  for (int i = 0; i < count; ++i) {
+    const int first = i % 100 * 10;
+    writer.add({"P" + std::to_string(i / 100), "01", first, first + 9, {std::to_string(i)}});
+  }
+  return stream.str();
+}
+
+std::string valueOf(SidecarJoin& join, int row, int element) {
+  const SidecarRow* found =
+      join.find("P" + std::to_string(row / 100) + "  ", "01", row % 100 * 10 + element);
+  return found == nullptr ? "none" : found->values[0];
+}
+
+TEST(SidecarJoin, GivesEveryElementItsRow) {
+  std::istringstream stream(manyRows(30000));
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  for (int row = 0; row < 30000; ++row) {
+    for (int element = 0; element < 10; element += 3)
+      ASSERT_EQ(valueOf(join, row, element), std::to_string(row));
+  }
+  join.finish();
+  EXPECT_EQ(join.rows(), 30000U);
+  EXPECT_EQ(join.rowsWithoutElements(), 0U);
+  EXPECT_EQ(join.elementsWithoutRows(), 0U);
+}
+
+TEST(SidecarJoin, CountsRowsWithoutElementsAndElementsWithoutRows) {
+  std::istringstream stream(manyRows(1000));
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  EXPECT_EQ(join.find("", "", 0), nullptr);
+  EXPECT_EQ(valueOf(join, 3, 0), "3");
+  EXPECT_EQ(valueOf(join, 700, 0), "700");
+  EXPECT_EQ(join.find("P7", "02", 0), nullptr);
+  EXPECT_EQ(valueOf(join, 701, 0), "701");
+  EXPECT_EQ(join.find("P7", "01", 1000), nullptr);
+  join.finish();
+  EXPECT_EQ(join.rows(), 1000U);
+  EXPECT_EQ(join.rowsWithoutElements(), 997U);
+  EXPECT_EQ(join.elementsWithoutRows(), 3U);
+}
+
+TEST(SidecarJoin, LooksBackAFewRows) {
+  std::istringstream stream(manyRows(1000));
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  EXPECT_EQ(valueOf(join, 900, 0), "900");
+  EXPECT_EQ(valueOf(join, 10, 0), "10");
+  EXPECT_EQ(valueOf(join, 901, 0), "901");
+}
+
+TEST(SidecarJoin, KeepsElementsApartWhoseRowsHaveGaps) {
+  std::istringstream stream("f1,f2,first,last\nA,01,1,2\nA,01,5,5\nA,02,1,9\n");
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  EXPECT_EQ(join.find("A       ", "01", 3), nullptr);
+  EXPECT_NE(join.find("A       ", "01", 2), nullptr);
+  EXPECT_NE(join.find("A       ", "01", 5), nullptr);
+  EXPECT_EQ(join.find("A       ", "01", 6), nullptr);
+  EXPECT_EQ(join.find("B       ", "01", 5), nullptr);
+  EXPECT_NE(join.find("A       ", "02", 5), nullptr);
+}
+
+TEST(SidecarJoin, FindsHeadersThatAreNoUtf8) {
+  std::stringstream stream;
+  SidecarWriter(stream, {}).add({"\xD8-1", "01", 1, 1, {}});
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  EXPECT_NE(join.find("\xD8-1     ", "01", 1), nullptr);
+}
+
+// ---- names and texts ---------------------------------------------------------------
+
+TEST(SidecarName, StandsBesideTheRecordFile) {
+  EXPECT_EQ(sidecarNameOf("plant.dat"), "plant.attributes.csv");
+  EXPECT_EQ(sidecarNameOf("a.b/PLANT.DAT"), "a.b/PLANT.attributes.csv");
+  EXPECT_EQ(sidecarNameOf("plant"), "plant.attributes.csv");
+  EXPECT_EQ(sidecarNameOf("plant.rec"), "plant.rec.attributes.csv");
+}
+
+TEST(Utf8, IsCutBetweenCharacters) {
+  EXPECT_EQ(cutUtf8("abc", 8), "abc");
+  EXPECT_EQ(cutUtf8("abcdefgh\xC3\xA4", 8), "abcdefgh");
+  EXPECT_EQ(cutUtf8("abcdefg\xC3\xA4", 8), "abcdefg");
+  EXPECT_EQ(cutUtf8("abcdef\xC3\xA4x", 8), "abcdef\xC3\xA4");
+  EXPECT_EQ(cutUtf8("abcdef\xE2\x82\xAC", 8), "abcdef");
+}
+
+TEST(Utf8, KnowsWhatIsNone) {
+  for (const char* text : {"", "abc", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x94\xA7"})
+    EXPECT_TRUE(isUtf8(text)) << text;
+  for (const char* text : {"\x80", "\xC3", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80",
+                           "\xF5\x80\x80\x80", "\xF4\x90\x80\x80", "\xE2\x82", "\xC3\xC3"})
+    EXPECT_FALSE(isUtf8(text)) << text;
+}
+
+}  // namespace
+}  // namespace Vesk

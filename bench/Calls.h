@@ -4,16 +4,16 @@
 #include <utility>
 
 #include "PlantModel.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
 #include "vesk.h"
+#include "vesk/Box.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/Pgon.h"
+#include "vesk/Pline.h"
+#include "vesk/Red.h"
+#include "vesk/Relb.h"
+#include "vesk/Torus.h"
+#include "vesk/Txt.h"
 
 namespace VeskBench {
 

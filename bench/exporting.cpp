@@ -13,11 +13,11 @@
 
 #include "Measure.h"
 #include "PlantFile.h"
-#include "SceneReader.h"
-#include "Session.h"
-#include "Streams.h"
 #include "export/Writers.h"
+#include "files/SceneReader.h"
 #include "mesh/Scene.h"
+#include "terminal/Session.h"
+#include "terminal/Streams.h"
 
 namespace {
 

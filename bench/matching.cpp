@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "Measure.h"
-#include "ge/GePoint.h"
 #include "ge/PointMatch.h"
+#include "vesk/GePoint.h"
 
 namespace {
 

@@ -19,8 +19,8 @@
 #include "Measure.h"
 #include "PlantFile.h"
 #include "PlantModel.h"
-#include "input/RecordFile.h"
 #include "plain/PlainReader.h"
+#include "vesk/RecordFile.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <random>
 #include <vector>
 
-#include "ge/GePoint.h"
 #include "prims/EarClipper.h"
+#include "vesk/GePoint.h"
 
 namespace {
 

@@ -4,7 +4,8 @@ add_library(vesk_build_flags INTERFACE)
 # Without contraction the same numbers give the same bytes with every compiler
 # and at every level of optimisation.
 target_compile_options(vesk_build_flags INTERFACE
-  -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror
+  -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+  $<$<BOOL:${VESK_WERROR}>:-Werror>
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
   -Wcast-qual -Wformat=2>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -1,7 +1,7 @@
 # GTest::gtest and GTest::gtest_main: the installed ones, or, for Windows, built
 # from the sources that Debian's package googletest installs.
 if(NOT CMAKE_CROSSCOMPILING)
-  find_package(GTest REQUIRED)
+  find_package(GTest QUIET)
   return()
 endif()
 

@@ -1,36 +1,42 @@
 # What an installed tree holds, the CMake package, pkg-config files and packages.
 #
 #   bin/                 CVeskDll.dll; vesk, the tool
-#   lib/                 the shared library, the static C++ model, import libraries
-#   lib/cmake/vesk/      find_package(vesk): vesk::CVeskDll and vesk::vesk
-#   lib/pkgconfig/       vesk.pc (the C library) and vesk-model.pc (the C++ model)
+#   lib/                 the shared library, the static C++ model and its meshes, import libraries
+#   lib/cmake/vesk/      find_package(vesk): vesk::CVeskDll, vesk::vesk and vesk::mesh
+#   lib/pkgconfig/       vesk.pc (the C library), vesk-model.pc (the C++ model), vesk-mesh.pc
 #   include/vesk.h       the C library
-#   include/vesk/        the C++ model: #include "prims/Cyl.h"
+#   include/vesk/        the C++ model: #include <vesk/Cyl.h>; the classes of the exceptions
+#                        are for hosts of the C library too
+#   include/vesk/mesh/   the meshes: #include <vesk/mesh/ElementMesh.h>
 #   share/               the tool's manual page and completions, on Unix
 #
 # All of it may be moved to another place.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-set(model_includes ${CMAKE_INSTALL_INCLUDEDIR}/vesk)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/vesk)
 set(pc_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# A host in C++ needs the model's exception classes besides vesk.h.
-install(TARGETS CVeskDll EXPORT vesk
+# One export a component of the package; see veskConfig.cmake.in.
+install(TARGETS CVeskDll EXPORT vesk-library
   RUNTIME COMPONENT runtime
   LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
   ARCHIVE COMPONENT development
-  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} ${model_includes})
-install(TARGETS vesk EXPORT vesk
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(TARGETS vesk EXPORT vesk-model
   ARCHIVE COMPONENT development
-  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} ${model_includes})
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(TARGETS vesk_mesh EXPORT vesk-mesh
+  ARCHIVE COMPONENT development
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+foreach(component library model mesh)
+  install(EXPORT vesk-${component} NAMESPACE vesk::
+    DESTINATION ${package_folder} COMPONENT development)
+endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/include/vesk.h
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
-foreach(folder ge output prims input api)
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/${folder} DESTINATION ${model_includes}
-    COMPONENT development FILES_MATCHING PATTERN *.h)
-endforeach()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vesk
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development FILES_MATCHING PATTERN *.h)
 if(WIN32)
   install(FILES ${VESK_MSVC_IMPORT_LIBRARY} ${PROJECT_BINARY_DIR}/src/CVeskDll.def
     DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
@@ -52,17 +58,17 @@ if(TARGET vesk_completions)
     COMPONENT tools)
 endif()
 
-install(EXPORT vesk NAMESPACE vesk:: FILE veskConfig.cmake
-  DESTINATION ${package_folder} COMPONENT development)
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/veskConfig.cmake.in veskConfig.cmake
+  INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/veskConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/veskConfigVersion.cmake
+install(FILES ${PROJECT_BINARY_DIR}/veskConfig.cmake ${PROJECT_BINARY_DIR}/veskConfigVersion.cmake
   DESTINATION ${package_folder} COMPONENT development)
 
 # A pkg-config file finds its prefix from where it lies.
 file(RELATIVE_PATH VESK_PC_PREFIX /${pc_folder} /)
 string(REGEX REPLACE "/$" "" VESK_PC_PREFIX "${VESK_PC_PREFIX}")
-foreach(name vesk vesk-model)
+foreach(name vesk vesk-model vesk-mesh)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${name}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${pc_folder} COMPONENT development)
 endforeach()

@@ -18,9 +18,13 @@ target_link_options(CVeskDll PRIVATE
 # libCVeskDll.dll.a comes from the linker. CVeskDll.lib is for link.exe and
 # lld-link, whose own short form only LLVM's tool writes.
 find_program(VESK_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14 REQUIRED)
-set(VESK_MSVC_IMPORT_LIBRARY ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/CVeskDll.lib
+set(VESK_MSVC_IMPORT_LIBRARY ${PROJECT_BINARY_DIR}/lib/CVeskDll.lib
   CACHE INTERNAL "Import library for link.exe and lld-link")
+set(machine i386:x86-64)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  set(machine i386)
+endif()
 add_custom_command(OUTPUT ${VESK_MSVC_IMPORT_LIBRARY}
-  COMMAND ${VESK_DLLTOOL} -m i386:x86-64 -d ${def} -D CVeskDll.dll -l ${VESK_MSVC_IMPORT_LIBRARY}
+  COMMAND ${VESK_DLLTOOL} -m ${machine} -d ${def} -D CVeskDll.dll -l ${VESK_MSVC_IMPORT_LIBRARY}
   DEPENDS ${def} VERBATIM)
 add_custom_target(CVeskDll_msvc_import_library ALL DEPENDS ${VESK_MSVC_IMPORT_LIBRARY})

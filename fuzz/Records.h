@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "api/ElementHolder.h"
-#include "ge/TovException.h"
-#include "input/RecordFile.h"
+#include "vesk/RecordFile.h"
+#include "vesk/TovException.h"
 
 namespace VeskFuzz {
 
@@ -33,7 +33,7 @@ inline std::string writtenText(const Vesk::ElementHolder& holder, std::int32_t m
   try {
     holder.writeRecords(out);
     out.flushLine();
-  } catch (const TovException&) {
+  } catch (const Vesk::TovException&) {
     return {};
   }
   std::string text;

@@ -12,7 +12,7 @@
 
 #include "Fuzz.h"
 #include "api/Globals.h"
-#include "ge/GeEx.h"
+#include "vesk/GeEx.h"
 
 using VeskFuzz::Bytes;
 using VeskFuzz::check;

@@ -13,7 +13,7 @@
 #include "Fuzz.h"
 #include "Records.h"
 #include "prims/EarClipper.h"
-#include "prims/Pgon.h"
+#include "vesk/Pgon.h"
 
 using VeskFuzz::check;
 

@@ -8,8 +8,10 @@
 
 #include "Fuzz.h"
 #include "Records.h"
-#include "ge/ExceptionInfo.h"
-#include "prims/Relb.h"
+#include "input/Input.h"
+#include "input/RecordHeading.h"
+#include "vesk/ExceptionInfo.h"
+#include "vesk/Relb.h"
 
 using VeskFuzz::check;
 using VeskFuzz::linesOf;
@@ -22,8 +24,9 @@ std::unique_ptr<Vesk::Geo> readFrom(const Vesk::Recs& lines, std::int32_t code, 
   std::unique_ptr<Vesk::Geo> geo = Vesk::makeGeo(code);
   try {
     check(geo->read(in) == 0, "reading gives 0");
-  } catch (const ExceptionInfo& e) {
-    check(e.level == ExceptionInfo::kFatal || e.level == ExceptionInfo::kUnknownTag, "a level");
+  } catch (const Vesk::ExceptionInfo& e) {
+    check(e.level == Vesk::ExceptionInfo::kFatal || e.level == Vesk::ExceptionInfo::kUnknownTag,
+          "a level");
     check(e.message.find(", primitive ") != e.message.npos, "the primitive is named", e.message);
     return nullptr;
   }
@@ -39,7 +42,7 @@ Vesk::Recs write(const Vesk::Geo& geo, std::int32_t mode) {
   try {
     geo.write(out);
     out.flushLine();
-  } catch (const TovException&) {
+  } catch (const Vesk::TovException&) {
     return {};
   }
   return out.recs;

@@ -12,10 +12,10 @@
 
 #include "Fuzz.h"
 #include "Records.h"
-#include "ge/ExceptionInfo.h"
 #include "input/Input.h"
 #include "input/ParseDouble.h"
 #include "output/RecordLayout.h"
+#include "vesk/ExceptionInfo.h"
 
 using VeskFuzz::Bytes;
 using VeskFuzz::check;
@@ -145,8 +145,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int operation = program.below(24);
     try {
       step(in, operation, program);
-    } catch (const ExceptionInfo& e) {
-      check(e.level == ExceptionInfo::kFatal, "the scanner's failures are fatal", e.message);
+    } catch (const Vesk::ExceptionInfo& e) {
+      check(e.level == Vesk::ExceptionInfo::kFatal, "the scanner's failures are fatal", e.message);
       check(e.message.starts_with("Input: "), "the scanner's messages", e.message);
     }
     check(in.line.size() == in.lineLength, "line and length belong together");

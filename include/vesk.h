@@ -15,15 +15,22 @@
  *            world frame. It is read during the call only; the library keeps
  *            no pointer of the caller's.
  *   Units    The library knows none: a number is written as it comes. By
- *            custom all lengths of a file are millimetres.
+ *            custom all lengths of a file are millimetres; sizes of what is
+ *            round are diameters unless "radius" is said. No argument is an
+ *            angle. See docs/units.md.
+ *   Range    No number is refused or changed: zero, negative and huge ones,
+ *            NaN and the infinities are written, the last three as "nan",
+ *            "inf", "-inf" (vk_writeElb alone throws, see there). "Valid" below
+ *            is what makes a shape that others can measure and show; all other
+ *            numbers make a record that readers take and call degenerate:
+ *            it has no surface, and `vesk check` names it.
  *   Digits   Coordinates of points keep 4 decimals, components of vectors and
- *            sizes keep 6; exact halves go to the even digit. NaN and the
- *            infinities are written as "nan", "inf", "-inf".
+ *            sizes keep 6; exact halves go to the even digit.
  *   Result   A write function that returns int returns the number of lines
  *            printed to the file: 0 when no file is open. It is not a sign
  *            that the disk took them: the text goes through the C library's
  *            buffer. What the disk refused shows at vk_openVesk(NULL).
- *   Errors   A NULL array throws the C++ exception GeEx::NullPtr (ge/GeEx.h)
+ *   Errors   A NULL array throws the C++ exception GeEx::NullPtr (vesk/GeEx.h)
  *            out of the function and nothing is written; vk_writeElb throws
  *            GeEx::NullDir as well, see there. A C++ host catches them by
  *            class; in a host of another language an exception ends the
@@ -46,6 +53,11 @@
  */
 #ifndef VESK_H
 #define VESK_H
+
+/* The version of this header, which is that of the library beside it. */
+#define VESK_VERSION_MAJOR 1
+#define VESK_VERSION_MINOR 0
+#define VESK_VERSION_PATCH 0
 
 /* VESK_API marks what the shared library exports. Windows exports by the
    module definition file, so that the names stay undecorated. */
@@ -83,6 +95,8 @@ extern "C" {
  *     errno = 0;
  *     vk_openVesk(NULL);
  *     if (errno != 0) perror("veskpump.dat");
+ *
+ * Since 1.0.
  */
 VESK_API int vk_openVesk(const char* name);
 
@@ -101,37 +115,72 @@ VESK_API int vk_openVesk(const char* name);
  * either case, the high digits of n being lost: 46656 writes "000". A negative
  * n is not refused: its digits are those of the remainders, characters below
  * '0', and the result tells whether three digits were enough.
+ *
+ * Since 1.0.
  */
 VESK_API int vk_setHeader(const char* a, const char* b, int n);
 
-/** Writes a point. p: its place. */
+/**
+ * Writes a point.
+ *
+ *   p   its place, mm; valid: finite
+ *
+ * Since 1.0.
+ */
 VESK_API void vk_writePnt(const double p[3]);
 
-/** Writes a segment from p1 to p2. Equal points are written as they are. */
+/**
+ * Writes a segment.
+ *
+ *   p1, p2   its ends, mm; valid: finite. Equal ends are a segment of length 0.
+ *
+ * Since 1.0.
+ */
 VESK_API void vk_writeSeg(const double p1[3], const double p2[3]);
 
-/** Writes a triangle; p1, p2, p3: its corners in drawing order. */
+/**
+ * Writes a triangle.
+ *
+ *   p1, p2, p3   its corners in drawing order, mm; valid: finite and not in one
+ *                line. Corners in one line enclose nothing and have no surface.
+ *
+ * Since 1.0.
+ */
 VESK_API void vk_writeTri(const double p1[3], const double p2[3], const double p3[3]);
 
-/** Writes a quadrangle; p1 to p4: its corners in drawing order. */
+/**
+ * Writes a quadrangle.
+ *
+ *   p1 to p4   its corners in drawing order, mm; valid: finite, not in one line,
+ *              about plane, and no two sides cross
+ *
+ * Since 1.0.
+ */
 VESK_API void vk_writeQua(const double p1[3], const double p2[3], const double p3[3],
                           const double p4[3]);
 
 /**
  * Writes a text.
  *
- *   p1   reference point
- *   p2   vector of the writing direction, p3   vector of the text height
- *   d1   width of one character, along p2
- *   d2   height of the text, along p3
+ *   p1   reference point, mm; valid: finite
+ *   p2   vector of the writing direction, p3   vector of the text height; valid:
+ *        of unit length and perpendicular. Others stretch or slant the text; a
+ *        null vector leaves it without extent.
+ *   d1   width of one character in lengths of p2, mm for a unit vector; valid: > 0
+ *   d2   height of the text in lengths of p3, mm for a unit vector; valid: > 0.
+ *        Zero leaves the text without extent; a negative one mirrors it.
  *   i1   which point of the text p1 is: 1 start, 2 middle, 3 end of the base
- *        line, 4 to 6 of the middle row, 7 to 9 of the top row; written as it is
- *   i2   flag. The style of file that these functions write does not keep it.
+ *        line, 4 to 6 of the middle row, 7 to 9 of the top row. Any other number
+ *        is written and read as 1.
+ *   i2   flag, any number. The style of file that these functions write does not
+ *        keep it.
  *   s    zero-terminated, any length up to 512 bytes; NULL is an empty text.
  *        Bytes are written as they are: a line feed in s breaks the record.
  *
  * A text of more than 512 bytes does not fit into a line: the element is then
  * cut short in the file after its first line.
+ *
+ * Since 1.0.
  */
 VESK_API void vk_writeTxt(const double p1[3], const double p2[3], const double p3[3], double d1,
                           double d2, int i1, int i2, const char* s);
@@ -139,9 +188,12 @@ VESK_API void vk_writeTxt(const double p1[3], const double p2[3], const double p
 /**
  * Writes a box (parallelepiped).
  *
- *   p0           one corner
- *   p1, p2, p3   the ends of the three edges that leave it; they need not be
- *                perpendicular
+ *   p0           one corner, mm; valid: finite
+ *   p1, p2, p3   the ends of the three edges that leave it, mm; valid: no edge
+ *                of length 0, not all in one plane. The edges need not be
+ *                perpendicular, and may come in either sense.
+ *
+ * Since 1.0.
  */
 VESK_API void vk_writeBox(const double p0[3], const double p1[3], const double p2[3],
                           const double p3[3]);
@@ -149,8 +201,14 @@ VESK_API void vk_writeBox(const double p0[3], const double p1[3], const double p
 /**
  * Writes a reducer: a solid with eight corners and two ends of four each.
  *
- *   p0 to p3   corners of the first end, in the order 0, 1, 3, 2 round its face
- *   p4 to p7   corners of the second end; p4 lies opposite p0, and so on
+ *   p0 to p3   corners of the first end, mm, in the order 0, 1, 3, 2 round its
+ *              face
+ *   p4 to p7   corners of the second end, mm; p4 lies opposite p0, and so on
+ *
+ * Valid: finite, not all in one plane, and no face crosses another. The corners
+ * of an end may fall into an edge or a point; the ends may come in either sense.
+ *
+ * Since 1.0.
  */
 VESK_API void vk_writeRed(const double p0[3], const double p1[3], const double p2[3],
                           const double p3[3], const double p4[3], const double p5[3],
@@ -159,44 +217,59 @@ VESK_API void vk_writeRed(const double p0[3], const double p1[3], const double p
 /**
  * Writes a cylinder.
  *
- *   p1, p2   centres of the two faces
- *   d        diameter
+ *   p1, p2   centres of the two faces, mm; valid: finite and at least 0.01 apart.
+ *            Equal centres are a cylinder of length 0.
+ *   d        diameter, mm; valid: 0.01 or more. 0 is a line; below zero readers
+ *            call it wrong.
  *
- * Returns the number of lines printed.
+ * Returns the number of lines printed. Since 1.0.
  */
 VESK_API int vk_writeCyl(const double p1[3], const double p2[3], double d);
 
 /**
  * Writes a truncated cone.
  *
- *   p1, p2   centres of the two faces
- *   d1, d2   diameters at p1 and at p2; one may be 0 (a pointed cone)
+ *   p1, p2   centres of the two faces, mm; valid: finite and apart
+ *   d1, d2   diameters at p1 and at p2, mm; valid: 0 or more, one of them 0.01 or
+ *            more. One may be 0 (a pointed cone); below zero readers call it wrong.
  *
- * Returns the number of lines printed.
+ * Returns the number of lines printed. Since 1.0.
  */
 VESK_API int vk_writeCon(const double p1[3], const double p2[3], double d1, double d2);
 
 /**
- * Writes a torus segment, a bent piece of pipe.
+ * Writes a bend, a piece of pipe along an arc (a segment of a torus).
  *
- *   p0       centre of the bend
- *   p1, p2   start and end of the tube's centre line, at equal distances from
- *            p0 and less than half a turn apart
- *   d        diameter of the tube
+ *   p0       centre of the bend, mm; valid: finite
+ *   p1, p2   start and end of the tube's centre line, mm; valid: at equal
+ *            distances from p0, above 0, and the angle between them above 0 and
+ *            less than half a turn. Nearer than 0.01 degree to either, the
+ *            decimals of the record no longer tell the plane of the bend, and
+ *            at either it has none: write half a turn as two bends. Of unequal
+ *            distances readers take the mean.
+ *   d        diameter of the tube, mm; valid: above 0, at most twice the radius of
+ *            the bend. Wider ones, and those below zero, readers call wrong.
  *
- * Returns the number of lines printed.
+ * Returns the number of lines printed. Since 1.0.
  */
 VESK_API int vk_writeTor(const double p0[3], const double p1[3], const double p2[3], double d);
 
 /**
- * Writes a rectangular elbow, a bent piece of duct.
+ * Writes a duct elbow, a rectangular duct along an arc.
  *
- *   p0, p1   the ends of the bend axis, on the two side faces
+ *   p0, p1   the ends of the bend axis, on the two side faces, mm; valid: finite
+ *            and apart. Their distance is the width of the duct; 0 is a sheet.
  *   p2, p3   points of the outer face at the start and at the end of the bend,
- *            in the plane through p0
- *   d        inner bend radius
+ *            in the plane through p0, mm; valid: at equal distances from p0, the
+ *            outer radius, and the angle between them as for vk_writeTor: above 0
+ *            and less than half a turn, 0.01 degree away from either, or the
+ *            elbow has no plane that the record tells
+ *   d        inner bend radius, mm; valid: 0 or more and less than the outer
+ *            radius. The depth of the duct is the difference. Below zero the
+ *            section is wider than its bend, above the outer radius the depth
+ *            is below zero; readers call both wrong.
  *
- * Returns the number of lines printed. Throws GeEx::NullDir when p2 or p3 is
+ * Returns the number of lines printed. Since 1.0. Throws GeEx::NullDir when p2 or p3 is
  * at p0, for then the bend has no direction; nothing is written.
  */
 VESK_API int vk_writeElb(const double p0[3], const double p1[3], const double p2[3],

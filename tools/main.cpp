@@ -6,13 +6,18 @@
 #include <string>
 #include <vector>
 
-#include "Command.h"
-#include "Help.h"
-#include "Nearest.h"
-#include "Terminal.h"
+#include "commands/Command.h"
+#include "commands/Help.h"
+#include "files/SelectionOptions.h"
+#include "terminal/Nearest.h"
+#include "terminal/Terminal.h"
 
 namespace VeskTool {
 namespace {
+
+// When the reader of the answer has gone before its end, as other programs end by
+// their signal: whatever the answer would have been, it is not "nothing found".
+constexpr Exit kClosedPipe{141};
 
 using Commands = std::vector<std::unique_ptr<Command>>;
 
@@ -118,6 +123,13 @@ bool answerAboutTool(const FirstWords& first, const Commands& commands, Answer& 
   } else if (first.command == "help") {
     if (first.rest.empty()) {
       answer.write(helpOfTool(commands));
+    } else if (first.rest.front() == "help") {
+      answer.write(
+          "vesk help            names all commands\n"
+          "vesk help COMMAND    gives examples and options of a command\n"
+          "vesk help selection  tells which elements a command is about\n");
+    } else if (first.rest.front() == "selection") {
+      answer.write(selectionHelp());
     } else {
       CommonOptions unused;
       CLI::App app;
@@ -191,14 +203,14 @@ Exit runTool(const std::vector<std::string>& words) {
     complain(failure.what(), failure.hint);
     return failure.exit;
   } catch (const ClosedPipe&) {
-    return Exit::kDone;
+    return kClosedPipe;
   } catch (const Interrupted&) {
     return Exit::kInterrupted;
   } catch (const std::bad_alloc&) {
     complain("there is not enough memory", "");
     return Exit::kFault;
   } catch (const std::exception& error) {
-    complain(std::string("unexpected: ") + error.what(), "this is a mistake of vesk itself");
+    complain(std::string("unexpected: ") + error.what(), "this is a bug in vesk");
     return Exit::kFault;
   }
 }

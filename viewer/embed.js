@@ -1,25 +1,19 @@
-// Writes a file as a C++ source with the same bytes:
+// Makes a file a part of a program:
 //
-//   node embed.js INPUT OUTPUT
+//   node embed.js INPUT OUTPUT.cpp
 //
-// Compilers limit the length of a string literal, so it comes in pieces.
+// Long string literals and constant expressions are more than some compilers take:
+// the file stands in an array of numbers.
 import { readFileSync, writeFileSync } from 'node:fs';
 
-const PIECE = 4000;
+const IN_A_ROW = 24;
 
 const [input, output] = process.argv.slice(2);
 const bytes = readFileSync(input);
 
-function escaped(byte) {
-  const character = String.fromCharCode(byte);
-  if ('"\\?'.includes(character)) return `\\${character}`;
-  if (byte >= 0x20 && byte < 0x7f) return character;
-  return `\\${byte.toString(8).padStart(3, '0')}`;
-}
-
-const pieces = [];
-for (let at = 0; at < bytes.length; at += PIECE) {
-  pieces.push(`    "${Array.from(bytes.subarray(at, at + PIECE), escaped).join('')}",`);
+const rows = [];
+for (let at = 0; at < bytes.length; at += IN_A_ROW) {
+  rows.push(`    ${bytes.subarray(at, at + IN_A_ROW).join(',')},`);
 }
 
 writeFileSync(
@@ -29,17 +23,13 @@ writeFileSync(
 namespace VeskTool {
 namespace {
 
-constexpr std::string_view kPieces[] = {
-${pieces.join('\n')}
+const unsigned char kPage[] = {
+${rows.join('\n')}
 };
 
 }  // namespace
 
-std::string pageTemplate() {
-  std::string page;
-  for (const std::string_view piece : kPieces) page += piece;
-  return page;
-}
+std::string pageTemplate() { return {std::begin(kPage), std::end(kPage)}; }
 
 }  // namespace VeskTool
 `,

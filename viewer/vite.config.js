@@ -1,9 +1,12 @@
 import { createHash } from 'node:crypto';
-import { defineConfig } from 'vite';
+import { readFileSync } from 'node:fs';
+import { gzipSync } from 'node:zlib';
+
+import { defineConfig, transformWithEsbuild } from 'vite';
 
 // The two empty blocks of index.html into which the tool writes a model.
 const PLACES = [
-  '<script type="application/json" id="vesk-scene"></script>',
+  '<script type="text/plain" id="vesk-scene"></script>',
   '<script type="text/plain" id="vesk-data"></script>',
 ];
 
@@ -14,20 +17,28 @@ function inert(code) {
   return code.replaceAll('</script', '<\\/script').replaceAll('<!--', '<\\!--');
 }
 
-// One file: script and style stand in the page, and the policy allows these two
-// and nothing else.
+// The loader, which finds everything behind it: it is the last script of the page.
+async function loader() {
+  const file = new URL('src/loader.js', import.meta.url);
+  const { code } = await transformWithEsbuild(readFileSync(file, 'utf8'), 'loader.js', { minify: true });
+  return inert(`{${code.trim()}}`);
+}
+
+// One file: script and style stand in the page, and the policy allows these and
+// nothing else. The script is compressed; the loader unpacks it.
 function singleFile() {
   return {
     name: 'single-file',
     enforce: 'post',
-    generateBundle(_, bundle) {
+    async generateBundle(_, bundle) {
       const files = Object.values(bundle);
       const page = files.find((file) => file.fileName === 'index.html');
       const script = inert(files.find((file) => file.type === 'chunk').code.trim());
+      const first = await loader();
       const style = files.find((file) => file.fileName.endsWith('.css')).source.trim();
       const policy = [
         "default-src 'none'",
-        `script-src ${hash(script)}`,
+        `script-src ${hash(first)} ${hash(script)}`,
         `style-src ${hash(style)}`,
         'img-src data:',
         "base-uri 'none'",
@@ -42,7 +53,8 @@ function singleFile() {
       };
       put('<!--policy-->', `<meta http-equiv="Content-Security-Policy" content="${policy}">`);
       put('<!--style-->', `<style>${style}</style>`);
-      put('<!--script-->', `<script type="module">${script}</script>`);
+      const code = gzipSync(script, { level: 9 }).toString('base64');
+      put('<!--script-->', `<script type="text/plain" id="vesk-code">${code}</script>\n    <script>${first}</script>`);
       for (const place of PLACES) put(place, place);
       for (const name of Object.keys(bundle)) delete bundle[name];
       this.emitFile({ type: 'asset', fileName: 'template.html', source: html });

@@ -2,8 +2,10 @@
 
 #include <cctype>
 #include <cstdio>
+#include <initializer_list>
 #include <stdexcept>
 
+#include "input/ElbowFit.h"
 #include "input/ReaderFrame.h"
 
 using namespace Vesk;
@@ -93,15 +95,11 @@ std::unique_ptr<Geo> PlainReader::readFixedColumns(const std::string& word) {
     return torus;
   }
   if (word == "ELB") {
-    const GePoint a = getPoint9();
-    const GePoint b = getPoint9();
-    const GePoint c = getPoint9();
-    const GePoint e = getPoint9();
+    ElbowCorners corners;
+    for (GePoint* p : {&corners.a, &corners.b, &corners.c, &corners.e}) *p = getPoint9();
     needLine("61");
-    auto relb = std::make_unique<Relb>(fromOrigin(a), fromOrigin(b), fromOrigin(c), fromOrigin(e),
-                                       getDouble9());
-    relb->flipped = dot(cross(relb->startVector, relb->endVector), a - relb->centre) < 0.0;
-    return relb;
+    corners.innerRadius = getDouble9();
+    return std::make_unique<Relb>(fitElbow(corners));
   }
   if (word == "RED") {
     auto red = std::make_unique<Red>();

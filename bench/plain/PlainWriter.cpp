@@ -1,7 +1,7 @@
 #include "plain/PlainWriter.h"
 
-#include "ge/GeDirect.h"
 #include "plain/PlainText.h"
+#include "vesk/GeDirect.h"
 
 using namespace Vesk;
 

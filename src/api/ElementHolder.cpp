@@ -3,16 +3,8 @@
 #include <new>
 #include <typeinfo>
 
-#include "output/RecordWords.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
+#include "api/ElementRecords.h"
+#include "prims/Visit.h"
 
 namespace Vesk {
 namespace {
@@ -27,35 +19,9 @@ std::unique_ptr<Geo> copyAs(const Geo& g) {
 }
 
 std::unique_ptr<Geo> copyOf(const Geo& g) {
-  switch (g.typeCode()) {
-    case Cyl::kTypeCode:
-      return copyAs<Cyl>(g);
-    case Box::kTypeCode:
-      return copyAs<Box>(g);
-    case Relb::kTypeCode:
-      return copyAs<Relb>(g);
-    case Torus::kTypeCode:
-      return copyAs<Torus>(g);
-    case Red::kTypeCode:
-      return copyAs<Red>(g);
-    case Cone::kTypeCode:
-      return copyAs<Cone>(g);
-    case Pline::kTypeCode:
-      return copyAs<Pline>(g);
-    case Pgon::kTypeCode:
-      return copyAs<Pgon>(g);
-    case Txt::kTypeCode:
-      return copyAs<Txt>(g);
-    default:
-      return nullptr;
-  }
-}
-
-void writeClosing(Output& out, std::string_view name, const std::optional<std::int32_t>& value) {
-  if (!value) return;
-  out.addText(",");
-  out.addText(name);
-  out.addFixed(*value, 0, false);
+  return visitKind(
+      g.typeCode(), [&](auto kind) { return copyAs<typename decltype(kind)::Class>(g); },
+      []() -> std::unique_ptr<Geo> { return nullptr; });
 }
 
 }  // namespace
@@ -77,11 +43,7 @@ void ElementHolder::setElement(const Geo& g) {
 }
 
 void ElementHolder::writeRecords(Output& out) const {
-  header.writeTo(out);
-  element_->write(out);
-  if (out.mode != kTokens) return;
-  writeClosing(out, Words::kFt, ft);
-  writeClosing(out, Words::kTk, tk);
+  writeElementRecords(header, *element_, {ft, tk}, out);
 }
 
 }  // namespace Vesk

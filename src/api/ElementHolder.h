@@ -9,7 +9,7 @@
 
 #include "api/HeaderRecord.h"
 #include "output/Output.h"
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
 
 namespace Vesk {
 

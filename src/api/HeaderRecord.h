@@ -1,8 +1,8 @@
 #ifndef VESK_API_HEADERRECORD_H
 #define VESK_API_HEADERRECORD_H
 
-#include "output/HeaderFields.h"
 #include "output/Output.h"
+#include "vesk/HeaderFields.h"
 
 namespace Vesk {
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <vector>
 
-#include "mesh/Mesh.h"
+#include "vesk/mesh/Mesh.h"
 
 namespace Vesk {
 

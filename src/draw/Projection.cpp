@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ge/Extents.h"
+#include "vesk/Extents.h"
 
 namespace Vesk {
 namespace {

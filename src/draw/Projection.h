@@ -2,9 +2,9 @@
 #define VESK_DRAW_PROJECTION_H
 
 #include "draw/StandardView.h"
-#include "ge/GePoint.h"
 #include "mesh/Placement.h"
 #include "mesh/Scene.h"
+#include "vesk/GePoint.h"
 
 namespace Vesk {
 

@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-#include "ge/GeVector.h"
+#include "vesk/GeVector.h"
 
 namespace Vesk {
 

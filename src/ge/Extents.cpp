@@ -1,13 +1,10 @@
-#include "ge/Extents.h"
+#include "vesk/Extents.h"
 
 #include <initializer_list>
 
-#include "ge/GeConstants.h"
+#include "vesk/GeConstants.h"
 
-using Vesk::kCoarseTolerance;
-using Vesk::kUnitX;
-using Vesk::kUnitY;
-using Vesk::kUnitZ;
+namespace Vesk {
 
 Extents& Extents::add(const GePoint& p) {
   min.takeMinimum(p);
@@ -28,3 +25,5 @@ Extents& Extents::addCircle(const GePoint& centre, const GeVector& normal, doubl
   }
   return *this;
 }
+
+}  // namespace Vesk

@@ -1,7 +1,7 @@
-#include "ge/GeDirect.h"
+#include "vesk/GeDirect.h"
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using Vesk::kDirectionTolerance;
 

@@ -1,7 +1,7 @@
-#include "ge/GeMatrix.h"
+#include "vesk/GeMatrix.h"
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using Vesk::kDirectionTolerance;
 using Vesk::kNullVector;
@@ -39,12 +39,12 @@ GeMatrix GeMatrix::scaling(double factor) {
 
 GeVector GeMatrix::translation() const { return axis(*this, 3); }
 
-GePoint operator*(const GeMatrix& m, const GePoint& p) {
+GePoint Vesk::operator*(const GeMatrix& m, const GePoint& p) {
   const GeVector t = m.translation();
   const GeVector v = GeVector{p.x, p.y, p.z};
   return GePoint{t.x, t.y, t.z} + axis(m, 0) * v.x + axis(m, 1) * v.y + axis(m, 2) * v.z;
 }
 
-GeVector operator*(const GeMatrix& m, const GeVector& v) {
+GeVector Vesk::operator*(const GeMatrix& m, const GeVector& v) {
   return axis(m, 0) * v.x + axis(m, 1) * v.y + axis(m, 2) * v.z;
 }

@@ -1,6 +1,6 @@
-#include "ge/GePoint.h"
+#include "vesk/GePoint.h"
 
-#include "ge/GeEx.h"
+#include "vesk/GeEx.h"
 
 GePoint::GePoint(const double* xyz) {
   if (xyz == nullptr) throw GeEx::NullPtr("GePoint");
@@ -23,4 +23,4 @@ void GePoint::takeMaximum(const GePoint& other) {
   if (other.z > z) z = other.z;
 }
 
-double distance(const GePoint& a, const GePoint& b) { return (a - b).length(); }
+double Vesk::distance(const GePoint& a, const GePoint& b) { return (a - b).length(); }

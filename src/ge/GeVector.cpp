@@ -1,10 +1,10 @@
-#include "ge/GeVector.h"
+#include "vesk/GeVector.h"
 
 #include <cmath>
 #include <initializer_list>
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using Vesk::kDirectionTolerance;
 using Vesk::kNullVector;
@@ -80,12 +80,12 @@ GeVector& GeVector::operator/=(double divisor) {
   return *this;
 }
 
-GeVector operator/(const GeVector& v, double divisor) {
+GeVector Vesk::operator/(const GeVector& v, double divisor) {
   if (divisor == 0.0) throw GeEx::DivZero("GeDirect::operator /");
   return {v.x / divisor, v.y / divisor, v.z / divisor};
 }
 
-double signedAngle(const GeVector& axis, const GeVector& b, const GeVector& c) {
+double Vesk::signedAngle(const GeVector& axis, const GeVector& b, const GeVector& c) {
   const GeVector m = cross(axis, b);
   const double size = m.angleTo(cross(axis, c));
   return dot(m, c) >= 0.0 ? size : -size;

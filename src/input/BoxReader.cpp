@@ -1,7 +1,7 @@
 #include "input/ReaderFrame.h"
 #include "input/TagReader.h"
 #include "output/RecordWords.h"
-#include "prims/Box.h"
+#include "vesk/Box.h"
 
 namespace Vesk {
 namespace {

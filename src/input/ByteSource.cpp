@@ -1,4 +1,4 @@
-#include "input/ByteSource.h"
+#include "vesk/ByteSource.h"
 
 #include <algorithm>
 #include <cerrno>

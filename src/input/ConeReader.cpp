@@ -1,6 +1,6 @@
 #include "input/ReaderFrame.h"
 #include "output/RecordWords.h"
-#include "prims/Cone.h"
+#include "vesk/Cone.h"
 
 namespace Vesk {
 namespace {

@@ -1,5 +1,5 @@
 #include "input/ReaderFrame.h"
-#include "prims/Cyl.h"
+#include "vesk/Cyl.h"
 
 namespace Vesk {
 

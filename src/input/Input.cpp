@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "ge/ExceptionInfo.h"
 #include "input/ParseDouble.h"
 #include "output/RecordWords.h"
+#include "vesk/ExceptionInfo.h"
 
 namespace Vesk {
 namespace {

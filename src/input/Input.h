@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "ge/GePoint.h"
 #include "output/RecordLayout.h"
-#include "output/Recs.h"
+#include "vesk/GePoint.h"
+#include "vesk/Recs.h"
 
 namespace Vesk {
 

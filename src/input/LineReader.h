@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "input/ByteSource.h"
+#include "vesk/ByteSource.h"
 
 namespace Vesk {
 

@@ -3,7 +3,7 @@
 
 #include "input/ReaderFrame.h"
 #include "output/RecordWords.h"
-#include "prims/Pgon.h"
+#include "vesk/Pgon.h"
 
 namespace Vesk {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "input/ReaderFrame.h"
 #include "output/RecordWords.h"
-#include "prims/Pline.h"
+#include "vesk/Pline.h"
 
 namespace Vesk {
 namespace {

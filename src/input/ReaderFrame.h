@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "ge/ExceptionInfo.h"
-#include "ge/GePoint.h"
-#include "ge/GeVector.h"
-#include "ge/TovExWhere.h"
 #include "input/Input.h"
+#include "vesk/ExceptionInfo.h"
+#include "vesk/GePoint.h"
+#include "vesk/GeVector.h"
+#include "vesk/TovExWhere.h"
 
 namespace Vesk {
 

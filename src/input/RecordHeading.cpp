@@ -3,16 +3,8 @@
 #include <algorithm>
 
 #include "output/RecordLayout.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/TagEntry.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
+#include "prims/TagLines.h"
+#include "prims/Visit.h"
 
 namespace Vesk {
 namespace {
@@ -75,28 +67,12 @@ bool agree(std::string_view a, std::string_view b) {
 }  // namespace
 
 std::unique_ptr<Geo> makeGeo(std::int32_t typeCode) {
-  switch (typeCode) {
-    case Cyl::kTypeCode:
-      return std::make_unique<Cyl>();
-    case Box::kTypeCode:
-      return std::make_unique<Box>();
-    case Relb::kTypeCode:
-      return std::make_unique<Relb>();
-    case Torus::kTypeCode:
-      return std::make_unique<Torus>();
-    case Red::kTypeCode:
-      return std::make_unique<Red>();
-    case Cone::kTypeCode:
-      return std::make_unique<Cone>();
-    case Pline::kTypeCode:
-      return std::make_unique<Pline>();
-    case Pgon::kTypeCode:
-      return std::make_unique<Pgon>();
-    case Txt::kTypeCode:
-      return std::make_unique<Txt>();
-    default:
-      return nullptr;
-  }
+  return visitKind(
+      typeCode,
+      [](auto kind) -> std::unique_ptr<Geo> {
+        return std::make_unique<typename decltype(kind)::Class>();
+      },
+      []() -> std::unique_ptr<Geo> { return nullptr; });
 }
 
 const RecordKind* kindOfFirstLine(std::string_view line, std::int32_t mode) {

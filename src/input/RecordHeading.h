@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "output/RecordWords.h"
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
 
 namespace Vesk {
 

@@ -1,7 +1,7 @@
 #include "input/ReaderFrame.h"
 #include "input/TagReader.h"
 #include "output/RecordWords.h"
-#include "prims/Red.h"
+#include "vesk/Red.h"
 
 namespace Vesk {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "ge/ExceptionInfo.h"
 #include "input/ParseDouble.h"
 #include "input/ReaderFrame.h"
+#include "vesk/ExceptionInfo.h"
 
 namespace Vesk {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "input/Input.h"
-#include "prims/TagEntry.h"
+#include "prims/TagLines.h"
 
 namespace Vesk {
 

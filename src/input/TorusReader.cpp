@@ -1,6 +1,6 @@
 #include "input/ReaderFrame.h"
 #include "output/RecordWords.h"
-#include "prims/Torus.h"
+#include "vesk/Torus.h"
 
 namespace Vesk {
 

@@ -5,7 +5,7 @@
 
 #include "input/ReaderFrame.h"
 #include "output/RecordWords.h"
-#include "prims/Txt.h"
+#include "vesk/Txt.h"
 
 namespace Vesk {
 namespace {

@@ -1,9 +1,9 @@
-#include "mesh/Fineness.h"
+#include "vesk/mesh/Fineness.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "ge/GeConstants.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "mesh/Mesh.h"
+#include "vesk/mesh/Mesh.h"
 
 namespace Vesk {
 

@@ -5,7 +5,7 @@
 #include <set>
 #include <vector>
 
-#include "mesh/Mesh.h"
+#include "vesk/mesh/Mesh.h"
 
 namespace Vesk {
 

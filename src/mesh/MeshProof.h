@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "mesh/Mesh.h"
+#include "vesk/mesh/Mesh.h"
 
 namespace Vesk {
 

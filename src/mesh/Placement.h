@@ -1,8 +1,8 @@
 #ifndef VESK_MESH_PLACEMENT_H
 #define VESK_MESH_PLACEMENT_H
 
-#include "ge/GePoint.h"
-#include "ge/GeVector.h"
+#include "vesk/GePoint.h"
+#include "vesk/GeVector.h"
 
 namespace Vesk {
 

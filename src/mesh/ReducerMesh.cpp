@@ -6,21 +6,14 @@
 #include <map>
 #include <tuple>
 
-#include "ge/GeConstants.h"
 #include "mesh/MeshMaker.h"
-#include "mesh/QuadSplit.h"
+#include "shape/QuadSplit.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 namespace {
 
-using Corners = std::array<GePoint, 8>;
-
-// Round each face, counter-clockwise from outside.
-constexpr std::array<std::array<std::size_t, 4>, 6> kFaces = {
-    {{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {1, 3, 7, 5}, {3, 2, 6, 7}, {2, 0, 4, 6}}};
-
-// Of the product of the three extents: a smaller volume comes from rounding.
-constexpr double kFlat = 1e-10;
+using Corners = ReducerCorners;
 
 // Of the tolerance: how far from a plane a face may be and still be called one.
 constexpr double kPlane = 0.1;
@@ -41,52 +34,6 @@ double bulge(const Corners& c, const std::array<std::size_t, 4>& f) {
   const GeVector across = areaOf(c, f);
   const double length = across.length();
   return length > 0.0 ? std::fabs(dot(c[f[1]] - c[f[0]], across)) / length : 0.0;
-}
-
-// The six volumes of the pyramids from corner 0 to the faces.
-double volumeOf(const Corners& c) {
-  double six = 0.0;
-  for (const auto& f : kFaces) {
-    const GeVector a = c[f[0]] - c[0];
-    const GeVector b = c[f[1]] - c[0];
-    const GeVector d = c[f[2]] - c[0];
-    const GeVector e = c[f[3]] - c[0];
-    // The mean of both triangulations.
-    six += (triple(a, b, d) + triple(a, d, e) + triple(b, d, e) + triple(a, b, e)) / 2.0;
-  }
-  return six / 6.0;
-}
-
-// Whether a section half-way between two opposite faces looks against them, or has
-// no area: somewhere on the way the solid turns inside out.
-bool isTurnedInside(const Corners& c) {
-  constexpr std::size_t kOpposite[3][2] = {{0, 1}, {2, 4}, {3, 5}};
-  for (const auto& [one, other] : kOpposite) {
-    const auto& f = kFaces[one];
-    // Across the solid a corner goes to the one that differs in this bit.
-    const std::size_t across = one == 0 ? 4 : one == 2 ? 2 : 1;
-    std::array<GePoint, 4> middle;
-    for (std::size_t i = 0; i < 4; ++i) {
-      middle[i] = c[f[i]] + (c[f[i] ^ across] - c[f[i]]) / 2.0;
-    }
-    const GeVector section = quadArea(middle[0], middle[1], middle[2], middle[3]);
-    const GeVector ends = areaOf(c, f) - areaOf(c, kFaces[other]);
-    if (!(dot(section, ends) > kFlat * dot(ends, ends))) return true;
-  }
-  return false;
-}
-
-// The largest product of three edges in the three directions.
-double boxAround(const Corners& c) {
-  double product = 1.0;
-  for (const std::size_t bit : {1U, 2U, 4U}) {
-    double longest = 0.0;
-    for (std::size_t k = 0; k < 8; ++k) {
-      if ((k & bit) == 0) longest = std::max(longest, distance(c[k], c[k | bit]));
-    }
-    product *= longest;
-  }
-  return product;
 }
 
 using Steps = std::array<int, 3>;  // along the three directions, in halves of a cell
@@ -244,37 +191,29 @@ void turnRound(Corners& c) {
 
 }  // namespace
 
-std::string makeReducer(const Red& red, double tolerance, ReducerMesh& made) {
-  Corners corners;
-  for (std::size_t k = 1; k < 8; ++k) corners[k] = GePoint(red.cornerVectors[k - 1]);
-  for (const auto& f : kFaces) {
-    if (splitQuad(corners[f[0]], corners[f[1]], corners[f[2]], corners[f[3]]).crosses) {
-      return "reducer is twisted: a face crosses itself";
-    }
-  }
-  made.volume = volumeOf(corners);
-  if (!(std::fabs(made.volume) > kFlat * boxAround(corners))) return "reducer without volume";
-  if (isTurnedInside(corners)) return "reducer is twisted: it turns inside out";
-  if (made.volume < 0.0) turnRound(corners);
-  made.volume = std::fabs(made.volume);
+std::optional<ReducerMesh> makeReducer(const ReducerShape& shape, double tolerance) {
+  ReducerMesh made;
+  Corners corners = shape.corners;
+  if (shape.volume < 0.0) turnRound(corners);
+  made.volume = std::fabs(shape.volume);
 
   double cells = 1.0;
   std::array<bool, 6> plane{};
-  made.deviation = 0.0;
   for (std::size_t i = 0; i < 6; ++i) {
-    const double apart = bulge(corners, kFaces[i]);
+    const double apart = bulge(corners, kReducerFaces[i]);
     plane[i] = apart <= kPlane * tolerance;
     if (plane[i]) {
       made.deviation = std::max(made.deviation, apart);
     } else {
-      cells = std::max(cells, std::ceil(std::sqrt(twist(corners, kFaces[i]) / 16.0 / tolerance)));
+      cells = std::max(cells,
+                       std::ceil(std::sqrt(twist(corners, kReducerFaces[i]) / 16.0 / tolerance)));
     }
   }
-  if (!(cells <= kMostCells)) return "reducer needs too many triangles at this tolerance";
+  if (!(cells <= kMostCells)) return {};
   MeshMaker maker;
   Lattice lattice(corners, static_cast<int>(cells), maker);
   for (std::size_t i = 0; i < 6; ++i) {
-    const auto& f = kFaces[i];
+    const auto& f = kReducerFaces[i];
     FaceMaker face(corners, f, static_cast<int>(cells), lattice, maker);
     if (plane[i]) {
       face.addPlane();
@@ -285,7 +224,7 @@ std::string makeReducer(const Red& red, double tolerance, ReducerMesh& made) {
   }
   lattice.addEdges();
   made.mesh = maker.take(true);
-  return {};
+  return made;
 }
 
 }  // namespace Vesk

@@ -1,10 +1,10 @@
 #ifndef VESK_MESH_REDUCERMESH_H
 #define VESK_MESH_REDUCERMESH_H
 
-#include <string>
+#include <optional>
 
-#include "mesh/Mesh.h"
-#include "prims/Red.h"
+#include "shape/ReducerShape.h"
+#include "vesk/mesh/Mesh.h"
 
 namespace Vesk {
 
@@ -14,13 +14,13 @@ struct ReducerMesh {
   double deviation = 0.0;  // of the mesh from these faces
 };
 
-// Fills `made` and returns why that can't be done; empty if it could. A reducer
-// that is inside out is turned round.
+// The mesh of a reducer that has a shape; one that is inside out is turned round.
+// Nothing if that takes too many triangles at this tolerance.
 //
 // The bilinear face of the corners a, b, c, d in its cells of one k-th is apart
 // from four triangles about their middles by no more than |a - b + c - d| / (16 k^2),
 // and both enclose the same volume.
-std::string makeReducer(const Red& red, double tolerance, ReducerMesh& made);
+std::optional<ReducerMesh> makeReducer(const ReducerShape& shape, double tolerance);
 
 }  // namespace Vesk
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "ge/Extents.h"
-#include "ge/GePoint.h"
-#include "ge/GeVector.h"
-#include "mesh/Mesh.h"
 #include "mesh/Placement.h"
+#include "vesk/Extents.h"
+#include "vesk/GePoint.h"
+#include "vesk/GeVector.h"
+#include "vesk/mesh/Mesh.h"
 
 namespace Vesk {
 
@@ -73,6 +73,7 @@ struct SceneFailure {
 struct Scene {
   std::vector<std::string> files;
   std::vector<std::string> headers;
+  std::vector<std::string> groups;  // of each header
   std::vector<SceneElement> elements;
 
   std::vector<Mesh> meshes;

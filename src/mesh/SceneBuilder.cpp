@@ -4,39 +4,26 @@
 #include <bit>
 #include <cmath>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <utility>
 
-#include "ge/GeConstants.h"
 #include "mesh/FaceMesh.h"
 #include "mesh/ReducerMesh.h"
 #include "mesh/UnitMeshes.h"
 #include "prims/BendArc.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
+#include "prims/Visit.h"
+#include "shape/ReducerShape.h"
+#include "shape/Shape.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 namespace {
 
 enum UnitShape { kUnitCone, kUnitTorus, kUnitElbow, kUnitCube };
 
-// Squares and cubes of larger or smaller numbers would leave the range of floats.
-constexpr double kLargest = 1e12;
-constexpr double kSmallest = 1e-12;
-
-// Sines of angles, and ratios of volumes, that come from rounding.
+// Sines of angles that come from rounding.
 constexpr double kRightAngle = 1e-12;
-constexpr double kFlat = 1e-12;
-
-// Ends of a bend nearer to one line than this have no plane.
-constexpr double kNoPlane = 1e-9;
 
 // A float keeps 24 bits: what is further away than so many tolerances is moved,
 // and then a quarter of the tolerance is kept.
@@ -44,27 +31,6 @@ constexpr double kFarTolerances = 0x1p23 / 4.0;
 
 // So many times nearer to the origin it must get, or it stays.
 constexpr double kNearer = 4.0;
-
-constexpr std::string_view kTooFine = "more than 1048576 segments for a circle at this tolerance";
-
-std::string numberTrouble(std::initializer_list<GePoint> points,
-                          std::initializer_list<double> numbers = {}) {
-  bool isFinite = true;
-  bool isSmall = true;
-  const auto look = [&](double v) {
-    isFinite = isFinite && std::isfinite(v);
-    isSmall = isSmall && std::fabs(v) <= kLargest;
-  };
-  for (const GePoint& p : points) look(p.x), look(p.y), look(p.z);
-  for (const double v : numbers) look(v);
-  if (!isFinite) return "a number is infinite or none";
-  return isSmall ? "" : "a number is beyond 1e12";
-}
-
-std::string sizeTrouble(const char* name, double size) {
-  if (size <= -kSmallest) return std::string(name) + " below zero";
-  return size < kSmallest ? std::string(name) + " of zero" : std::string();
-}
 
 // Rounds to 40 bits: it swallows the last digits, in which equal shapes at
 // different places differ.
@@ -80,9 +46,8 @@ GeVector acrossOf(const GeVector& d) {
   return side / side.length();
 }
 
-// Frame of a bend: x along its start, z along its axis.
+// Frame of a bend that has a shape: x along its start, z along its axis.
 struct BendFrame {
-  std::string trouble;
   GeVector x;
   GeVector y;
   GeVector z;
@@ -93,22 +58,27 @@ struct BendFrame {
 BendFrame bendFrame(const GePoint& centre, const GeVector& start, const GeVector& end) {
   BendFrame frame;
   const BendArc arc(centre, start, end);
-  frame.trouble = sizeTrouble("bend radius", std::min(start.length(), end.length()));
-  if (!frame.trouble.empty()) return frame;
   const GeVector& from = arc.startDirection();
   const GeVector& to = arc.endDirection();
-  const GeVector across = cross(from, to);
-  if (!arc.hasPlane() || across.length() < kNoPlane) {
-    frame.trouble = "start and end of the bend lie in one line with its centre";
-    return frame;
-  }
   frame.x = from;
   frame.y = cross(arc.normal(), from);
   frame.y /= frame.y.length();
   frame.z = cross(frame.x, frame.y);
   frame.radius = arc.meanRadius();
-  frame.sweep = std::atan2(across.length(), dot(from, to));
+  frame.sweep = std::atan2(cross(from, to).length(), dot(from, to));
   return frame;
+}
+
+const char* textOf(SceneLimit limit) {
+  switch (limit) {
+    case SceneLimit::kNone:  // GCOVR_EXCL_LINE: what keeps the limits is not asked
+      break;                 // GCOVR_EXCL_LINE
+    case SceneLimit::kTooFine:
+      return "more than 1048576 segments for a circle at this tolerance";
+    case SceneLimit::kTooManyTriangles:
+      return "reducer needs too many triangles at this tolerance";
+  }
+  return "";  // GCOVR_EXCL_LINE
 }
 
 void mix(std::uint64_t& hash, std::uint64_t value) {
@@ -158,17 +128,21 @@ std::uint32_t SceneBuilder::addFile(std::string name) {
   return static_cast<std::uint32_t>(scene_.files.size() - 1);
 }
 
-std::uint32_t SceneBuilder::headerId(std::string_view header) {
+std::uint32_t SceneBuilder::headerId(std::string_view header, std::string_view group) {
+  std::string key(header);
+  key.append(1, '\0').append(group);
   const auto [place, isNew] =
-      headers_.try_emplace(std::string(header), static_cast<std::uint32_t>(scene_.headers.size()));
-  if (isNew) scene_.headers.emplace_back(header);
+      headers_.try_emplace(std::move(key), static_cast<std::uint32_t>(scene_.headers.size()));
+  if (isNew) {
+    scene_.headers.emplace_back(header);
+    scene_.groups.emplace_back(group);
+  }
   return place->second;
 }
 
 std::uint32_t SceneBuilder::add(const Geo& geo, const SceneElement& element) {
   scene_.elements.push_back(element);
-  std::string reason = addGeo(geo);
-  if (!reason.empty()) scene_.failures.push_back({this->element(), std::move(reason)});
+  addGeo(geo);
   return this->element();
 }
 
@@ -181,59 +155,44 @@ Scene SceneBuilder::finish() {
   return std::exchange(scene_, Scene());
 }
 
-std::string SceneBuilder::addGeo(const Geo& geo) {
-  switch (geo.typeCode()) {
-    case Cyl::kTypeCode:
-      return add(static_cast<const Cyl&>(geo));
-    case Box::kTypeCode:
-      return add(static_cast<const Box&>(geo));
-    case Relb::kTypeCode:
-      return add(static_cast<const Relb&>(geo));
-    case Torus::kTypeCode:
-      return add(static_cast<const Torus&>(geo));
-    case Red::kTypeCode:
-      return add(static_cast<const Red&>(geo));
-    case Cone::kTypeCode:
-      return add(static_cast<const Cone&>(geo));
-    case Pline::kTypeCode:
-      return add(static_cast<const Pline&>(geo));
-    case Pgon::kTypeCode:
-      return add(static_cast<const Pgon&>(geo));
-    case Txt::kTypeCode:
-      return add(static_cast<const Txt&>(geo));
-    default:
-      return "a kind without a shape";
-  }
+void SceneBuilder::fail(const char* reason) { scene_.failures.push_back({element(), reason}); }
+
+void SceneBuilder::addGeo(const Geo& geo) {
+  visit(
+      geo, [this](const auto& primitive) { addPrimitive(primitive); },
+      [this] { fail(Vesk::textOf(ShapeFault::kNoShape)); });
 }
 
-std::string SceneBuilder::add(const Cyl& cyl) {
-  std::string trouble = numberTrouble({cyl.origin, GePoint(cyl.axis)}, {cyl.diameter});
-  if (trouble.empty()) trouble = sizeTrouble("diameter", cyl.diameter);
-  if (!trouble.empty()) return trouble;
+template <class Primitive>
+void SceneBuilder::addPrimitive(const Primitive& primitive) {
+  const ShapeFault fault = shapeFaultOf(primitive);
+  if (fault != ShapeFault::kNone) return fail(Vesk::textOf(fault));
+  const SceneLimit limit = add(primitive);
+  if (limit != SceneLimit::kNone) fail(textOf(limit));
+}
+
+// Their shape tells their fault, and is what the mesh is made of.
+void SceneBuilder::addPrimitive(const Red& red) { addReducer(red); }
+
+void SceneBuilder::addPrimitive(const Pgon& pgon) { addFace(pgon); }
+
+SceneLimit SceneBuilder::add(const Cyl& cyl) {
   return addRound(cyl.origin, cyl.axis, cyl.diameter / 2.0, cyl.diameter / 2.0);
 }
 
-std::string SceneBuilder::add(const Cone& cone) {
-  std::string trouble =
-      numberTrouble({cone.origin, GePoint(cone.axis)}, {cone.diameter1, cone.diameter2});
-  const auto [small, large] = std::minmax(cone.diameter1, cone.diameter2);
-  if (trouble.empty() && small < 0.0) trouble = sizeTrouble("diameter", small);
-  if (trouble.empty()) trouble = sizeTrouble("diameter", large);
-  if (!trouble.empty()) return trouble;
+SceneLimit SceneBuilder::add(const Cone& cone) {
   return addRound(cone.origin, cone.axis, cone.diameter1 / 2.0, cone.diameter2 / 2.0);
 }
 
-std::string SceneBuilder::addRound(const GePoint& origin, const GeVector& axis, double radius1,
-                                   double radius2) {
+SceneLimit SceneBuilder::addRound(const GePoint& origin, const GeVector& axis, double radius1,
+                                  double radius2) {
   const double height = axis.length();
-  std::string trouble = sizeTrouble("length", height);
-  if (!trouble.empty()) return trouble;
   // The wider end first.
   const bool turned = radius2 > radius1;
   const double radius = std::max(radius1, radius2);
   const double ratio = std::min(radius1, radius2) / radius;
   const std::uint32_t segments = fineness_.circle(radius);
-  if (segments == 0) return std::string(kTooFine);
+  if (segments == 0) return SceneLimit::kTooFine;
   const GeVector along = (turned ? -axis : axis) / height;
   const GeVector across = acrossOf(along);
   Solid solid;
@@ -244,24 +203,14 @@ std::string SceneBuilder::addRound(const GePoint& origin, const GeVector& axis, 
   solid.tolerance = fineness_.tolerance(radius);
   addUnit({kUnitCone, segments, 0, settled(ratio), 0.0}, solid,
           [&] { return unitCone(segments, settled(ratio)); });
-  return {};
+  return SceneLimit::kNone;
 }
 
-std::string SceneBuilder::add(const Box& box) {
-  std::string trouble =
-      numberTrouble({box.origin, GePoint(box.edge1), GePoint(box.edge2), GePoint(box.edge3)});
-  if (!trouble.empty()) return trouble;
+SceneLimit SceneBuilder::add(const Box& box) {
   GeVector e1 = box.edge1;
   GeVector e2 = box.edge2;
   const GeVector& e3 = box.edge3;
-  for (const GeVector& e : {e1, e2, e3}) {
-    trouble = sizeTrouble("edge", e.length());
-    if (!trouble.empty()) return trouble;
-  }
   const double volume = triple(e1, e2, e3);
-  if (std::fabs(volume) <= kFlat * e1.length() * e2.length() * e3.length()) {
-    return "the three edges lie in one plane";
-  }
   if (volume < 0.0) std::swap(e1, e2);
   Solid solid;
   solid.volume = std::fabs(volume);
@@ -273,17 +222,11 @@ std::string SceneBuilder::add(const Box& box) {
   } else {
     addOwn(skewCube(e1, e2, e3), solid);
   }
-  return {};
+  return SceneLimit::kNone;
 }
 
-std::string SceneBuilder::add(const Torus& torus) {
-  std::string trouble = numberTrouble(
-      {torus.centre, GePoint(torus.startVector), GePoint(torus.endVector)}, {torus.diameter});
-  if (trouble.empty()) trouble = sizeTrouble("diameter", torus.diameter);
-  if (!trouble.empty()) return trouble;
+SceneLimit SceneBuilder::add(const Torus& torus) {
   const BendFrame frame = bendFrame(torus.centre, torus.startVector, torus.endVector);
-  if (!frame.trouble.empty()) return frame.trouble;
-  if (torus.checkSize() == 2) return "tube wider than its bend";
   const double radius = frame.radius;
   // Wider by rounding alone.
   const double tube = std::min(torus.diameter / 2.0, radius);
@@ -293,7 +236,7 @@ std::string SceneBuilder::add(const Torus& torus) {
                                            : fineness_.tolerance(tube) + fineness_.tolerance(outer);
   const std::uint32_t along = fineness_.arc(outer, frame.sweep, solid.tolerance / 2.0);
   const std::uint32_t around = fineness_.circle(tube, solid.tolerance / 2.0);
-  if (along == 0 || around == 0) return std::string(kTooFine);
+  if (along == 0 || around == 0) return SceneLimit::kTooFine;
   solid.placement = {frame.x * radius, frame.y * radius, frame.z * radius, torus.centre};
   solid.volume = frame.sweep * radius * kPi * tube * tube;
   solid.deviation = sagitta(tube, 2.0 * kPi / around) + sagitta(outer, frame.sweep / along);
@@ -301,18 +244,11 @@ std::string SceneBuilder::add(const Torus& torus) {
   const double sweep = settled(frame.sweep);
   addUnit({kUnitTorus, along, around, ratio, sweep}, solid,
           [&] { return unitTorus(along, around, ratio, sweep); });
-  return {};
+  return SceneLimit::kNone;
 }
 
-std::string SceneBuilder::add(const Relb& relb) {
-  std::string trouble = numberTrouble(
-      {relb.centre, GePoint(relb.startVector), GePoint(relb.endVector)}, {relb.width, relb.depth});
-  if (trouble.empty()) trouble = sizeTrouble("width", relb.width);
-  if (trouble.empty()) trouble = sizeTrouble("depth", relb.depth);
-  if (!trouble.empty()) return trouble;
+SceneLimit SceneBuilder::add(const Relb& relb) {
   const BendFrame frame = bendFrame(relb.centre, relb.startVector, relb.endVector);
-  if (!frame.trouble.empty()) return frame.trouble;
-  if (relb.checkSize() == 2) return "section wider than its bend";
   const double radius = frame.radius;
   // Deeper by rounding alone.
   const double depth = std::min(relb.depth, 2.0 * radius);
@@ -320,7 +256,7 @@ std::string SceneBuilder::add(const Relb& relb) {
   Solid solid;
   solid.tolerance = fineness_.tolerance(outer);
   const std::uint32_t along = fineness_.arc(outer, frame.sweep, solid.tolerance);
-  if (along == 0) return std::string(kTooFine);
+  if (along == 0) return SceneLimit::kTooFine;
   solid.placement = {frame.x * radius, frame.y * radius, frame.z * relb.width, relb.centre};
   solid.volume = frame.sweep * radius * depth * relb.width;
   solid.deviation = sagitta(outer, frame.sweep / along);
@@ -328,68 +264,47 @@ std::string SceneBuilder::add(const Relb& relb) {
   const double sweep = settled(frame.sweep);
   addUnit({kUnitElbow, along, 0, ratio, sweep}, solid,
           [&] { return unitElbow(along, ratio, sweep); });
-  return {};
+  return SceneLimit::kNone;
 }
 
-std::string SceneBuilder::add(const Red& red) {
+void SceneBuilder::addReducer(const Red& red) {
+  const ReducerShape shape = reducerShapeOf(red);
+  if (shape.fault != ShapeFault::kNone) return fail(Vesk::textOf(shape.fault));
   double extent = 0.0;
-  for (const GeVector& v : red.cornerVectors) {
-    std::string trouble = numberTrouble({red.origin, GePoint(v)});
-    if (!trouble.empty()) return trouble;
-    extent = std::max(extent, v.length());
-  }
-  std::string trouble = sizeTrouble("extent", extent);
-  if (!trouble.empty()) return trouble;
+  for (const GePoint& corner : shape.corners) extent = std::max(extent, distance(corner, {}));
   Solid solid;
   solid.tolerance = fineness_.tolerance(extent / 2.0);
-  ReducerMesh made;
-  trouble = makeReducer(red, solid.tolerance, made);
-  if (!trouble.empty()) return trouble;
+  std::optional<ReducerMesh> made = makeReducer(shape, solid.tolerance);
+  if (!made) return fail(textOf(SceneLimit::kTooManyTriangles));
   solid.placement.origin = red.origin;
-  solid.volume = made.volume;
-  solid.deviation = made.deviation;
-  addOwn(std::move(made.mesh), solid);
-  return {};
+  solid.volume = made->volume;
+  solid.deviation = made->deviation;
+  addOwn(std::move(made->mesh), solid);
 }
 
-std::string SceneBuilder::add(const Pline& pline) {
-  if (pline.vertices.empty()) return "line without points";
-  for (const GePoint& p : pline.vertices) {
-    std::string trouble = numberTrouble({p});
-    if (!trouble.empty()) return trouble;
-  }
+SceneLimit SceneBuilder::add(const Pline& pline) {
   if (pline.vertices.size() == 1) {
     scene_.points.push_back({element(), pline.vertices[0]});
-    return {};
+    return SceneLimit::kNone;
   }
   scene_.lines.push_back({element(), scene_.lineVertices.size(), pline.vertices.size()});
   scene_.lineVertices.insert(scene_.lineVertices.end(), pline.vertices.begin(),
                              pline.vertices.end());
-  return {};
+  return SceneLimit::kNone;
 }
 
-std::string SceneBuilder::add(const Pgon& pgon) {
+void SceneBuilder::addFace(const Pgon& pgon) {
+  const FaceShape shape = faceShapeOf(pgon);
+  if (shape.fault != ShapeFault::kNone) return fail(Vesk::textOf(shape.fault));
   double extent = 0.0;
-  for (const PgonVertex& vertex : pgon.vertices) {
-    std::string trouble = numberTrouble({vertex.point});
-    if (!trouble.empty()) return trouble;
-    extent = std::max(extent, distance(vertex.point, pgon.point(0)));
-  }
-  Mesh mesh;
-  std::string trouble = makeFace(pgon, mesh);
-  if (!trouble.empty()) return trouble;
+  for (const GePoint& p : shape.points) extent = std::max(extent, distance(p, {}));
   Solid solid;
   solid.placement.origin = pgon.point(0);
   solid.tolerance = fineness_.tolerance(extent / 2.0);
-  addOwn(std::move(mesh), solid);
-  return {};
+  addOwn(makeFace(pgon, shape), solid);
 }
 
-std::string SceneBuilder::add(const Txt& txt) {
-  std::string trouble =
-      numberTrouble({txt.position, GePoint(txt.direction), GePoint(txt.upDirection)},
-                    {txt.charWidth, txt.height});
-  if (!trouble.empty()) return trouble;
+SceneLimit SceneBuilder::add(const Txt& txt) {
   SceneText text;
   text.element = element();
   text.text = txt.text;
@@ -403,7 +318,7 @@ std::string SceneBuilder::add(const Txt& txt) {
   const double row = 0.5 * (place / 3);  // NOLINT(bugprone-integer-division)
   text.position = txt.position - text.along * (column * text.width) - text.up * (row * text.height);
   scene_.texts.push_back(std::move(text));
-  return {};
+  return SceneLimit::kNone;
 }
 
 template <class Make>

@@ -10,9 +10,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "mesh/Fineness.h"
 #include "mesh/Scene.h"
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
+#include "vesk/mesh/Fineness.h"
 
 namespace Vesk {
 
@@ -25,6 +25,9 @@ class Red;
 class Relb;
 class Torus;
 class Txt;
+
+// Why an element that has a shape can't be made into triangles.
+enum class SceneLimit { kNone, kTooFine, kTooManyTriangles };
 
 // Makes a scene of primitives, one after the other; none of them is kept.
 //
@@ -54,7 +57,7 @@ class SceneBuilder {
   std::uint32_t addFile(std::string name);
 
   // The same for the same text.
-  std::uint32_t headerId(std::string_view header);
+  std::uint32_t headerId(std::string_view header, std::string_view group = {});
 
   // Adds the element; its index. Throws std::bad_alloc alone.
   std::uint32_t add(const Geo& geo, const SceneElement& element);
@@ -74,19 +77,26 @@ class SceneBuilder {
     double tolerance = 0.0;
   };
 
-  // Each returns why it can't be shown; empty if it can.
-  std::string addGeo(const Geo& geo);
-  std::string add(const Cyl& cyl);
-  std::string add(const Cone& cone);
-  std::string add(const Box& box);
-  std::string add(const Torus& torus);
-  std::string add(const Relb& relb);
-  std::string add(const Red& red);
-  std::string add(const Pline& pline);
-  std::string add(const Pgon& pgon);
-  std::string add(const Txt& txt);
+  void fail(const char* reason);
+  void addGeo(const Geo& geo);
 
-  std::string addRound(const GePoint& origin, const GeVector& axis, double radius1, double radius2);
+  template <class Primitive>
+  void addPrimitive(const Primitive& primitive);
+  void addPrimitive(const Red& red);
+  void addPrimitive(const Pgon& pgon);
+
+  // These have a shape.
+  SceneLimit add(const Cyl& cyl);
+  SceneLimit add(const Cone& cone);
+  SceneLimit add(const Box& box);
+  SceneLimit add(const Torus& torus);
+  SceneLimit add(const Relb& relb);
+  SceneLimit add(const Pline& pline);
+  SceneLimit add(const Txt& txt);
+  SceneLimit addRound(const GePoint& origin, const GeVector& axis, double radius1, double radius2);
+
+  void addReducer(const Red& red);
+  void addFace(const Pgon& pgon);
 
   std::uint32_t element() const { return static_cast<std::uint32_t>(scene_.elements.size() - 1); }
 

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <vector>
 
-#include "ge/GeConstants.h"
 #include "mesh/MeshMaker.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 namespace {

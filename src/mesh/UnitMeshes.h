@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "mesh/Mesh.h"
+#include "vesk/mesh/Mesh.h"
 
 namespace Vesk {
 

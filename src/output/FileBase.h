@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "output/FixStr.h"
-#include "output/Recs.h"
+#include "vesk/FixStr.h"
+#include "vesk/Recs.h"
 
 namespace Vesk {
 

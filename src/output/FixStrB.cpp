@@ -1,4 +1,4 @@
-#include "output/FixStrB.h"
+#include "vesk/FixStrB.h"
 
 #include <cstring>
 #include <string_view>

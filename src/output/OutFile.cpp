@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "api/ElementHolder.h"
-#include "ge/ExceptionInfo.h"
 #include "output/TextFile.h"
+#include "vesk/ExceptionInfo.h"
 
 namespace Vesk {
 namespace {
@@ -70,11 +70,7 @@ bool OutFile::open(const char* name, int mode, bool append) {
   name_ = std::move(copy);
   status_ = 0;
   mode_ = mode;
-  output_.mode = mode;
-  output_.format = mode;
-  output_.valueDecimals = 6;
-  output_.pointDecimals = 4;
-  output_.lineSize = mode == kFixedColumns ? kFixedColumnsLineSize : kTokensLineSize;
+  output_.setStyle(mode);
   return true;
 }
 

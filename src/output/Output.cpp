@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <utility>
 
-#include "ge/ExceptionInfo.h"
 #include "output/Base36.h"
 #include "output/NumberText.h"
 #include "output/RecordWords.h"
+#include "vesk/ExceptionInfo.h"
 
 namespace Vesk {
 namespace {
@@ -54,6 +54,14 @@ inline void Output::overwritePrefix(std::size_t position, std::string_view text)
   if (prefix.size() - position < text.size()) [[unlikely]]
     prefix.resize(position + text.size());
   text.copy(prefix.data() + position, text.size());
+}
+
+void Output::setStyle(std::int32_t style) {
+  mode = style;
+  format = style;
+  valueDecimals = 6;
+  pointDecimals = 4;
+  lineSize = style == kFixedColumns ? kFixedColumnsLineSize : kTokensLineSize;
 }
 
 void Output::beginRecord(std::string_view word, bool resetNumber) {

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "output/RecordLayout.h"
-#include "output/Recs.h"
+#include "vesk/Recs.h"
 
 namespace Vesk {
 
@@ -64,6 +64,10 @@ class Output {
   Output(const Output&) = default;
   Output& operator=(const Output&) = default;
   virtual ~Output() = default;
+
+  // Makes the assembler one for this style: its mode, its line size and the
+  // decimals of a new file.
+  void setStyle(std::int32_t style);
 
   // Without the room; valid until the next operation.
   std::string_view lineText() const { return {line.data(), lineLength}; }

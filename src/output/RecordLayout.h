@@ -4,11 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace Vesk {
+#include "vesk/RecordStyle.h"
 
-// The two record styles, as Output::mode and Input::mode hold them.
-inline constexpr std::int32_t kFixedColumns = 2;  // line numbers, nine-character fields
-inline constexpr std::int32_t kTokens = 3;        // keyword and tokens
+namespace Vesk {
 
 // Where the parts of a record line stand; columns count from 0. A line is a
 // prefix, a keyword and the data.

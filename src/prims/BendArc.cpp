@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "ge/GeConstants.h"
-#include "ge/GeDirect.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeDirect.h"
 
 namespace Vesk {
 namespace {
@@ -19,16 +19,18 @@ BendArc::BendArc(const GePoint& centre, const GeVector& start, const GeVector& e
       end_(end),
       startDirection_(start.normalised(kDirectionTolerance)),
       endDirection_(end.normalised(kDirectionTolerance)) {
-  // A null vector has the null direction and so spans no plane either.
+  // A null vector has the null direction and so spans no plane either, nor does
+  // an infinite one, whose direction is none.
   const GeVector across = cross(startDirection_, endDirection_);
-  hasPlane_ = !across.isNull(kDirectionTolerance);
+  hasPlane_ = across.length() > kDirectionTolerance;
   normal_ = across.normalised(kDirectionTolerance);
 }
 
 double BendArc::meanRadius() const { return (start_.length() + end_.length()) / 2.0; }
 
+bool BendArc::hasLength() const { return start_.length() > 0.0 && end_.length() > 0.0; }
+
 double BendArc::length() const {
-  if (!(start_.length() > 0.0) || !(end_.length() > 0.0)) return 0.0;
   return start_.angleTo(end_) * (start_.length() + end_.length()) / 2.0;
 }
 

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "ge/GePoint.h"
-#include "ge/GeVector.h"
+#include "vesk/GePoint.h"
+#include "vesk/GeVector.h"
 
 namespace Vesk {
 
@@ -17,7 +17,10 @@ class BendArc {
   // The mean length of the two vectors.
   double meanRadius() const;
 
-  // Sweep times mean radius; 0.0 when a vector has no length.
+  // Whether both vectors have a length; without it there is no volume.
+  bool hasLength() const;
+
+  // Sweep times mean radius; needs a length.
   double length() const;
 
   // The point in the direction of the bisector at this distance times
@@ -33,7 +36,8 @@ class BendArc {
   // Whether centres, middles and, in either order, ends are within `tolerance`.
   bool equal(const BendArc& other, double tolerance) const;
 
-  // Whether the vectors span a plane.
+  // Whether the vectors span a plane: not if they are collinear, and not if one is
+  // null, infinite or no number.
   bool hasPlane() const { return hasPlane_; }
 
   // The rest needs a plane.

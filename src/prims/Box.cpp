@@ -1,8 +1,9 @@
-#include "prims/Box.h"
+#include "vesk/Box.h"
 
 #include "ge/PointMatch.h"
 #include "output/Output.h"
 #include "output/RecordWords.h"
+#include "prims/TagLines.h"
 
 namespace Vesk {
 

@@ -1,7 +1,7 @@
 #ifndef VESK_PRIMS_CENTROIDACCUMULATOR_H
 #define VESK_PRIMS_CENTROIDACCUMULATOR_H
 
-#include "ge/GePoint.h"
+#include "vesk/GePoint.h"
 
 namespace Vesk {
 

@@ -1,12 +1,12 @@
-#include "prims/Cyl.h"
+#include "vesk/Cyl.h"
 
 #include <array>
 #include <cmath>
 
-#include "ge/GeConstants.h"
 #include "ge/PointMatch.h"
 #include "output/Output.h"
 #include "output/RecordWords.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 namespace {

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "ge/GePoint.h"
+#include "vesk/GePoint.h"
 
 namespace Vesk {
 

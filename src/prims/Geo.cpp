@@ -1,4 +1,4 @@
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
 
 #include <cstdio>
 #include <string>

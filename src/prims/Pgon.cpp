@@ -1,4 +1,4 @@
-#include "prims/Pgon.h"
+#include "vesk/Pgon.h"
 
 #include <array>
 #include <initializer_list>
@@ -6,12 +6,12 @@
 #include <string_view>
 #include <utility>
 
-#include "ge/ExceptionInfo.h"
-#include "ge/GeDirect.h"
 #include "output/Output.h"
 #include "output/RecordWords.h"
 #include "prims/CentroidAccumulator.h"
 #include "prims/EarClipper.h"
+#include "vesk/ExceptionInfo.h"
+#include "vesk/GeDirect.h"
 
 namespace Vesk {
 namespace {
@@ -39,6 +39,14 @@ void writeRecord(Output& out, std::span<const PgonVertex* const> corners) {
 bool nextRecord(Output& out) {
   out.flushLine();
   return out.incrementCounter();
+}
+
+// The same for the records of a fan: the one that the counters end with stays in
+// the assembler's line.
+bool nextFanRecord(Output& out) {
+  if (!out.incrementCounter()) return false;
+  out.flushLine();
+  return true;
 }
 
 // Twice the triangle's area along its normal.
@@ -106,10 +114,10 @@ void Pgon::writeFixedColumns(Output& out) const {
   if (!first) return;
 
   for (std::size_t i = 0; i < n - 3; i += 2) {
-    if (i > 0 && !nextRecord(out)) return;
+    if (i > 0 && !nextFanRecord(out)) return;
     writeRecord(out, std::array{v, v + i + 1, v + i + 2, v + i + 3});
   }
-  if (n % 2 == 0 || !nextRecord(out)) return;
+  if (n % 2 == 0 || !nextFanRecord(out)) return;
   writeRecord(out, std::array{v, v + n - 2, v + n - 1});
 }
 

@@ -1,12 +1,12 @@
-#include "prims/Pline.h"
+#include "vesk/Pline.h"
 
 #include <cmath>
 
-#include "ge/GeConstants.h"
 #include "output/NumberText.h"
 #include "output/Output.h"
 #include "output/RecordWords.h"
 #include "prims/CentroidAccumulator.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 

@@ -1,8 +1,9 @@
-#include "prims/Red.h"
+#include "vesk/Red.h"
 
-#include "ge/GeConstants.h"
 #include "output/Output.h"
 #include "output/RecordWords.h"
+#include "prims/TagLines.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 namespace {

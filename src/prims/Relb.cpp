@@ -1,37 +1,30 @@
-#include "prims/Relb.h"
+#include "vesk/Relb.h"
 
 #include <cmath>
 #include <initializer_list>
 
-#include "ge/GeConstants.h"
-#include "ge/GeDirect.h"
 #include "output/Output.h"
 #include "output/RecordWords.h"
 #include "prims/BendArc.h"
+#include "prims/ElbowCorners.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeDirect.h"
 
 namespace Vesk {
 namespace {
 
 BendArc arcOf(const Relb& relb) { return {relb.centre, relb.startVector, relb.endVector}; }
 
-// The points of the mode 2 record: the ends of the bend axis segment, and the
-// outer points at start and end beside the first of them.
-struct CornerPoints {
-  GePoint a;
-  GePoint b;
-  GePoint c;
-  GePoint e;
-};
+}  // namespace
 
-CornerPoints cornerPoints(const Relb& relb) {
+ElbowCorners cornersOf(const Relb& relb) {
   const GeVector halfAxis = GeDirect(cross(relb.startVector, relb.endVector)) * (relb.width / 2.0);
   const GeVector side = relb.flipped ? -halfAxis : halfAxis;
   const GePoint a = relb.centre + side;
   const auto outer = [&](const GeVector& v) { return a + v + GeDirect(v) * relb.depth / 2.0; };
-  return {a, relb.centre - side, outer(relb.startVector), outer(relb.endVector)};
+  return {a, relb.centre - side, outer(relb.startVector), outer(relb.endVector),
+          relb.startVector.length() - 0.5 * relb.depth};
 }
-
-}  // namespace
 
 Relb::Relb(const GeVector& p0, const GeVector& p1, const GeVector& p2, const GeVector& p3,
            double innerRadius) {
@@ -46,15 +39,14 @@ Relb::Relb(const GeVector& p0, const GeVector& p1, const GeVector& p2, const GeV
 
 std::int32_t Relb::write(Output& out) const {
   if (out.mode == kFixedColumns) {
-    const CornerPoints points = cornerPoints(*this);
+    const ElbowCorners corners = cornersOf(*this);
     out.beginRecord(Keywords::kRelb.fixedColumns, true);
-    out.addPoint9(points.a);
-    out.addPoint9(points.b);
-    out.addPoint9(points.c);
-    out.addPoint9(points.e);
+    out.addPoint9(corners.a);
+    out.addPoint9(corners.b);
+    out.addPoint9(corners.c);
+    out.addPoint9(corners.e);
     out.nextLine();
-    // The inner radius at the start, whichever side the points are on.
-    out.addNumber(startVector.length() - 0.5 * depth);
+    out.addNumber(corners.innerRadius);
   } else if (out.mode == kTokens) {
     out.beginRecord(Keywords::kRelb.tokens, true);
     out.addPoint(centre, out.pointDecimals, true);
@@ -100,7 +92,10 @@ Extents& Relb::addExtents(Extents& box) const {
 
 std::int32_t Relb::checkSize() const { return arcOf(*this).checkSize(depth); }
 
-double Relb::volume() const { return arcOf(*this).length() * (depth * width); }
+double Relb::volume() const {
+  const BendArc arc = arcOf(*this);
+  return arc.hasLength() ? arc.length() * (depth * width) : 0.0;
+}
 
 GePoint& Relb::centroid(GePoint& p) const {
   const double radius = startVector.length();

@@ -1,12 +1,12 @@
-#include "prims/Torus.h"
+#include "vesk/Torus.h"
 
 #include <cmath>
 #include <initializer_list>
 
-#include "ge/GeConstants.h"
 #include "output/Output.h"
 #include "output/RecordWords.h"
 #include "prims/BendArc.h"
+#include "vesk/GeConstants.h"
 
 namespace Vesk {
 namespace {
@@ -76,8 +76,9 @@ Extents& Torus::addExtents(Extents& box) const {
 std::int32_t Torus::checkSize() const { return arcOf(*this).checkSize(diameter); }
 
 double Torus::volume() const {
+  const BendArc arc = arcOf(*this);
   const double half = diameter / 2.0;
-  return arcOf(*this).length() * kPi * half * half;
+  return arc.hasLength() ? arc.length() * kPi * half * half : 0.0;
 }
 
 GePoint& Torus::centroid(GePoint& p) const {

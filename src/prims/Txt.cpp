@@ -1,4 +1,4 @@
-#include "prims/Txt.h"
+#include "vesk/Txt.h"
 
 #include <array>
 #include <cmath>

@@ -11,11 +11,11 @@
 
 #include "api/ElementHolder.h"
 #include "output/OutFile.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Txt.h"
 #include "support/CountingAllocation.h"
 #include "vesk.h"
+#include "vesk/Cyl.h"
+#include "vesk/Pgon.h"
+#include "vesk/Txt.h"
 
 using VeskTest::allocations;
 

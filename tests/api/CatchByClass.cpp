@@ -6,7 +6,7 @@
 #include <exception>
 #include <string>
 
-#include "ge/GeEx.h"
+#include "vesk/GeEx.h"
 
 namespace {
 
@@ -39,8 +39,8 @@ int main() {
   const auto noDirection = [] { vk_writeElb(kOrigin, kZ, kOrigin, kZ, 1); };
 
   check(throws<GeEx::NullPtr>(nullArray), "a null array is caught as GeEx::NullPtr");
-  check(throws<TovExWhere>(nullArray), "a null array is caught as TovExWhere");
-  check(throws<TovException>(nullArray), "a null array is caught as TovException");
+  check(throws<Vesk::TovExWhere>(nullArray), "a null array is caught as TovExWhere");
+  check(throws<Vesk::TovException>(nullArray), "a null array is caught as TovException");
   check(throws<std::exception>(nullArray), "a null array is caught as std::exception");
   check(!throws<GeEx::NullDir>(nullArray), "a null array is no GeEx::NullDir");
   check(throws<GeEx::NullDir>(noDirection), "a missing direction is caught as GeEx::NullDir");

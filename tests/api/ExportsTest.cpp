@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "api/Globals.h"
-#include "ge/GeEx.h"
 #include "support/ExportsFixture.h"
 #include "support/FailingAllocation.h"
 #include "support/Text.h"
+#include "vesk/GeEx.h"
 
 using VeskTest::FailingAllocation;
 using VeskTest::joined;

@@ -12,12 +12,13 @@
 
 #include "api/Globals.h"
 #include "input/ReaderTesting.h"
-#include "input/RecordFile.h"
+#include "input/RecordHeading.h"
 #include "input/RecordTesting.h"
 #include "support/ExportsFixture.h"
 #include "support/FailingAllocation.h"
 #include "support/Kinds.h"
 #include "support/Text.h"
+#include "vesk/RecordFile.h"
 
 using namespace Vesk;
 using VeskTest::Failing;

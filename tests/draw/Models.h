@@ -8,12 +8,12 @@
 #include "draw/Drawing.h"
 #include "draw/StandardView.h"
 #include "mesh/SceneBuilder.h"
-#include "prims/Box.h"
-#include "prims/Cyl.h"
-#include "prims/Geo.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Txt.h"
+#include "vesk/Box.h"
+#include "vesk/Cyl.h"
+#include "vesk/Geo.h"
+#include "vesk/Pgon.h"
+#include "vesk/Pline.h"
+#include "vesk/Txt.h"
 
 namespace VeskTest {
 

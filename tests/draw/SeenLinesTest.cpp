@@ -7,7 +7,7 @@
 
 #include "draw/Drawing.h"
 #include "draw/Models.h"
-#include "prims/Torus.h"
+#include "vesk/Torus.h"
 
 namespace VeskTest {
 namespace {

@@ -124,6 +124,8 @@ TEST(Sample, ElbowsHaveTheirTrueRadius) {
     if (record[0] != 't') continue;
     const double radius = distance(pointOf(record, 1), {0, 0, 0});
     const std::string diameter = record.substr(record.rfind(',') + 1);
+    // Handwheels are tori too.
+    if (diameter != "168.3" && diameter != "114.3") continue;
     EXPECT_NEAR(radius, diameter == "168.3" ? 228.6 : 152.4, 0.001) << record;
     ++radii[diameter];
   }
@@ -149,14 +151,10 @@ TEST(Sample, IsDrawnWithoutAWord) {
   const HostRun run = runHost(folder, PIPING_PROGRAM, std::string("'") + PIPING_SAMPLE + "' pump");
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.err, "");
-  long read = 0;
-  long notDrawn = -1;
-  for (const std::string& line : linesOf(run.out))
-    std::sscanf(line.c_str(),
-                "Components read: %ld = %*d drawn + %*d with nothing to draw + %ld not drawn",
-                &read, &notDrawn);
-  EXPECT_EQ(read, static_cast<long>(parts.size()));
-  EXPECT_EQ(notDrawn, 0);
+  EXPECT_NE(run.out.find("Components: " + std::to_string(parts.size()) + '\n'), std::string::npos)
+      << run.out;
+  EXPECT_EQ(run.out.find("not drawn"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("in part"), std::string::npos) << run.out;
 }
 
 }  // namespace

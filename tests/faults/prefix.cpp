@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-#include "input/RecordFile.h"
+#include "vesk/RecordFile.h"
 
 using Vesk::RecordFault;
 using Vesk::RecordFile;

@@ -7,9 +7,9 @@
 #include <string>
 #include <type_traits>
 
-#include "ge/ExceptionInfo.h"
-#include "ge/GeEx.h"
-#include "ge/GeVector.h"
+#include "vesk/ExceptionInfo.h"
+#include "vesk/GeEx.h"
+#include "vesk/GeVector.h"
 
 namespace {
 
@@ -17,12 +17,12 @@ namespace {
 std::string baseText() { return std::exception().what(); }
 
 TEST(ExceptionsTest, TextsAreFixedAndHoldNoPlace) {
-  EXPECT_EQ(TovException().what(), baseText());
-  EXPECT_STREQ(TovExWhere("here").what(), "General error");
+  EXPECT_EQ(Vesk::TovException().what(), baseText());
+  EXPECT_STREQ(Vesk::TovExWhere("here").what(), "General error");
   EXPECT_STREQ(GeEx::NullDir("here").what(), "Direction should not be Null or Infinity");
   EXPECT_STREQ(GeEx::NullPtr("here").what(), "Pointer to array should not be NULL");
   EXPECT_STREQ(GeEx::DivZero("here").what(), "Division by zero");
-  EXPECT_EQ(ExceptionInfo("reason", 1).what(), baseText());
+  EXPECT_EQ(Vesk::ExceptionInfo("reason", 1).what(), baseText());
 }
 
 TEST(ExceptionsTest, ThePlaceStandsInWhereAndIsCopied) {
@@ -32,15 +32,15 @@ TEST(ExceptionsTest, ThePlaceStandsInWhereAndIsCopied) {
   EXPECT_EQ(copy.where, "GeMatrix");
   EXPECT_EQ(GeEx::NullPtr("GePoint").where, "GePoint");
   EXPECT_EQ(GeEx::DivZero("GeDirect::angleTo").where, "GeDirect::angleTo");
-  EXPECT_EQ(TovExWhere("").where, "");
+  EXPECT_EQ(Vesk::TovExWhere("").where, "");
 }
 
 TEST(ExceptionsTest, MessageAndLevelAreCopied) {
-  const ExceptionInfo original("line \"60\" not found", ExceptionInfo::kUnknownTag);
-  const ExceptionInfo copy = original;
+  const Vesk::ExceptionInfo original("line \"60\" not found", Vesk::ExceptionInfo::kUnknownTag);
+  const Vesk::ExceptionInfo copy = original;
   EXPECT_EQ(copy.message, "line \"60\" not found");
   EXPECT_EQ(copy.level, 2);
-  EXPECT_EQ(ExceptionInfo::kFatal, 1);
+  EXPECT_EQ(Vesk::ExceptionInfo::kFatal, 1);
   EXPECT_TRUE((std::is_same_v<decltype(copy.level), std::int32_t>));
 }
 
@@ -55,14 +55,14 @@ TEST(ExceptionsTest, DivisionReportsItsTextAndItsOperator) {
 }
 
 TEST(ExceptionsTest, EachIsDerivedFromItsBaseAndCanBeDeletedThroughIt) {
-  EXPECT_TRUE((std::is_base_of_v<std::exception, TovException>));
-  EXPECT_TRUE((std::is_base_of_v<TovException, TovExWhere>));
-  EXPECT_TRUE((std::is_base_of_v<TovExWhere, GeEx::NullDir>));
-  EXPECT_TRUE((std::is_base_of_v<TovExWhere, GeEx::NullPtr>));
-  EXPECT_TRUE((std::is_base_of_v<TovExWhere, GeEx::DivZero>));
-  EXPECT_TRUE((std::is_base_of_v<TovException, ExceptionInfo>));
-  EXPECT_FALSE((std::is_base_of_v<TovExWhere, ExceptionInfo>));
-  EXPECT_TRUE(std::has_virtual_destructor_v<TovException>);
+  EXPECT_TRUE((std::is_base_of_v<std::exception, Vesk::TovException>));
+  EXPECT_TRUE((std::is_base_of_v<Vesk::TovException, Vesk::TovExWhere>));
+  EXPECT_TRUE((std::is_base_of_v<Vesk::TovExWhere, GeEx::NullDir>));
+  EXPECT_TRUE((std::is_base_of_v<Vesk::TovExWhere, GeEx::NullPtr>));
+  EXPECT_TRUE((std::is_base_of_v<Vesk::TovExWhere, GeEx::DivZero>));
+  EXPECT_TRUE((std::is_base_of_v<Vesk::TovException, Vesk::ExceptionInfo>));
+  EXPECT_FALSE((std::is_base_of_v<Vesk::TovExWhere, Vesk::ExceptionInfo>));
+  EXPECT_TRUE(std::has_virtual_destructor_v<Vesk::TovException>);
 }
 
 enum class Handler { kWhere, kTov, kLogic, kStandard };
@@ -85,11 +85,11 @@ Handler caughtBy(const E& exception) {
 
 template <class E>
 Handler byWhere(const E& e) {
-  return caughtBy<TovExWhere, Handler::kWhere>(e);
+  return caughtBy<Vesk::TovExWhere, Handler::kWhere>(e);
 }
 template <class E>
 Handler byTov(const E& e) {
-  return caughtBy<TovException, Handler::kTov>(e);
+  return caughtBy<Vesk::TovException, Handler::kTov>(e);
 }
 template <class E>
 Handler byLogic(const E& e) {
@@ -100,21 +100,21 @@ TEST(ExceptionsTest, AHandlerForWhereCatchesTheThreeKernelClasses) {
   EXPECT_EQ(byWhere(GeEx::NullDir("")), Handler::kWhere);
   EXPECT_EQ(byWhere(GeEx::NullPtr("")), Handler::kWhere);
   EXPECT_EQ(byWhere(GeEx::DivZero("")), Handler::kWhere);
-  EXPECT_EQ(byWhere(ExceptionInfo("", 1)), Handler::kStandard);
+  EXPECT_EQ(byWhere(Vesk::ExceptionInfo("", 1)), Handler::kStandard);
 }
 
 TEST(ExceptionsTest, AHandlerForTheRootCatchesAll) {
   EXPECT_EQ(byTov(GeEx::NullDir("")), Handler::kTov);
   EXPECT_EQ(byTov(GeEx::NullPtr("")), Handler::kTov);
   EXPECT_EQ(byTov(GeEx::DivZero("")), Handler::kTov);
-  EXPECT_EQ(byTov(ExceptionInfo("", 1)), Handler::kTov);
+  EXPECT_EQ(byTov(Vesk::ExceptionInfo("", 1)), Handler::kTov);
 }
 
 TEST(ExceptionsTest, NoneIsALogicError) {
   EXPECT_EQ(byLogic(GeEx::NullDir("")), Handler::kStandard);
   EXPECT_EQ(byLogic(GeEx::NullPtr("")), Handler::kStandard);
   EXPECT_EQ(byLogic(GeEx::DivZero("")), Handler::kStandard);
-  EXPECT_EQ(byLogic(ExceptionInfo("", 1)), Handler::kStandard);
+  EXPECT_EQ(byLogic(Vesk::ExceptionInfo("", 1)), Handler::kStandard);
 }
 
 }  // namespace

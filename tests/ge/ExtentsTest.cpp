@@ -1,4 +1,4 @@
-#include "ge/Extents.h"
+#include "vesk/Extents.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <ostream>
 #include <random>
 
-#include "ge/GeConstants.h"
+#include "vesk/GeConstants.h"
 
 using namespace Vesk;
 

@@ -1,4 +1,4 @@
-#include "ge/GeMatrix.h"
+#include "vesk/GeMatrix.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <random>
 #include <string>
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using namespace Vesk;
 

@@ -1,14 +1,14 @@
-#include "ge/GeVector.h"
+#include "vesk/GeVector.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
 
-#include "ge/GeConstants.h"
-#include "ge/GeDirect.h"
-#include "ge/GeEx.h"
-#include "ge/GePoint.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeDirect.h"
+#include "vesk/GeEx.h"
+#include "vesk/GePoint.h"
 
 using namespace Vesk;
 

@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Box.h"
+#include "vesk/Box.h"
 
 using namespace Vesk;
 

@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Cone.h"
+#include "vesk/Cone.h"
 
 using namespace Vesk;
 

@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Cyl.h"
+#include "vesk/Cyl.h"
 
 using namespace Vesk;
 

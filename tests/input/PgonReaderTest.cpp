@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Pgon.h"
+#include "vesk/Pgon.h"
 
 using namespace Vesk;
 

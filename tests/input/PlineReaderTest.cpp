@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Pline.h"
+#include "vesk/Pline.h"
 
 using namespace Vesk;
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "ge/ExceptionInfo.h"
 #include "input/Input.h"
 #include "output/Output.h"
-#include "prims/Geo.h"
+#include "vesk/ExceptionInfo.h"
+#include "vesk/Geo.h"
 
 namespace Vesk {
 

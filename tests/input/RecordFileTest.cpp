@@ -1,4 +1,4 @@
-#include "input/RecordFile.h"
+#include "vesk/RecordFile.h"
 
 #include <gtest/gtest.h>
 
@@ -11,12 +11,13 @@
 #include <string>
 #include <system_error>
 
+#include "input/LineReader.h"
 #include "input/ReaderTesting.h"
 #include "input/RecordHeading.h"
 #include "input/RecordTesting.h"
-#include "prims/Box.h"
-#include "prims/Cyl.h"
-#include "prims/Txt.h"
+#include "vesk/Box.h"
+#include "vesk/Cyl.h"
+#include "vesk/Txt.h"
 
 using namespace Vesk;
 

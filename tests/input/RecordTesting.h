@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "api/ElementHolder.h"
-#include "ge/TovException.h"
-#include "input/RecordFile.h"
+#include "vesk/RecordFile.h"
+#include "vesk/TovException.h"
 
 namespace Vesk {
 

@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Red.h"
+#include "vesk/Red.h"
 
 using namespace Vesk;
 

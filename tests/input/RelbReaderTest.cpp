@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Relb.h"
+#include "vesk/Relb.h"
 
 using namespace Vesk;
 

@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Torus.h"
+#include "vesk/Torus.h"
 
 using namespace Vesk;
 

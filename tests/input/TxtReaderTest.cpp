@@ -1,5 +1,5 @@
 #include "input/ReaderTesting.h"
-#include "prims/Txt.h"
+#include "vesk/Txt.h"
 
 using namespace Vesk;
 

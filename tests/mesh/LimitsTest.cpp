@@ -10,15 +10,15 @@
 #include <vector>
 
 #include "mesh/SceneBuilder.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
+#include "vesk/Box.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/Pgon.h"
+#include "vesk/Pline.h"
+#include "vesk/Red.h"
+#include "vesk/Relb.h"
+#include "vesk/Torus.h"
+#include "vesk/Txt.h"
 
 namespace VeskTest {
 namespace {
@@ -163,7 +163,7 @@ void expectEachNumberIsLookedAt(const Primitive& good,
     numbers[i](*bad) = kNaN;
     const Scene scene = sceneOf({bad});
     ASSERT_EQ(scene.failures.size(), 1U) << i;
-    EXPECT_EQ(scene.failures[0].reason, "a number is infinite or none") << i;
+    EXPECT_EQ(scene.failures[0].reason, "a number is infinite or NaN") << i;
   }
 }
 

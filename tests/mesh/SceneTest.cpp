@@ -12,15 +12,15 @@
 #include "mesh/FlatMesh.h"
 #include "mesh/MeshProof.h"
 #include "mesh/SceneBuilder.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
+#include "vesk/Box.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/Pgon.h"
+#include "vesk/Pline.h"
+#include "vesk/Red.h"
+#include "vesk/Relb.h"
+#include "vesk/Torus.h"
+#include "vesk/Txt.h"
 
 namespace VeskTest {
 namespace {
@@ -117,15 +117,15 @@ const FailureCase kFailures[] = {
     {"PipeOfZeroDiameter", cyl({}, kZ, 0), "diameter of zero"},
     {"PipeOfNegativeDiameter", cyl({}, kZ, -1), "diameter below zero"},
     {"PipeWithoutLength", cyl(kZ, kZ, 1), "length of zero"},
-    {"PipeThatIsNaN", cyl({}, kZ, kNaN), "a number is infinite or none"},
-    {"PipeToInfinity", cyl({}, {0, kInfinity, 0}, 1), "a number is infinite or none"},
+    {"PipeThatIsNaN", cyl({}, kZ, kNaN), "a number is infinite or NaN"},
+    {"PipeToInfinity", cyl({}, {0, kInfinity, 0}, 1), "a number is infinite or NaN"},
     {"PipeBeyondFloats", cyl({}, {0, 1e300, 0}, 1), "a number is beyond 1e12"},
     {"ConeOfNegativeDiameter", cone({}, kZ, 2, -1), "diameter below zero"},
     {"ConeOfTwoApexes", cone({}, kZ, 0, 0), "diameter of zero"},
     {"ConeWithoutLength", cone({}, {}, 1, 2), "length of zero"},
     {"BoxWithoutAnEdge", box(kX, kY, {}), "edge of zero"},
     {"BoxInAPlane", box(kX, kY, kX + kY), "the three edges lie in one plane"},
-    {"BoxThatIsNaN", box(kX, kY, {0, 0, kNaN}), "a number is infinite or none"},
+    {"BoxThatIsNaN", box(kX, kY, {0, 0, kNaN}), "a number is infinite or NaN"},
     {"BendWithoutDiameter", shared(torus(kX * 10, kY * 10, 0)), "diameter of zero"},
     {"BendOfNegativeDiameter", shared(torus(kX * 10, kY * 10, -2)), "diameter below zero"},
     {"BendOfNoSweep", shared(torus(kX * 10, kX * 10, 2)), "start and end of the bend lie in one line with its centre"},
@@ -138,18 +138,18 @@ const FailureCase kFailures[] = {
     {"ElbowOfNoSweep", shared(elbow(kX * 10, kX * 10, 5, 5)), "start and end of the bend lie in one line with its centre"},
     {"ReducerOfAPoint", shared(Red()), "extent of zero"},
     {"ReducerTurnedByAHalf", shared(turnedReducer(2)), "reducer is twisted: it turns inside out"},
-    {"ReducerWithCrossedEnds", shared(Red({GeVector(), kX, kX + kY, kY, kZ, kX + kZ, kX + kY + kZ, kY + kZ})), "reducer without volume"},
+    {"ReducerWithCrossedEnds", shared(Red({GeVector(), kX, kX + kY, kY, kZ, kX + kZ, kX + kY + kZ, kY + kZ})), "reducer is twisted: a face crosses itself"},
     {"ReducerWithACrossedSide", shared(Red({GeVector(), kX * 4, kY * 4, (kX + kY) * 4, kZ * 4 + kX * 5, kZ * 4 - kX, kZ * 4 + kY * 4, (kX + kY + kZ) * 4})), "reducer is twisted: a face crosses itself"},
     {"ReducerInAPlane", shared(Red({kX, kX + kY, kX + kZ, kX + kY + kZ, kX, kX + kY, kX + kZ, kX + kY + kZ})), "reducer without volume"},
     {"TriangleOnALine", pgon({{0, 0, 0}, {1, 1, 1}, {3, 3, 3}}), "face without area"},
     {"PolygonOfTwoPoints", pgon({{0, 0, 0}, {1, 1, 1}}), "polygon of less than three points"},
-    {"TriangleThatIsNaN", pgon({{0, 0, 0}, {1, 0, 0}, {0, kNaN, 0}}), "a number is infinite or none"},
+    {"TriangleThatIsNaN", pgon({{0, 0, 0}, {1, 0, 0}, {0, kNaN, 0}}), "a number is infinite or NaN"},
     {"QuadrangleThatCrossesItself", pgon({{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 3, 0}}), "face that crosses itself"},
-    {"BowTie", pgon({{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}}), "face without area"},
+    {"BowTie", pgon({{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}}), "face that crosses itself"},
     {"PolygonThatCrossesItself", pgon({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, -2, 0}, {0, 4, 0}}), "face that crosses itself"},
     {"LineWithoutPoints", std::make_shared<Pline>(), "line without points"},
-    {"LineToInfinity", shared(Pline({{0, 0, 0}, {0, 0, kInfinity}})), "a number is infinite or none"},
-    {"TextThatIsNaN", shared(Txt({0, 0, kNaN}, kX, kY, 1, 1, 1, 0, "A")), "a number is infinite or none"},
+    {"LineToInfinity", shared(Pline({{0, 0, 0}, {0, 0, kInfinity}})), "a number is infinite or NaN"},
+    {"TextThatIsNaN", shared(Txt({0, 0, kNaN}, kX, kY, 1, 1, 1, 0, "A")), "a number is infinite or NaN"},
 };
 // clang-format on
 

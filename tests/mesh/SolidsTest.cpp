@@ -14,12 +14,12 @@
 #include "mesh/MeshProof.h"
 #include "mesh/SceneBuilder.h"
 #include "mesh/TrueDistance.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
+#include "vesk/Box.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/Red.h"
+#include "vesk/Relb.h"
+#include "vesk/Torus.h"
 
 namespace VeskTest {
 namespace {

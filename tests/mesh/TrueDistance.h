@@ -1,8 +1,8 @@
 #ifndef VESK_TESTS_MESH_TRUEDISTANCE_H
 #define VESK_TESTS_MESH_TRUEDISTANCE_H
 
-#include "ge/GePoint.h"
-#include "prims/Geo.h"
+#include "vesk/GePoint.h"
+#include "vesk/Geo.h"
 
 namespace VeskTest {
 

@@ -1,4 +1,4 @@
-#include "output/FixStr.h"
+#include "vesk/FixStr.h"
 
 #include <gtest/gtest.h>
 

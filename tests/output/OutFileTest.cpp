@@ -16,14 +16,14 @@
 #include <type_traits>
 
 #include "api/ElementHolder.h"
-#include "ge/GeEx.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Relb.h"
-#include "prims/Txt.h"
 #include "support/FailingAllocation.h"
 #include "support/TempFolder.h"
 #include "support/Text.h"
+#include "vesk/Cyl.h"
+#include "vesk/GeEx.h"
+#include "vesk/Pgon.h"
+#include "vesk/Relb.h"
+#include "vesk/Txt.h"
 
 using namespace Vesk;
 using VeskTest::FailingAllocation;

@@ -7,10 +7,10 @@
 #include <string>
 #include <type_traits>
 
-#include "ge/ExceptionInfo.h"
-#include "ge/GePoint.h"
-#include "ge/GeVector.h"
 #include "support/Text.h"
+#include "vesk/ExceptionInfo.h"
+#include "vesk/GePoint.h"
+#include "vesk/GeVector.h"
 
 using namespace Vesk;
 using VeskTest::joined;

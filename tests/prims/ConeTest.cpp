@@ -1,4 +1,4 @@
-#include "prims/Cone.h"
+#include "vesk/Cone.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 #include <limits>
 #include <string>
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
 #include "support/PlaceOf.h"
 #include "support/RecordLines.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using namespace Vesk;
 using namespace VeskTest;

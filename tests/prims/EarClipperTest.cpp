@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-#include "ge/GeConstants.h"
+#include "vesk/GeConstants.h"
 
 using namespace Vesk;
 

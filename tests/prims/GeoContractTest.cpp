@@ -9,13 +9,13 @@
 #include <regex>
 #include <vector>
 
-#include "ge/GeConstants.h"
-#include "prims/Box.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
 #include "support/Kinds.h"
 #include "support/RecordLines.h"
+#include "vesk/Box.h"
+#include "vesk/GeConstants.h"
+#include "vesk/Red.h"
+#include "vesk/Relb.h"
+#include "vesk/Torus.h"
 
 using namespace Vesk;
 using namespace VeskTest;

@@ -1,14 +1,14 @@
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
 #include "input/Input.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pline.h"
 #include "support/RecordLines.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/Pline.h"
 
 using namespace Vesk;
 using namespace VeskTest;

@@ -1,4 +1,4 @@
-#include "prims/Pgon.h"
+#include "vesk/Pgon.h"
 
 #include <gtest/gtest.h>
 
@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
 #include "support/RecordLines.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using namespace Vesk;
 using namespace VeskTest;
@@ -349,6 +349,20 @@ TEST(PgonTest, ExhaustedCounterEndsAfterTheLastCompleteRecord) {
     }
     EXPECT_EQ(keywords, row.keywords) << row;
   }
+}
+
+// Of triangles the finished lines, of a fan those before the record that is still
+// in the assembler.
+TEST(PgonTest, ExhaustedCounterCountsTheFinishedLines) {
+  const auto counted = [](const Pgon& pgon, const char* counter) {
+    Output out = assembler(2, counter);
+    return pgon.write(out);
+  };
+  EXPECT_EQ(counted(regular(9), "ZZZ"), 1);
+  EXPECT_EQ(counted(collinear(9), "ZZZ"), 0);
+  EXPECT_EQ(counted(collinear(9), "ZZY"), 1);
+  EXPECT_EQ(counted(collinear(5), "ZZZ"), 0);
+  EXPECT_EQ(counted(withNormals(collinear(5)), "ZZZ"), 1);
 }
 
 TEST(PgonTest, PointAndNormalByIndex) {

@@ -1,4 +1,4 @@
-#include "prims/Pline.h"
+#include "vesk/Pline.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <limits>
 #include <string>
 
-#include "ge/GeConstants.h"
 #include "support/RecordLines.h"
+#include "vesk/GeConstants.h"
 
 using namespace Vesk;
 using namespace VeskTest;

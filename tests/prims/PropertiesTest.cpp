@@ -9,8 +9,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "ge/GeConstants.h"
 #include "support/Kinds.h"
+#include "vesk/GeConstants.h"
 
 using namespace Vesk;
 using namespace VeskTest;

@@ -1,4 +1,4 @@
-#include "prims/Red.h"
+#include "vesk/Red.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,9 @@
 #include <limits>
 #include <string>
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
 #include "support/RecordLines.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using namespace Vesk;
 using namespace VeskTest;

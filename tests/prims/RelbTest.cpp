@@ -1,4 +1,4 @@
-#include "prims/Relb.h"
+#include "vesk/Relb.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 #include <limits>
 #include <string>
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
 #include "support/PlaceOf.h"
 #include "support/RecordLines.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using namespace Vesk;
 using namespace VeskTest;
@@ -199,6 +199,8 @@ TEST(RelbTest, VolumeIsSweepTimesMeanRadiusTimesSection) {
   EXPECT_EQ(relb({0, 0, 0}, {0, 0, 0}, {0, 40, 0}, 10, 20).volume(), 0.0);
   EXPECT_EQ(relb({0, 0, 0}, {40, 0, 0}, {0, 0, 0}, 10, 20).volume(), 0.0);
   EXPECT_EQ(relb({0, 0, 0}, {40, 0, 0}, {0, NAN, 0}, 10, 20).volume(), 0.0);
+  EXPECT_EQ(relb({0, 0, 0}, {0, 0, 0}, {0, 40, 0}, kInf, 20).volume(), 0.0);
+  EXPECT_EQ(relb({0, 0, 0}, {40, 0, 0}, {0, 0, 0}, 1e300, 1e300).volume(), 0.0);
 }
 
 // 2/3 (50^3 - 30^3) / (50^2 - 30^2) = 2/3 98000 / 1600 = 245/6 along the
@@ -252,6 +254,12 @@ const ExtentsCase kExtents[] = {
     {"ExtremeInsideTheSweep", relb({0, 0, 0}, {60, 80, 0}, {-60, 80, 0}, 10, 20),
      {-66, 72, -5}, {66, 110, 5}},
     {"CollinearIsTheCentreAlone", relb({1, 2, 3}, {40, 0, 0}, {-40, 0, 0}, 10, 20),
+     {1, 2, 3}, {1, 2, 3}},
+    {"NullAndInfiniteIsTheCentreAlone", relb({1, 2, 3}, {0, 0, 0}, {kInf, 0, 0}, 10, 20),
+     {1, 2, 3}, {1, 2, 3}},
+    {"InfiniteIsTheCentreAlone", relb({1, 2, 3}, {40, 0, 0}, {0, kInf, 0}, 10, 20),
+     {1, 2, 3}, {1, 2, 3}},
+    {"NoNumberIsTheCentreAlone", relb({1, 2, 3}, {NAN, 0, 0}, {0, 40, 0}, 10, 20),
      {1, 2, 3}, {1, 2, 3}},
 };
 // clang-format on

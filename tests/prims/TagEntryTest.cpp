@@ -1,7 +1,6 @@
-#include "prims/TagEntry.h"
-
 #include <gtest/gtest.h>
 
+#include "prims/TagLines.h"
 #include "support/RecordLines.h"
 
 using namespace Vesk;

@@ -1,4 +1,4 @@
-#include "prims/Torus.h"
+#include "vesk/Torus.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 #include <limits>
 #include <string>
 
-#include "ge/GeConstants.h"
-#include "ge/GeEx.h"
 #include "support/PlaceOf.h"
 #include "support/RecordLines.h"
+#include "vesk/GeConstants.h"
+#include "vesk/GeEx.h"
 
 using namespace Vesk;
 using namespace VeskTest;
@@ -160,6 +160,8 @@ const VolumeCase kVolumes[] = {
     {"NoSweep",        torus({0, 0, 0}, {100, 0, 0}, {50, 0, 0}, 20),   0.0},
     {"NullStart",      torus({0, 0, 0}, {0, 0, 0}, {0, 100, 0}, 20),    0.0},
     {"NullEnd",        torus({0, 0, 0}, {100, 0, 0}, {0, 0, 0}, 20),    0.0},
+    {"NullStartInfinitelyWide", torus({0, 0, 0}, {0, 0, 0}, {0, 100, 0}, HUGE_VAL), 0.0},
+    {"NullEndHuge",    torus({0, 0, 0}, {100, 0, 0}, {0, 0, 0}, 1e300), 0.0},
     {"NoNumber",       torus({0, 0, 0}, {NAN, 0, 0}, {0, 100, 0}, 20),  0.0},
     {"ShortIsNotNull", torus({0, 0, 0}, {1e-8, 0, 0}, {0, 1e-8, 0}, 20), kPi / 2 * 1e-8 * kPi * 100},
 };
@@ -230,6 +232,7 @@ const ExtentsCase kExtents[] = {
     {"ExtremeInsideTheSweep", torus({0, 0, 0}, {60, 60, 0}, {-60, 60, 0}, 0),
      {-60, 60, 0}, {60, std::sqrt(7200), 0}},
     {"CollinearIsTheCentreAlone", torus({1, 2, 3}, {101, 2, 3}, {-99, 2, 3}, 20), {1, 2, 3}, {1, 2, 3}},
+    {"NullAndInfiniteIsTheCentreAlone", torus({1, 2, 3}, {1, 2, 3}, {HUGE_VAL, 2, 3}, 20), {1, 2, 3}, {1, 2, 3}},
     {"NoSweepIsTheCentreAlone",   torus({1, 2, 3}, {101, 2, 3}, {51, 2, 3}, 20), {1, 2, 3}, {1, 2, 3}},
     {"NullVectorIsTheCentreAlone", torus({1, 2, 3}, {1, 2, 3}, {51, 2, 3}, 20), {1, 2, 3}, {1, 2, 3}},
 };

@@ -14,10 +14,10 @@
 #include <string>
 
 #include "api/Globals.h"
-#include "ge/GeEx.h"
-#include "input/RecordFile.h"
-#include "prims/Cyl.h"
-#include "prims/Torus.h"
+#include "vesk/Cyl.h"
+#include "vesk/GeEx.h"
+#include "vesk/RecordFile.h"
+#include "vesk/Torus.h"
 
 namespace {
 

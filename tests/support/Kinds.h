@@ -8,8 +8,8 @@
 #include <random>
 #include <span>
 
-#include "ge/GeMatrix.h"
-#include "prims/Geo.h"
+#include "vesk/GeMatrix.h"
+#include "vesk/Geo.h"
 
 namespace VeskTest {
 

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "ge/ExceptionInfo.h"
+#include "vesk/ExceptionInfo.h"
 
 namespace VeskTest {
 namespace {
@@ -81,7 +81,7 @@ std::vector<double> numbersOf(const std::string& shownLine) {
 std::string writeFailure(const Vesk::Geo& geo, Output& out) {
   try {
     geo.write(out);
-  } catch (const ExceptionInfo& e) {
+  } catch (const Vesk::ExceptionInfo& e) {
     return e.message;
   }
   return "nothing";

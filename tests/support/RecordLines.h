@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "output/Output.h"
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
 
 namespace VeskTest {
 

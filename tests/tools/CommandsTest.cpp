@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <string>
 
-#include "Command.h"
-#include "Help.h"
+#include "commands/Command.h"
+#include "commands/Help.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
 
@@ -73,6 +73,9 @@ constexpr RunCase kRuns[] = {
     {"ShowAFindingInStandardInput", "show \"<stdin>:1:2-3:\"", 0, "cylinder, token style\n", ""},
     {"ConvertReplaces", "convert -f good.dat text.txt --style fixed", 0, "", ""},
     {"ConvertIntoAFolder", "convert -f good.dat sub", 4, "", "sub: Is a directory"},
+    {"ConvertIsNoExport", "convert good.dat x.glb", 2, "", "vesk export"},
+    {"HelpOfHelp", "help help", 0, "vesk help COMMAND", ""},
+    {"CheckOfJointsByTheirCode", "check --only V205 good.dat", 0, "[V205]", ""},
     {"ConvertWrongTurn", "convert good.dat x.dat --rotate 90", 2, "", "no axis and angle"},
     {"VerifyNeedsFiles", "convert - x.dat --verify", 2, "", "--verify needs files"},
     {"DiffOfTheSame", "diff good.dat good.dat", 0, "no difference; 1 in their places\n", ""},
@@ -80,8 +83,10 @@ constexpr RunCase kRuns[] = {
     {"DiffRemoved", "diff good.dat empty.dat", 1, "removed at 0 0 0, length 1000, diameter 100",
      ""},
     {"DiffAdded", "diff empty.dat good.dat", 1, "1 added; 0 in their places\n", ""},
-    {"ImportNoPiping", "import text.txt x", 3, "", "this is no piping component file"},
-    {"ImportMissing", "import none.pcf x", 3, "", "none.pcf: No such file"},
+    {"ImportNoPiping", "import text.txt -o x.dat", 3, "", "this is no piping component file"},
+    {"ImportOfBefore", "import good.pcf x", 2, "", "vesk import good.pcf -o x.dat"},
+    {"ImportWithoutOutput", "import a b c", 2, "", "vesk import a b c -o plant.dat"},
+    {"ImportMissing", "import none.pcf -o x.dat", 3, "", "none.pcf: No such file"},
     {"ExplainACode", "explain v021", 0, "V021: not a number\n\n", ""},
     {"ExplainUnknown", "explain V999", 2, "", "there is no code V999"},
     {"CompletionOfNoShell", "completion tcsh", 2, "", "completion --help"},
@@ -177,7 +182,7 @@ TEST(Info, RecordFilesJoinedEndToEndAreARecordFile) {
   const std::string elements = readFile(golden("elements.tokens.dat"));
   const ToolRun run = runTool("info -", pump + elements + pump);
   EXPECT_EQ(run.exit, 0) << run.err;
-  EXPECT_TRUE(contains(run.out, "  elements  455\n")) << run.out;  // 222 + 11 + 222
+  EXPECT_TRUE(contains(run.out, "  elements  1 059\n")) << run.out;  // 524 + 11 + 524
 }
 
 struct LossCase {
@@ -217,6 +222,13 @@ constexpr LossCase kLosses[] = {
      "60    01  P-1     001TOR    0.000    0.000    0.000  100.000    0.000    0.000    0.000  "
      "100.000    0.000  100.000   20.000\n",
      "token", 0, "", ""},
+    {"DuctElbowWithoutAPlane", "P-1     01001    00e 0 0 5,40 0 0,-40 0 0,20,10\n", "fixed", 1,
+     "[V309]", "element not written: its bend has no plane"},
+    // The axis leans by 0.4 over its length of 10.
+    {"DuctElbowOutOfSquare",
+     "60    01  P-1     001ELB    0.000    0.000   10.000    0.400    0.000    0.000   50.000    "
+     "0.000   10.000    0.000   50.000   10.000\n61    01  P-1     001ELB   30.000\n",
+     "fixed", 1, "[V312]", "duct elbow: its points are out of square and move by up to 0."},
     {"NothingLost", "P-1     01001    00c 0 0 0,0 0 1000,100\n", "fixed", 0, "", ""},
 };
 
@@ -245,6 +257,23 @@ INSTANTIATE_TEST_SUITE_P(Convert, ConvertLossTest, testing::ValuesIn(kLosses),
                          [](const auto& each) { return std::string(each.param.name); });
 
 void PrintTo(const LossCase& each, std::ostream* out) { *out << each.record; }
+
+TEST(Convert, VerifyCountsWhatReadingHasMoved) {
+  const TempFolder folder;
+  const std::string elbow =
+      "60    01  P-1     001ELB    0.000    0.000   10.000    0.400    0.000    0.000   50.000    "
+      "0.000   10.000    0.000   50.000   10.000\n61    01  P-1     001ELB   30.000\n";
+  writeFile("in.dat", elbow);
+  const ToolRun first = runTool("convert in.dat out.dat --verify");
+  EXPECT_EQ(first.exit, 1);
+  EXPECT_TRUE(contains(first.err, "verified 1 element, 1 differ")) << first.err;
+  EXPECT_NE(readFile("out.dat"), elbow);
+
+  const ToolRun second = runTool("convert out.dat again.dat --verify");
+  EXPECT_EQ(second.exit, 0) << second.err;
+  EXPECT_TRUE(contains(second.err, "verified 1 element, 0 differ")) << second.err;
+  EXPECT_EQ(readFile("again.dat"), readFile("out.dat"));
+}
 
 TEST(Convert, FlagOfATextIsLostInTokens) {
   const TempFolder folder;
@@ -281,7 +310,7 @@ TEST(Convert, VerifyReadsBack) {
   const ToolRun run =
       runTool("convert \"" + golden("pump.dat") + "\" out.dat --style fixed --verify");
   EXPECT_EQ(run.exit, 0);
-  EXPECT_TRUE(contains(run.err, "verified 222 elements, 0 differ\n")) << run.err;
+  EXPECT_TRUE(contains(run.err, "verified 524 elements, 0 differ\n")) << run.err;
 }
 
 struct DiffCase {
@@ -353,20 +382,77 @@ TEST(Measure, TakesOff) {
 
 TEST(Import, DrawsAsThePipingHostDoes) {
   const TempFolder folder;
-  const ToolRun run = runTool("import \"" VESK_PIPING_SAMPLE "\" pump");
+  const ToolRun run = runTool("import \"" VESK_PIPING_SAMPLE "\" -o pump.dat");
   EXPECT_EQ(run.exit, 0) << run.err;
-  EXPECT_TRUE(contains(run.out, "veskpump.dat: 222 elements of 133 components\n")) << run.out;
-  EXPECT_EQ(readFile("veskpump.dat"), readFile(golden("pump.dat")));
-  const ToolRun again = runTool("import \"" VESK_PIPING_SAMPLE "\" pump");
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(readFile("pump.dat"), readFile(golden("pump.dat")));
+  const std::string sidecar = readFile("pump.attributes.csv");
+  EXPECT_TRUE(contains(sidecar, "f1,f2,first,last,pipeline,component,")) << sidecar;
+  const ToolRun again = runTool("import \"" VESK_PIPING_SAMPLE "\" -o pump.dat");
   EXPECT_EQ(again.exit, 4);
-  EXPECT_EQ(runTool("import -f \"" VESK_PIPING_SAMPLE "\" pump").exit, 0);
+  EXPECT_EQ(runTool("import -f \"" VESK_PIPING_SAMPLE "\" -o pump.dat").exit, 0);
+  EXPECT_EQ(readFile("pump.attributes.csv"), sidecar);
 }
 
 TEST(Import, SaysWhatItCantDraw) {
   const TempFolder folder;
-  const ToolRun run = runTool("import - x", "PIPE\n    END-POINT 0 0 0 100\n");
+  const ToolRun run =
+      runTool("import - -o x.dat", "PIPE\n    END-POINT 0 0 0 100\nWELD\n    CO-ORDS 0 0 0\n");
   EXPECT_EQ(run.exit, 1);
   EXPECT_TRUE(contains(run.err, "<stdin>:1: error: PIPE not drawn")) << run.err;
+}
+
+constexpr char kWeld[] = "WELD\n    CO-ORDS 1 2 3\n";
+
+// Records and sidecar, of which each may be in the way.
+TEST(Import, WritesBothFilesOrNeither) {
+  const TempFolder folder;
+  writeFile("x.attributes.csv", "old");
+  EXPECT_EQ(runTool("import - -o x.dat", kWeld).exit, 4);
+  EXPECT_FALSE(std::filesystem::exists("x.dat"));
+  EXPECT_EQ(readFile("x.attributes.csv"), "old");
+  std::filesystem::create_directory("y.attributes.csv");
+  writeFile("y.dat", "old");
+  EXPECT_EQ(runTool("import -f - -o y.dat", kWeld).exit, 4);
+  EXPECT_EQ(readFile("y.dat"), "old");
+  EXPECT_EQ(runTool("import - -o z.dat --attributes none/z.csv", kWeld).exit, 4);
+  EXPECT_FALSE(std::filesystem::exists("z.dat"));
+  EXPECT_EQ(runTool("import - -o z.dat --no-attributes", kWeld).exit, 0);
+  EXPECT_FALSE(std::filesystem::exists("z.attributes.csv"));
+}
+
+TEST(Import, NeverLeavesAnEmptyFile) {
+  const TempFolder folder;
+  EXPECT_EQ(runTool("import - -o x.dat", "PIPE\n    END-POINT 0 0 0 100\n").exit, 3);
+  EXPECT_EQ(runTool("import - -o x.dat", "Dear all\n").exit, 3);
+  EXPECT_FALSE(std::filesystem::exists("x.dat"));
+  EXPECT_FALSE(std::filesystem::exists("x.attributes.csv"));
+}
+
+TEST(Import, TakesFoldersAndManyFiles) {
+  const TempFolder folder;
+  std::filesystem::create_directories("lines/deep");
+  writeFile("lines/a.pcf", "PIPELINE-REFERENCE A\nWELD\n    CO-ORDS 1 2 3\n");
+  writeFile("lines/deep/b.PCF", "PIPELINE-REFERENCE B\nWELD\n    CO-ORDS 1 2 3\n");
+  writeFile("lines/letter.txt", "Dear all\n");
+  EXPECT_EQ(runTool("import lines -o plant.dat").exit, 0);
+  EXPECT_EQ(readFile("plant.dat"),
+            "A       01001    00l pt 1 2 3\nB       02001    00l pt 1 2 3\n");
+  EXPECT_EQ(runTool("import lines/a.pcf - -o two.dat", kWeld).exit, 0);
+  EXPECT_EQ(readFile("two.dat"), "A       01001    00l pt 1 2 3\n        02001    00l pt 1 2 3\n");
+  // One that can't be read, and nothing is written.
+  writeFile("lines/c.pcf", "Dear all\n");
+  const ToolRun run = runTool("import -f lines -o plant.dat");
+  EXPECT_EQ(run.exit, 3);
+  EXPECT_TRUE(contains(run.err, "c.pcf: error: this is no piping component file")) << run.err;
+}
+
+TEST(Import, WritesToTheStandardOutput) {
+  const TempFolder folder;
+  const ToolRun run = runTool("import - -o -", kWeld);
+  EXPECT_EQ(run.exit, 0);
+  EXPECT_EQ(run.out, "        00001    00l pt 1 2 3\n");
+  EXPECT_FALSE(std::filesystem::exists("-.attributes.csv"));
 }
 
 }  // namespace

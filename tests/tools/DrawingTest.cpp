@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "Kinds.h"
+#include "elements/Kinds.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
 #include "view/Palette.h"
@@ -27,21 +27,21 @@ std::string bytesOf(const std::string& file) {
 constexpr RunCase kDraws[] = {
     {"Png", "view good.dat -o new.png", 0, "new.png: 1 element, 1600 x 1200 pixels\n", ""},
     {"Svg", "view good.dat -o new.svg", 0, "new.svg: 1 element, 1600 x 1200 pixels\n", ""},
-    {"EndingInCapitals", "view good.dat -o capitals.PNG --size 64x48", 0, "capitals.PNG: 1 element",
-     ""},
+    {"EndingInCapitals", "view good.dat -o capitals.PNG --pixels 64x48", 0,
+     "capitals.PNG: 1 element", ""},
     {"ManyFilesAreOneDrawing", "view good.dat good.dat -o new.svg", 0, "2 elements", ""},
-    {"Size", "view good.dat -o new.png --size 64x48", 0, "64 x 48 pixels", ""},
-    {"StandardInput", "view - -o new.png --size 64x48", 0, "new.png: 1 element", ""},
+    {"Size", "view good.dat -o new.png --pixels 64x48", 0, "64 x 48 pixels", ""},
+    {"StandardInput", "view - -o new.png --pixels 64x48", 0, "new.png: 1 element", ""},
     {"SvgToStandardOutput", "view good.dat -o - --to svg", 0, "<svg xmlns=", ""},
-    {"PngToStandardOutput", "view good.dat -o - --to png --size 64x48", 0, "PNG", ""},
-    {"NothingToDraw", "view empty.dat -o new.png --size 64x48", 0, "0 elements", ""},
+    {"PngToStandardOutput", "view good.dat -o - --to png --pixels 64x48", 0, "PNG", ""},
+    {"NothingToDraw", "view empty.dat -o new.png --pixels 64x48", 0, "0 elements", ""},
     {"FromTheTop", "view good.dat -o new.svg --from top --plain", 0, "new.svg", ""},
     {"FromNowhere", "view good.dat -o new.svg --from behind", 2, "", "vesk view --help"},
-    {"SizeOfOneNumber", "view good.dat -o new.png --size 64", 2, "", "not two sizes"},
-    {"SizeWithRest", "view good.dat -o new.png --size 64x48px", 2, "", "not two sizes"},
-    {"SizeTooSmall", "view good.dat -o new.png --size 64x15", 2, "", "not two sizes"},
-    {"SizeTooLarge", "view good.dat -o new.png --size 8193x64", 2, "", "not two sizes"},
-    {"SizeBelowZero", "view good.dat -o new.png --size -64x64", 2, "", "not two sizes"},
+    {"SizeOfOneNumber", "view good.dat -o new.png --pixels 64", 2, "", "not two sizes"},
+    {"SizeWithRest", "view good.dat -o new.png --pixels 64x48px", 2, "", "not two sizes"},
+    {"SizeTooSmall", "view good.dat -o new.png --pixels 64x15", 2, "", "not two sizes"},
+    {"SizeTooLarge", "view good.dat -o new.png --pixels 8193x64", 2, "", "not two sizes"},
+    {"SizeBelowZero", "view good.dat -o new.png --pixels -64x64", 2, "", "not two sizes"},
     {"Background", "view good.dat -o new.svg --background \"#1c2430\"", 0, "new.svg", ""},
     {"NoColour", "view good.dat -o new.svg --background blu", 2, "", "not a colour"},
     {"NoUnit", "view good.dat -o new.svg --unit 0", 2, "", "vesk view --help"},
@@ -53,7 +53,7 @@ constexpr RunCase kDraws[] = {
     {"WhatCannotBeDrawn", "view thin.dat -o new.svg", 1, "1 element",
      "thin.dat:1: error: cylinder can't be shown: diameter of zero [V401]"},
     {"ExistingFile", "view good.dat -o old.png", 4, "", "-f replaces it"},
-    {"ExistingFileByForce", "view good.dat -o old.png -f --size 64x48", 0, "old.png: 1 element",
+    {"ExistingFileByForce", "view good.dat -o old.png -f --pixels 64x48", 0, "old.png: 1 element",
      ""},
     {"OntoItself", "view good.dat -o good.dat --to svg -f", 2, "", "both input and output"},
     {"IntoNoFolder", "view good.dat -o none/new.png", 4, "", "none/new.png: No such file"},
@@ -85,7 +85,7 @@ TEST(Drawing, WritesPathsWithTwoDecimals) {
   const TempFolder folder;
   writeFile("pipe.dat", kPipe);
   const ToolRun run =
-      runTool("view pipe.dat -o - --to svg --from front --size 100x100 --plain --title \"A<B\"");
+      runTool("view pipe.dat -o - --to svg --from front --pixels 100x100 --plain --title \"A<B\"");
   EXPECT_EQ(run.exit, 0);
   for (const char* part :
        {"<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"100\" height=\"100\" viewBox=\"0 0 100 "
@@ -102,7 +102,7 @@ TEST(Drawing, IsTheSameTwice) {
   const TempFolder folder;
   const std::string input = '"' + golden("elements.tokens.dat") + '"';
   for (const char* file : {"a.png", "b.png", "a.svg", "b.svg"}) {
-    EXPECT_EQ(runTool("view " + input + " --size 300x200 -o " + file).exit, 0);
+    EXPECT_EQ(runTool("view " + input + " --pixels 300x200 -o " + file).exit, 0);
   }
   EXPECT_EQ(bytesOf("a.png"), bytesOf("b.png"));
   EXPECT_EQ(bytesOf("a.svg"), bytesOf("b.svg"));

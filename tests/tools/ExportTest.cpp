@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
@@ -62,15 +64,27 @@ constexpr ExportCase kCases[] = {
     {"Glb", "export pipe.dat -o x.glb", 0, "", "", "x.glb"},
     {"Obj", "export pipe.dat -o x.obj", 0, "", "", "x.obj"},
     {"Stl", "export pipe.dat -o x.STL", 0, "", "", "x.STL"},
+    {"Ply", "export pipe.dat -o x.ply", 0, "", "", "x.ply"},
+    {"Gltf", "export pipe.dat -o x.gltf", 0, "", "", "x.gltf"},
+    {"Instances", "export pipe.dat -o x.glb --instances", 0, "", "", "x.glb"},
+    {"Merged", "export pipe.dat -o x.glb --merge", 0, "", "", "x.glb"},
+    {"MergedSizeIsForetold", "export pipe.dat -o x.glb --merge -v", 0, "", "merged: about 1 MB", "x.glb"},
+    {"InstancesAndMerged", "export pipe.dat -o x.glb --merge --instances", 2, "", "excludes"},
+    {"InstancesAreForGltf", "export pipe.dat -o x.stl --instances", 2, "", "for glb and gltf"},
+    {"LeftOutOfPly", "export mixed.dat -o x.ply", 1, "", "left out: 1 text\n  hint: .ply", "x.ply"},
     {"FormatByName", "export pipe.dat -o x.bin --to glb", 0, "", "", "x.bin"},
     {"SeveralFiles", "export pipe.dat mixed.dat -o x.glb", 0, "", "", "x.glb"},
     {"StandardInput", "export - -o x.glb", 0, "", "", "x.glb"},
     {"StandardOutput", "export pipe.dat -o - --to obj", 0, "\no P-1_01/cylinder:1\nv ", ""},
     {"WithoutOutput", "export pipe.dat", 2, "", "-o is missing"},
     {"WithoutAFormat", "export pipe.dat -o x.txt", 2, "", "\"x.txt\" names no format"},
-    {"StandardOutputNeedsAFormat", "export pipe.dat -o -", 2, "", "--to glb, obj or stl"},
+    {"StandardOutputNeedsAFormat", "export pipe.dat -o -", 2, "", "--to glb, gltf, obj, ply, stl, step, ifc, dxf or sqlite"},
+    {"Step", "export pipe.dat -o x.step", 0, "", "", "x.step"},
+    {"Ifc", "export pipe.dat -o x.ifc", 0, "", "", "x.ifc"},
+    {"Dxf", "export pipe.dat -o x.dxf", 0, "", "", "x.dxf"},
+    {"ReportOfSurfaces", "export pipe.dat -o x.step --report", 2, "", "--report is for meshes"},
     {"FormatWithoutOutput", "export pipe.dat --to glb --report", 2, "", "--to needs -o"},
-    {"UnknownFormat", "export pipe.dat -o x --to gltf", 2, "", "export --help"},
+    {"UnknownFormat", "export pipe.dat -o x --to dae", 2, "", "export --help"},
     {"ReportAndMeshOnStandardOutput", "export pipe.dat -o - --to stl --report", 2, "", "can't both go to stdout"},
     {"JsonNeedsTheReport", "export pipe.dat -o x.glb --json", 2, "", "--report"},
     {"ToleranceOfZero", "export pipe.dat -o x.glb --tolerance 0", 2, "", "--tolerance"},
@@ -92,6 +106,10 @@ constexpr ExportCase kCases[] = {
     {"Report", "export pipe.dat --report", 0, "cylinders         1          0        124       1   0.240764   0.240764   0.007804  0.007854  yes\n", ""},
     {"ReportBesidesTheMesh", "export pipe.dat -o x.glb --report", 0, "0.007854  yes", "", "x.glb"},
     {"ReportInInches", "export pipe.dat --report --unit 25.4", 0, "128.703", ""},
+    // Radius 50 and 5000 in 32 pieces: r (1 - cos(pi / 32)) is 0.240764 and 24.0764.
+    {"ReportTellsTheLargestDeviation", "export sizes.dat --report", 0, "cylinders         2          0        248       1  24.076367  24.076367", ""},
+    {"ReportTellsItInEitherOrder", "export sezis.dat --report", 0, "cylinders         2          0        248       1  24.076367  24.076367", ""},
+    {"ReportTellsItAsJson", "export sizes.dat --report --json", 0, "\"deviation\": 24.07636663901", ""},
     {"ReportOfFailures", "export bad.dat --report", 1, "cylinders         2          1        124", "[V401]"},
     {"ReportOfTolerance", "export pipe.dat --report --tolerance 0.01", 0, "0.009", ""},
 };
@@ -106,11 +124,14 @@ TEST_P(ExportTest, Runs) {
   writeFile("bad.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000,0\n");
   writeFile("damaged.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000x,100\n");
   writeFile("far.dat", "P-1     01001    00c 6700000 0 0,0 0 1000,100\n");
+  const std::string large = "P-1     01002    00c 0 0 0,0 0 1000,10000\n";
+  writeFile("sizes.dat", kPipe + large);
+  writeFile("sezis.dat", large + kPipe);
   writeFile("old.glb", "nothing of this kind\n");
   const ExportCase& each = GetParam();
   expectRun({each.name, each.arguments, each.exit, each.out, each.err});
-  std::set<std::string> there{"pipe.dat",    "mixed.dat", "bad.dat",
-                              "damaged.dat", "far.dat",   "old.glb"};
+  std::set<std::string> there{"pipe.dat", "mixed.dat", "bad.dat",   "damaged.dat",
+                              "far.dat",  "old.glb",   "sizes.dat", "sezis.dat"};
   if (each.file != nullptr) there.insert(each.file);
   std::set<std::string> found;
   for (const auto& entry : std::filesystem::directory_iterator(".")) {
@@ -155,13 +176,17 @@ TEST(Glb, KeepsEveryElement) {
   ASSERT_EQ(runTool("export mixed.dat -o x.glb").exit, 0);
   const Glb glb(bytesOf("x.glb"));
   const Json& nodes = glb.json["nodes"];
-  ASSERT_EQ(nodes.size(), 6U);
+  ASSERT_EQ(nodes.size(), 8U);
+  EXPECT_EQ(nodes[6]["name"], "P-1 01");
+  EXPECT_EQ(nodes[6]["children"], Json::parse("[1, 2, 3, 4, 5]"));
+  EXPECT_EQ(nodes[7]["name"], "group 01");
+  EXPECT_EQ(nodes[7]["children"], Json::parse("[6]"));
   // z up to y up, millimetres to metres.
   EXPECT_EQ(nodes[0]["scale"], Json::parse("[0.001, 0.001, 0.001]"));
   EXPECT_NEAR(nodes[0]["rotation"][0].get<double>(), -std::sqrt(0.5), 1e-15);
   EXPECT_NEAR(nodes[0]["rotation"][3].get<double>(), std::sqrt(0.5), 1e-15);
   EXPECT_EQ(nodes[0]["extras"], Json::parse(R"({"unit": 1.0, "offset": [0.0, 0.0, 0.0]})"));
-  EXPECT_EQ(nodes[0]["children"], Json::parse("[1, 2, 3, 4, 5]"));
+  EXPECT_EQ(nodes[0]["children"], Json::parse("[7]"));
   EXPECT_EQ(nodes[1]["extras"],
             Json::parse(R"({"header": "P-1 01", "kind": "box", "file": "mixed.dat", "line": 1})"));
   EXPECT_EQ(nodes[1]["translation"], Json::parse("[1.0, 2.0, 3.0]"));
@@ -218,8 +243,149 @@ TEST(Glb, EqualShapesShareAMesh) {
   writeFile("pipes.dat", records);
   ASSERT_EQ(runTool("export pipes.dat -o x.glb").exit, 0);
   const Glb glb(bytesOf("x.glb"));
-  EXPECT_EQ(glb.json["nodes"].size(), 101U);
+  EXPECT_EQ(glb.json["nodes"].size(), 103U);
   EXPECT_EQ(glb.json["meshes"].size(), 1U);
+}
+
+// Two pipes of one shape, a torus of another, in two headers of two groups.
+const std::string kTwoHeaders =
+    "P-1     AA001    00c 0 0 0,0 0 1000,100\n"
+    "P-2     BB001    00c 500 0 0,0 2000 0,50\n"
+    "P-2     BB002    00t 0 0 0,300 0 0,0 300 0,100\n";
+
+TEST(Glb, HeadersStandBelowTheirGroups) {
+  const TempFolder folder;
+  writeFile("two.dat", kTwoHeaders);
+  ASSERT_EQ(runTool("export two.dat -o x.glb").exit, 0);
+  const Json nodes = Glb(bytesOf("x.glb")).json["nodes"];
+  std::string tree;
+  for (const Json& group : nodes[0]["children"]) {
+    tree += nodes[group.get<std::size_t>()]["name"].get<std::string>() + ':';
+    for (const Json& header : nodes[group.get<std::size_t>()]["children"]) {
+      const Json& node = nodes[header.get<std::size_t>()];
+      tree += ' ' + node["name"].get<std::string>() + ' ' + node["children"].dump();
+    }
+    tree += '\n';
+  }
+  EXPECT_EQ(tree, "group AA: P-1 AA [1]\ngroup BB: P-2 BB [2,3]\n");
+}
+
+// #6b9ac8, a cylinder's colour on the screen: (0x6b / 255 + 0.055) / 1.055 to 2.4.
+TEST(Glb, ColoursAreByKindAndLinear) {
+  const TempFolder folder;
+  writeFile("two.dat", kTwoHeaders);
+  ASSERT_EQ(runTool("export two.dat -o x.glb").exit, 0);
+  const Json json = Glb(bytesOf("x.glb")).json;
+  const Json& colour = json["materials"][0]["pbrMetallicRoughness"]["baseColorFactor"];
+  EXPECT_EQ(json["materials"][0]["name"], "cylinder");
+  EXPECT_EQ(json["materials"][1]["name"], "torus");
+  EXPECT_NEAR(colour[0].get<double>(), 0.147027, 1e-6);
+  EXPECT_NEAR(colour[1].get<double>(), 0.323143, 1e-6);
+  EXPECT_NEAR(colour[2].get<double>(), 0.577580, 1e-6);
+}
+
+TEST(Glb, InstancesTellTheirElements) {
+  const TempFolder folder;
+  writeFile("two.dat", kTwoHeaders);
+  ASSERT_EQ(runTool("export two.dat -o x.glb --instances").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  EXPECT_EQ(glb.json["extensionsRequired"], Json::parse("[\"EXT_mesh_gpu_instancing\"]"));
+  const Json& node = glb.json["nodes"][1];
+  const Json& attributes = node["extensions"]["EXT_mesh_gpu_instancing"]["attributes"];
+  EXPECT_EQ(node["extensions"]["EXT_instance_features"]["featureIds"][0]["featureCount"], 2);
+  const auto numbers = [&](const char* name) {
+    const Json& accessor = glb.json["accessors"][attributes[name].get<std::size_t>()];
+    const Json& view = glb.json["bufferViews"][accessor["bufferView"].get<std::size_t>()];
+    const std::size_t size = accessor["type"] == "SCALAR" ? 1 : accessor["type"] == "VEC3" ? 3 : 4;
+    std::vector<float> all;
+    for (std::size_t i = 0; i < accessor["count"].get<std::size_t>() * size; ++i) {
+      all.push_back(f32At(glb.data, view.value("byteOffset", std::size_t{0}) +
+                                        accessor.value("byteOffset", std::size_t{0}) + 4 * i));
+    }
+    return all;
+  };
+  EXPECT_EQ(numbers("TRANSLATION"), (std::vector<float>{0, 0, 0, 500, 0, 0}));
+  EXPECT_EQ(numbers("_FEATURE_ID_0"), (std::vector<float>{0, 1}));
+  // A pipe's unit shape is stretched by its radius twice and its length.
+  std::vector<float> scales = numbers("SCALE");
+  std::sort(scales.begin(), scales.begin() + 3);
+  std::sort(scales.begin() + 3, scales.end());
+  EXPECT_EQ(scales, (std::vector<float>{50, 50, 1000, 25, 25, 2000}));
+  const Json& table = glb.json["nodes"][0]["extras"]["elements"];
+  EXPECT_EQ(table["headers"], Json::parse(R"(["P-1 AA", "P-2 BB"])"));
+  EXPECT_EQ(table["header"], Json::parse("[0, 1, 1]"));
+  EXPECT_EQ(table["line"], Json::parse("[1, 2, 3]"));
+  EXPECT_EQ(table["kinds"][table["kind"][2].get<std::size_t>()], "torus");
+  // The bend is alone, so a node of its own.
+  EXPECT_EQ(glb.json["nodes"][2]["extras"]["line"], 3);
+}
+
+TEST(Glb, MergedMeshesTellTheirElements) {
+  const TempFolder folder;
+  writeFile("two.dat", kPipe + "P-1     01002    00c 0 0 5000,0 0 1000,200\n");
+  ASSERT_EQ(runTool("export two.dat -o x.glb --merge").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  EXPECT_EQ(glb.json["meshes"].size(), 1U);
+  const Json& extras = glb.json["nodes"][1]["extras"];
+  EXPECT_EQ(extras["lines"], Json::parse("[1, 2]"));
+  // 32 sides of two triangles and two lids of 30.
+  EXPECT_EQ(extras["firstTriangles"], Json::parse("[0, 124]"));
+  const Json& positions = glb.json["accessors"][0];
+  EXPECT_EQ(positions["min"], Json::parse("[-100.0, -100.0, 0.0]"));
+  EXPECT_EQ(positions["max"], Json::parse("[100.0, 100.0, 6000.0]"));
+}
+
+TEST(Glb, TextFormHoldsTheSame) {
+  const TempFolder folder;
+  writeFile("mixed.dat", kMixed);
+  ASSERT_EQ(runTool("export mixed.dat -o x.glb").exit, 0);
+  ASSERT_EQ(runTool("export mixed.dat -o x.gltf").exit, 0);
+  Json json = Json::parse(bytesOf("x.gltf"));
+  const std::string uri = json["buffers"][0]["uri"];
+  const std::string heading = "data:application/octet-stream;base64,";
+  ASSERT_TRUE(uri.starts_with(heading));
+  const std::string digits = uri.substr(heading.size());
+  std::string bytes;
+  for (std::size_t i = 0; i + 3 < digits.size(); i += 4) {
+    std::uint32_t bits = 0;
+    for (std::size_t k = 0; k < 4; ++k) {
+      const std::size_t place =
+          std::string("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/")
+              .find(digits[i + k]);
+      bits = bits << 6U | static_cast<std::uint32_t>(place == std::string::npos ? 0 : place);
+    }
+    for (const unsigned shift : {16U, 8U, 0U}) bytes += static_cast<char>(bits >> shift & 0xFFU);
+  }
+  const Glb glb(bytesOf("x.glb"));
+  EXPECT_EQ(bytes.substr(0, glb.data.size()), glb.data);
+  json["buffers"][0].erase("uri");
+  EXPECT_EQ(json, glb.json);
+}
+
+TEST(Ply, IsWhatItSays) {
+  const TempFolder folder;
+  writeFile("mixed.dat", kMixed.substr(kMixed.find('\n') + 1));
+  ASSERT_EQ(runTool("export mixed.dat -o x.ply").exit, 1);
+  const std::string bytes = bytesOf("x.ply");
+  const std::string end = "end_header\n";
+  const std::size_t data = bytes.find(end) + end.size();
+  EXPECT_EQ(bytes.substr(0, data),
+            "ply\nformat binary_little_endian 1.0\ncomment vesk " VESK_VERSION
+            "\ncomment unit: 1 mm\ncomment offset: 0 0 0\n"
+            "element vertex 6\nproperty float x\nproperty float y\nproperty float z\n"
+            "property uchar red\nproperty uchar green\nproperty uchar blue\n"
+            "element face 1\nproperty list uchar uint vertex_indices\n"
+            "element edge 1\nproperty uint vertex1\nproperty uint vertex2\nend_header\n");
+  // Six corners of fifteen bytes, the triangle's three and its list, one edge.
+  ASSERT_EQ(bytes.size(), data + 6 * 15 + 13 + 8);
+  const float corners[] = {0, 0, 0, 4, 0, 0, 0, 3, 0, 7, 8, 9, 1, 1, 1, 1, 1, 5};
+  for (std::size_t i = 0; i < 18; ++i) {
+    EXPECT_EQ(f32At(bytes, data + i / 3 * 15 + i % 3 * 4), corners[i]) << i;
+  }
+  EXPECT_EQ(bytes.substr(data + 12, 3), "\x7f\xa8\x86");  // a triangle's colour
+  EXPECT_EQ(u32At(bytes, data + 90 + 9), 2U);
+  EXPECT_EQ(u32At(bytes, data + 103), 4U);
+  EXPECT_EQ(u32At(bytes, data + 107), 5U);
 }
 
 TEST(Glb, OffsetIsKeptInFull) {

@@ -2,14 +2,15 @@
 
 #include <limits>
 
-#include "Catalogue.h"
-#include "Fields.h"
-#include "Files.h"
-#include "Findings.h"
-#include "Json.h"
-#include "Nearest.h"
-#include "Numbers.h"
-#include "Words.h"
+#include "elements/Fields.h"
+#include "files/Files.h"
+#include "findings/Catalogue.h"
+#include "findings/Findings.h"
+#include "select/Pattern.h"
+#include "terminal/Nearest.h"
+#include "text/Json.h"
+#include "text/Numbers.h"
+#include "text/Words.h"
 
 namespace VeskTool {
 namespace {
@@ -76,7 +77,7 @@ constexpr PatternCase kPatterns[] = {
 
 TEST(Files, PatternsMatchWholeNames) {
   for (const PatternCase& each : kPatterns) {
-    EXPECT_EQ(matchesPattern(each.name, each.pattern), each.matches)
+    EXPECT_EQ(Vesk::matchesPattern(each.name, each.pattern), each.matches)
         << each.name << " " << each.pattern;
   }
 }

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "Terminal.h"
+#include "terminal/Terminal.h"
 
 namespace VeskTest {
 

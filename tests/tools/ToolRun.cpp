@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "Terminal.h"
 #include "support/TempFolder.h"
+#include "terminal/Terminal.h"
 
 #ifdef _WIN32
 #include "tools/StartedTool.h"

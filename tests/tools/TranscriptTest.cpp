@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "Command.h"
+#include "commands/Command.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
 
@@ -41,9 +41,11 @@ INSTANTIATE_TEST_SUITE_P(Commands, TranscriptTest, testing::ValuesIn(commandsWit
 TEST(Version, IsThatOfTheProject) {
   const TempFolder folder;
   EXPECT_EQ(runTool("--version").out, "vesk " VESK_VERSION "\n");
-  EXPECT_EQ(runTool("version").out, "vesk " VESK_VERSION "\n");
-  EXPECT_EQ(runTool("version --json").out,
-            "{\n  \"schema\": \"vesk.version/1\",\n  \"version\": \"" VESK_VERSION "\"\n}\n");
+  EXPECT_TRUE(runTool("version").out.starts_with("vesk " VESK_VERSION ", under the MIT licence\n"));
+  EXPECT_TRUE(
+      runTool("version --json")
+          .out.starts_with("{\n  \"schema\": \"vesk.version/1\",\n  \"version\": \"" VESK_VERSION
+                           "\",\n  \"libraries\": [\n"));
 }
 
 }  // namespace

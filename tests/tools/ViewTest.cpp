@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
+#include <zlib.h>
 
+#include <bit>
 #include <cstring>
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -33,6 +35,12 @@ constexpr RunCase kRuns[] = {
     {"IntoNoFolder", "view good.dat -o none/new.html", 4, "", "none/new.html: No such file"},
     {"AnotherEnding", "view good.dat -o new.pdf", 2, "",
      "the ending of \"new.pdf\" names no format"},
+    {"AttributesForOneFile", "view good.dat thin.dat --attributes a.csv -o new.html", 2, "",
+     "--attributes is for a single file"},
+    {"MissingAttributes", "view good.dat --attributes none.csv -o new.html", 3, "",
+     "none.csv: No such file"},
+    {"DamagedAttributes", "view good.dat --attributes text.txt -o new.html", 1,
+     "new.html: 1 element", "text.txt"},
     {"UnknownQuality", "view good.dat --quality best -o new.html", 2, "", "vesk view --help"},
     {"NoTolerance", "view good.dat --tolerance 0 -o new.html", 2, "", "vesk view --help"},
     {"CheckShowsAPage", "check bad.dat --view -o new.html", 1, "bad.dat: 1 error, ", ""},
@@ -94,14 +102,35 @@ std::string decodedBase64(const std::string& text) {
   return bytes;
 }
 
+// What zlib's format holds.
+std::string inflated(const std::string& bytes) {
+  z_stream stream{};
+  EXPECT_EQ(inflateInit(&stream), Z_OK);
+  std::string in = bytes;
+  stream.next_in = reinterpret_cast<Bytef*>(in.data());
+  stream.avail_in = static_cast<uInt>(in.size());
+  std::string all;
+  int state = Z_OK;
+  while (state == Z_OK) {
+    char room[4096];
+    stream.next_out = reinterpret_cast<Bytef*>(room);
+    stream.avail_out = sizeof(room);
+    state = inflate(&stream, Z_NO_FLUSH);
+    all.append(room, sizeof(room) - stream.avail_out);
+  }
+  EXPECT_EQ(state, Z_STREAM_END);
+  inflateEnd(&stream);
+  return all;
+}
+
 // A page that the tool has written.
 struct WrittenPage {
   explicit WrittenPage(const std::string& text)
       : html(text),
-        head(Json::parse(
-            between(text, "<script type=\"application/json\" id=\"vesk-scene\">", "</script>"))),
-        data(decodedBase64(
-            between(text, "<script type=\"text/plain\" id=\"vesk-data\">", "</script>"))) {}
+        head(Json::parse(inflated(decodedBase64(
+            between(text, "<script type=\"text/plain\" id=\"vesk-scene\">", "</script>"))))),
+        data(inflated(decodedBase64(
+            between(text, "<script type=\"text/plain\" id=\"vesk-data\">", "</script>")))) {}
 
   // The numbers of a block, `width` of them an item.
   template <class Number>
@@ -112,6 +141,51 @@ struct WrittenPage {
     EXPECT_LE(offset + numbers.size() * sizeof(Number), data.size());
     std::memcpy(numbers.data(), data.data() + offset, numbers.size() * sizeof(Number));
     return numbers;
+  }
+
+  // Numbers of 32 bits, whose lowest bytes come first.
+  std::vector<std::uint32_t> planes(const Json& place, std::size_t width = 1) const {
+    const std::size_t count = place.at(1).get<std::size_t>() * width;
+    const auto bytes = block<std::uint8_t>({place.at(0), count * 4});
+    std::vector<std::uint32_t> numbers(count);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      numbers[i % count] |= std::uint32_t{bytes[i]} << (8 * (i / count));
+    }
+    return numbers;
+  }
+
+  std::vector<float> floats(const Json& place, std::size_t width = 1) const {
+    std::vector<float> numbers;
+    for (const std::uint32_t bits : planes(place, width)) {
+      numbers.push_back(std::bit_cast<float>(bits));
+    }
+    return numbers;
+  }
+
+  // Numbers from their differences, the sign of each in its lowest bit.
+  std::vector<std::uint32_t> steps(const Json& place) const {
+    std::vector<std::uint32_t> numbers = planes(place);
+    std::uint32_t sum = 0;
+    for (std::uint32_t& each : numbers) {
+      sum += (each >> 1U) ^ (0U - (each & 1U));
+      each = sum;
+    }
+    return numbers;
+  }
+
+  std::string records() const {
+    const auto heads = block<char>(head["records"]["heads"], 19);
+    const auto rests = block<char>(head["records"]["rests"]);
+    const std::size_t count = heads.size() / 19;
+    std::string text;
+    auto rest = rests.begin();
+    for (std::size_t line = 0; line < count; ++line) {
+      char c = '\0';
+      for (std::size_t k = 0; k < 19 && c != '\n'; ++k) text += c = heads[k * count + line];
+      while (c != '\n') text += c = *rest++;
+    }
+    EXPECT_EQ(text.size(), head["records"]["bytes"].get<std::size_t>());
+    return text;
   }
 
   std::string html;
@@ -137,7 +211,7 @@ TEST_F(PageTest, HoldsTheElementsInTheirOrder) {
   const TempFolder folder;
   const WrittenPage page = pageOf("view \"" + golden("elements.tokens.dat") + "\"");
   const Json& elements = page.head["elements"];
-  EXPECT_EQ(page.head["schema"], "vesk-scene/1");
+  EXPECT_EQ(page.head["schema"], "vesk-scene/2");
   EXPECT_EQ(page.head["title"], "elements.tokens.dat");
   EXPECT_EQ(elements["count"], 11);
   std::vector<std::string> kinds;
@@ -150,9 +224,9 @@ TEST_F(PageTest, HoldsTheElementsInTheirOrder) {
   EXPECT_EQ(kinds, expected);
   // The text has two lines.
   const std::vector<std::uint32_t> lines{1, 2, 3, 4, 5, 7, 8, 9, 10, 11, 12};
-  EXPECT_EQ(page.block<std::uint32_t>(elements["line"]), lines);
+  EXPECT_EQ(page.steps(elements["line"]), lines);
   const std::vector<std::uint32_t> counters{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
-  EXPECT_EQ(page.block<std::uint32_t>(elements["counter"]), counters);
+  EXPECT_EQ(page.steps(elements["counter"]), counters);
   EXPECT_EQ(page.head["headers"], Json::array({"DUCT-7 A1"}));
 }
 
@@ -160,15 +234,10 @@ TEST_F(PageTest, HoldsTheRecordsByteForByte) {
   const TempFolder folder;
   const std::string file = readFile(golden("elements.tokens.dat"));
   const WrittenPage page = pageOf("view \"" + golden("elements.tokens.dat") + "\"");
-  const std::vector<char> records = page.block<char>(page.head["records"]);
-  EXPECT_EQ(std::string(records.begin(), records.end()), file);
-  const auto starts = page.block<std::uint32_t>(page.head["elements"]["record"]);
-  ASSERT_EQ(starts.size(), 12u);
-  EXPECT_EQ(starts.front(), 0u);
-  EXPECT_EQ(starts.back(), file.size());
-  // The third element's line.
-  EXPECT_EQ(std::string(records.data() + starts[2], starts[3] - starts[2]),
-            "DUCT-7  A1003    00g pt 0 0 0,pt 100 0 0,pt 0 50 0\n");
+  EXPECT_EQ(page.records(), file);
+  // The text has two.
+  const std::vector<std::uint32_t> lines{1, 1, 1, 1, 2, 1, 1, 1, 1, 1, 1};
+  EXPECT_EQ(page.steps(page.head["elements"]["lines"]), lines);
 }
 
 TEST_F(PageTest, HoldsTheNumbersExactly) {
@@ -177,8 +246,11 @@ TEST_F(PageTest, HoldsTheNumbersExactly) {
   const WrittenPage page = pageOf("view a.dat");
   EXPECT_EQ(page.head["layouts"], Json::parse(R"([[["origin", "p"], ["axis", "o"],
                                                    ["diameter", "n"]]])"));
-  const std::vector<double> expected{0.1, -2.5, 123456.789, 0.0, 0.0, 1000.0, 100.000001};
-  EXPECT_EQ(page.block<double>(page.head["values"]), expected);
+  // 1e3 is no simple number: it stands there itself. The others are numbers of the
+  // record, each behind the one before; behind 1 and 3 comes the diameter.
+  EXPECT_EQ(page.block<double>(page.head["values"]["literals"]), std::vector<double>{1000.0});
+  const std::vector<std::uint8_t> hints{1, 1, 1, 1, 1, 0, 1 + 8 * 2};
+  EXPECT_EQ(page.block<std::uint8_t>(page.head["values"]["hints"]), hints);
 }
 
 // 11 elements, as `info` gives their box, but for the text, which goes from 1 to
@@ -194,6 +266,32 @@ TEST_F(PageTest, HoldsTheBounds) {
   }
 }
 
+// The matrices of the first mesh, of pipes with seven values each.
+std::vector<float> matricesOf(const WrittenPage& page) {
+  const double values[3][7] = {
+      {0, 0, 0, 0, 0, 1000, 100}, {10, 20, 30, 200, 0, 0, 50}, {5, 5, 5, 0, -70, 0, 8}};
+  const double changes[] = {1.0, -1.0, 0.5, -0.5};
+  const float simple[] = {0.0F, 0.0F, -0.0F, 1.0F, -1.0F};
+  const Json& group = page.head["groups"][0];
+  const auto literals = page.floats(group["literals"]);
+  auto literal = literals.begin();
+  std::vector<float> numbers;
+  for (const std::uint8_t hint : page.block<std::uint8_t>(group["hints"])) {
+    if (hint == 0) {
+      numbers.push_back(*literal++);
+    } else if (hint < 5) {
+      numbers.push_back(simple[hint]);
+    } else if (hint == 5) {
+      numbers.push_back(numbers[numbers.size() - 3]);
+    } else {
+      const std::size_t code = hint - 6U;
+      const double value = values[numbers.size() / 12][code % 62];
+      numbers.push_back(static_cast<float>(value * changes[code / 62]));
+    }
+  }
+  return numbers;
+}
+
 // Three pipes share one mesh; each place takes its corners to the pipe's box.
 TEST_F(PageTest, PipesShareAMesh) {
   const TempFolder folder;
@@ -204,9 +302,9 @@ TEST_F(PageTest, PipesShareAMesh) {
   const WrittenPage page = pageOf("view a.dat");
   ASSERT_EQ(page.head["meshes"].size(), 1u);
   EXPECT_EQ(page.head["meshes"][0]["closed"], true);
-  const auto positions = page.block<float>(page.head["meshes"][0]["positions"], 3);
-  const auto matrices = page.block<float>(page.head["groups"][0]["matrices"], 12);
-  const auto elements = page.block<std::uint32_t>(page.head["groups"][0]["elements"]);
+  const auto positions = page.floats(page.head["meshes"][0]["positions"], 3);
+  const auto matrices = matricesOf(page);
+  const auto elements = page.steps(page.head["groups"][0]["elements"]);
   EXPECT_EQ(elements, (std::vector<std::uint32_t>{0, 1, 2}));
   const float boxes[3][6] = {
       {-50, -50, 0, 50, 50, 1000}, {10, -5, 5, 210, 45, 55}, {1, -65, 1, 9, 5, 9}};
@@ -233,10 +331,10 @@ TEST_F(PageTest, IndicesStayInTheirMesh) {
   const TempFolder folder;
   const WrittenPage page = pageOf("view \"" + golden("elements.tokens.dat") + "\"");
   for (const Json& mesh : page.head["meshes"]) {
-    const auto positions = page.block<float>(mesh["positions"], 3);
-    const auto normals = page.block<float>(mesh["normals"], 3);
+    const auto positions = page.floats(mesh["positions"], 3);
+    const auto normals = page.block<std::int8_t>(mesh["normals"], 3);
     EXPECT_EQ(positions.size(), normals.size());
-    for (const std::uint32_t index : page.block<std::uint32_t>(mesh["indices"])) {
+    for (const std::uint32_t index : page.steps(mesh["indices"])) {
       ASSERT_LT(index, positions.size() / 3);
     }
   }
@@ -249,8 +347,11 @@ TEST_F(PageTest, ATextHasItsSize) {
             "PIPE-1  01001    00x 1 2 0,1 0 0,0 1 0,2.5,0.5,7,6\n"
             "PIPE-1  01001    01x NOZZLE\n");
   const WrittenPage page = pageOf("view a.dat");
-  EXPECT_EQ(page.head["texts"][0]["height"], 2.5);
-  EXPECT_EQ(page.head["texts"][0]["width"], 3.0);
+  const auto numbers = page.block<std::uint8_t>(page.head["texts"]["hints"]);
+  ASSERT_EQ(numbers.size(), 11u);
+  // The record's height is its tenth number; its width is none of them.
+  EXPECT_EQ(numbers[9], 6 + 9);
+  EXPECT_EQ(page.floats(page.head["texts"]["literals"]).back(), 3.0F);
 }
 
 TEST_F(PageTest, NoTextOfARecordEndsItsBlock) {
@@ -261,9 +362,11 @@ TEST_F(PageTest, NoTextOfARecordEndsItsBlock) {
   const WrittenPage page = pageOf("view a.dat --title \"<i>--></i>\"");
   EXPECT_EQ(page.head["title"], "<i>--></i>");
   EXPECT_EQ(page.head["headers"][0], "<b>&\"' 01");
-  EXPECT_EQ(page.head["texts"][0]["text"], "</script>");
-  const std::string scene = between(page.html, "id=\"vesk-scene\">", "</script>");
-  EXPECT_EQ(scene.find('<'), std::string::npos);
+  EXPECT_EQ(page.head["texts"]["strings"][0], "</script>");
+  for (const std::string block : {"vesk-scene", "vesk-data"}) {
+    const std::string text = between(page.html, "id=\"" + block + "\">", "</script>");
+    EXPECT_EQ(text.find('<'), std::string::npos) << block;
+  }
 }
 
 TEST_F(PageTest, IsTheTemplateAroundTheModel) {
@@ -275,6 +378,55 @@ TEST_F(PageTest, IsTheTemplateAroundTheModel) {
   page.html.erase(page.html.find(scene), scene.size());
   page.html.erase(page.html.find(data), data.size());
   EXPECT_TRUE(page.html == VeskTool::pageTemplate());
+}
+
+TEST_F(PageTest, HoldsWhatIsKnownOfComponents) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00c 0 0 0,0 0 1000,100\n"
+            "P-1     01001    00l pt 0 0 0,pt 0 0 1000\n"
+            "P-1     01002    00c 0 0 0,0 0 1000,100\n"
+            "P-1     01003    00c 0 0 0,0 0 1000,100\n");
+  writeFile("a.attributes.csv", "f1,f2,first,last,tag\nP-1,01,2,3,HV-7\n");
+  const WrittenPage page = pageOf("view a.dat");
+  const Json& elements = page.head["elements"];
+  // One counter is one component, and so is one row.
+  EXPECT_EQ(page.steps(elements["component"]), (std::vector<std::uint32_t>{0, 0, 1, 1}));
+  EXPECT_EQ(page.steps(elements["row"]), (std::vector<std::uint32_t>{0, 0, 1, 1}));
+  const Json& attributes = page.head["attributes"];
+  EXPECT_EQ(attributes["names"], Json::array({"tag"}));
+  EXPECT_EQ(attributes["texts"], Json::array({"", "HV-7"}));
+  EXPECT_EQ(page.steps(attributes["columns"][0]), std::vector<std::uint32_t>{1});
+}
+
+TEST_F(PageTest, FilesHaveTheirNamesAlone) {
+  const TempFolder folder;
+  std::filesystem::create_directories("deep/one");
+  std::filesystem::create_directories("deep/two");
+  for (const std::string name : {"deep/one/a.dat", "deep/two/a.dat", "deep/two/b.dat"}) {
+    writeFile(name, kPipe);
+  }
+  const std::string all = std::filesystem::absolute("deep/one/a.dat").string() +
+                          "\" deep/two/a.dat deep/two/b.dat deep/two/b.dat";
+  const WrittenPage page = pageOf("view \"" + all);
+  EXPECT_EQ(page.head["files"], Json::array({"b.dat", "one/a.dat", "two/a.dat"}));
+  EXPECT_EQ(page.steps(page.head["elements"]["file"]), (std::vector<std::uint32_t>{1, 2, 0, 0}));
+}
+
+// A number of the plant in the page, where bytes of the page can be told.
+TEST_F(PageTest, AThousandPipesTakeLessThanFifteenBytesEach) {
+  const TempFolder folder;
+  std::string records;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string counter = std::to_string(1000 + i).substr(1);
+    records += "P-1     01" + counter + "    00c " + std::to_string(i * 37 % 1000) + ".5 " +
+               std::to_string(i * 91 % 1000) + " 0,0 0 1000,100\n";
+  }
+  writeFile("a.dat", records);
+  const std::size_t empty = VeskTool::pageTemplate().size();
+  const WrittenPage page = pageOf("view a.dat");
+  EXPECT_EQ(page.records(), records);
+  EXPECT_LT(page.html.size() - empty, 15u * 1000u);
 }
 
 TEST_F(PageTest, SameInputSameBytes) {

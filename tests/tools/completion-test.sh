@@ -18,7 +18,7 @@ trap 'rm -rf "$HOME"' EXIT
 rows='
 vesk inf              | info
 vesk co               | completion convert
-vesk info --h         | --headers --help
+vesk info --h         | --header --headers --help
 vesk check --jo       | --jobs --joints
 vesk list --bb        | --bbox
 vesk convert --dry    | --dry-run

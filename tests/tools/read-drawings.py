@@ -130,14 +130,14 @@ def main():
                [SVG + tag for tag in ('g', 'rect', 'svg', 'text', 'title')])
 
     # The cube from the front, 75 of 100 pixels: from 12.5 to 87.5.
-    rows = pixels(draw(CUBE, 'png', '--from', 'front', '--size', '100x100', '--plain'))
+    rows = pixels(draw(CUBE, 'png', '--from', 'front', '--pixels', '100x100', '--plain'))
     expect('rows', (len(rows), len(rows[0])), (100, 100))
     expect('paper', rows[5][5], (255, 255, 255))
     expect('outline', rows[50][12], (28, 36, 48))
     # The colour of boxes, c0a878, and 0.64 + 0.48 * 2 / 3 of it.
     expect('face', rows[50][50], (184, 161, 115))
 
-    rows = pixels(draw(CUBE, 'png', '--size', '64x48', '--background', 'transparent'))
+    rows = pixels(draw(CUBE, 'png', '--pixels', '64x48', '--background', 'transparent'))
     expect('transparent paper', rows[0][0], (0, 0, 0, 0))
     expect('opaque face', rows[20][32][3], 255)
 

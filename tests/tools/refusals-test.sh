@@ -78,7 +78,7 @@ full="No space left on device"
 lost="Input/output error"
 writers=(
   "new.dat convert -f many.dat new.dat --style fixed"
-  "veskpump.dat import -f $pcf pump"
+  "pump.dat import -f $pcf -o pump.dat --no-attributes"
   "new.glb export -f some.dat -o new.glb"
   "new.obj export -f some.dat -o new.obj"
   "new.stl export -f some.dat -o new.stl"

@@ -5,15 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
+#include "prims/Visit.h"
 
 namespace VeskTool {
 namespace {
@@ -87,64 +79,51 @@ void addCorners(Hash& hash, const Box& box) {
   hash.add(sum);
 }
 
+// What makes an element the same as another one, one function for each class.
+struct AddShape {
+  Hash& hash;
+
+  void operator()(const Cyl& cyl) const {
+    addEnds(hash, keyOfEnd(cyl.origin, cyl.diameter),
+            keyOfEnd(cyl.origin + cyl.axis, cyl.diameter));
+  }
+  void operator()(const Cone& cone) const {
+    addEnds(hash, keyOfEnd(cone.origin, cone.diameter1),
+            keyOfEnd(cone.origin + cone.axis, cone.diameter2));
+  }
+  void operator()(const Box& box) const { addCorners(hash, box); }
+  void operator()(const Torus& torus) const {
+    hash.add(torus.centre);
+    addEnds(hash, keyOfEnd(torus.centre + torus.startVector, torus.diameter),
+            keyOfEnd(torus.centre + torus.endVector, torus.diameter));
+  }
+  void operator()(const Relb& relb) const {
+    hash.add(relb.centre);
+    hash.add(relb.width);
+    addEnds(hash, keyOfEnd(relb.centre + relb.startVector, relb.depth),
+            keyOfEnd(relb.centre + relb.endVector, relb.depth));
+  }
+  void operator()(const Red& red) const {
+    for (int k = 0; k < 8; ++k) hash.add(red.corner(k));
+  }
+  void operator()(const Pline& pline) const {
+    for (const GePoint& p : pline.vertices) hash.add(p);
+  }
+  void operator()(const Pgon& pgon) const {
+    for (const PgonVertex& vertex : pgon.vertices) hash.add(vertex.point);
+  }
+  void operator()(const Txt& txt) const {
+    hash.add(txt.position), hash.add(txt.direction), hash.add(txt.upDirection);
+    hash.add(txt.height), hash.add(txt.charWidth);
+    hash.add(std::string_view(txt.text));
+  }
+};
+
 }  // namespace
 
 ShapeKey shapeKey(const Geo& geo) {
   Hash hash(geo.typeCode());
-  switch (geo.typeCode()) {
-    case Cyl::kTypeCode: {
-      const auto& cyl = static_cast<const Cyl&>(geo);
-      addEnds(hash, keyOfEnd(cyl.origin, cyl.diameter),
-              keyOfEnd(cyl.origin + cyl.axis, cyl.diameter));
-      break;
-    }
-    case Cone::kTypeCode: {
-      const auto& cone = static_cast<const Cone&>(geo);
-      addEnds(hash, keyOfEnd(cone.origin, cone.diameter1),
-              keyOfEnd(cone.origin + cone.axis, cone.diameter2));
-      break;
-    }
-    case Box::kTypeCode:
-      addCorners(hash, static_cast<const Box&>(geo));
-      break;
-    case Torus::kTypeCode: {
-      const auto& torus = static_cast<const Torus&>(geo);
-      hash.add(torus.centre);
-      addEnds(hash, keyOfEnd(torus.centre + torus.startVector, torus.diameter),
-              keyOfEnd(torus.centre + torus.endVector, torus.diameter));
-      break;
-    }
-    case Relb::kTypeCode: {
-      const auto& relb = static_cast<const Relb&>(geo);
-      hash.add(relb.centre);
-      hash.add(relb.width);
-      addEnds(hash, keyOfEnd(relb.centre + relb.startVector, relb.depth),
-              keyOfEnd(relb.centre + relb.endVector, relb.depth));
-      break;
-    }
-    case Red::kTypeCode: {
-      const auto& red = static_cast<const Red&>(geo);
-      for (int k = 0; k < 8; ++k) hash.add(red.corner(k));
-      break;
-    }
-    case Pline::kTypeCode:
-      for (const GePoint& p : static_cast<const Pline&>(geo).vertices) hash.add(p);
-      break;
-    case Pgon::kTypeCode:
-      for (const PgonVertex& vertex : static_cast<const Pgon&>(geo).vertices) {
-        hash.add(vertex.point);
-      }
-      break;
-    case Txt::kTypeCode: {
-      const auto& txt = static_cast<const Txt&>(geo);
-      hash.add(txt.position), hash.add(txt.direction), hash.add(txt.upDirection);
-      hash.add(txt.height), hash.add(txt.charWidth);
-      hash.add(std::string_view(txt.text));
-      break;
-    }
-    default:
-      break;
-  }
+  visit(geo, AddShape{hash}, [] {});
   return hash.key();
 }
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
 
 namespace VeskTool {
 

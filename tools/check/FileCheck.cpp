@@ -4,10 +4,11 @@
 #include <cmath>
 #include <utility>
 
-#include "Numbers.h"
 #include "check/NumberPlaces.h"
 #include "check/ShapeRules.h"
 #include "input/ParseDouble.h"
+#include "pcf/shapes/Families.h"
+#include "text/Numbers.h"
 
 namespace VeskTool {
 namespace {
@@ -74,6 +75,47 @@ std::string textOf(const JointFault& fault) {
          ", " + other;
 }
 
+std::string_view codeOf(OpenEnd::Kind kind) {
+  switch (kind) {
+    case OpenEnd::Kind::kShort:
+    case OpenEnd::Kind::kBeside:
+      return "V206";
+    case OpenEnd::Kind::kMissing:
+      return "V207";
+    case OpenEnd::Kind::kOpen:
+      break;
+  }
+  return "V205";
+}
+
+// The text of a row in this column; empty without such a column.
+std::string_view textOf(const SidecarRow& row, std::string_view column, const SidecarFile& file) {
+  const auto found = std::find(file.columns().begin(), file.columns().end(), column);
+  const auto place = static_cast<std::size_t>(found - file.columns().begin());
+  return place < row.values.size() ? std::string_view(row.values[place]) : std::string_view();
+}
+
+std::string textOf(const OpenEnd& open) {
+  const std::string faced =
+      "the " + std::string(open.what) + " at line " + std::to_string(open.line);
+  const std::string distance = rounded(open.distance, 3);
+  switch (open.kind) {
+    case OpenEnd::Kind::kShort:
+      return "stops " + distance + " short of " + faced;
+    case OpenEnd::Kind::kBeside:
+      return "passes beside " + faced + ", " + distance + " away";
+    case OpenEnd::Kind::kMissing:
+      return "nothing for " + distance + " up to the open end at line " + std::to_string(open.line);
+    case OpenEnd::Kind::kOpen:
+      break;
+  }
+  const std::string text = "open, " + shortest(open.end.diameter) + " wide, ";
+  if (!open.isLooked) return text + "amid too much to look what it faces";
+  if (!open.facesSolid)
+    return text + "faces nothing within " + rounded(kAhead * open.end.diameter, 3);
+  return text + "faces " + faced + ", " + distance + " away";
+}
+
 std::uint64_t& countOf(std::vector<std::pair<std::string_view, std::uint64_t>>& counts,
                        std::string_view code) {
   const auto found = std::find_if(counts.begin(), counts.end(),
@@ -89,7 +131,8 @@ FileCheck::FileCheck(const CheckOptions& options, Take take)
   if (options.joints) joints_.emplace(options.joint);
 }
 
-CheckCounts FileCheck::run(RecordFile& file) {
+CheckCounts FileCheck::run(RecordFile& file, SidecarFile* attributes) {
+  attributes_ = attributes;
   for (RecordFile::Found found; (found = file.next()) != RecordFile::Found::kEnd;) {
     if (found == RecordFile::Found::kElement) {
       checkElement(file);
@@ -102,27 +145,73 @@ CheckCounts FileCheck::run(RecordFile& file) {
       }
     }
   }
-  if (joints_) joints_->find([&](const JointFault& fault) { tell(fault, file); });
+  if (joints_) findJoints(file);
   std::sort(counts_.untold.begin(), counts_.untold.end());
   return std::move(counts_);
 }
 
+void FileCheck::findJoints(const RecordFile& file) {
+  const auto isChosen = [this](std::uint64_t line) {
+    return !options_.takes || std::binary_search(chosenLines_.begin(), chosenLines_.end(), line);
+  };
+  const auto takeOpen = [&](const OpenEnd& open) {
+    if (isChosen(open.end.line)) tell(open, file);
+  };
+  const bool findsOpen = options_.wants("V205") || options_.wants("V206") || options_.wants("V207");
+  joints_->find(
+      [&](const JointFault& fault) {
+        if (isChosen(fault.end.line) || isChosen(fault.other.line)) tell(fault, file);
+      },
+      findsOpen ? takeOpen : std::function<void(const OpenEnd&)>());
+  supports_.find(options_.joint.reach, [&](const SupportFault& fault) {
+    if (isChosen(fault.line) || isChosen(fault.other)) tell(fault, file);
+  });
+}
+
+// By its key, since the elements of a component follow each other.
+FileCheck::Component FileCheck::componentOf(const RecordElement& element) {
+  const SidecarRow* row = attributes_ == nullptr ? nullptr : attributes_->find(element);
+  if (row == nullptr) return {};
+  Component component;
+  component.key = Solids::groupOf(element.header) ^ (static_cast<std::uint64_t>(row->first) + 1);
+  if (component.key == last_.key) return last_;
+  const Pcf::Family family =
+      Pcf::familyOf(textOf(*row, "component", *attributes_), textOf(*row, "skey", *attributes_));
+  component.isClosed = Pcf::closesLine(family);
+  component.isSupport = Pcf::isSupport(family);
+  if (component.isSupport && joints_ && options_.wants("V208"))
+    supports_.add(*element.geo, std::string(Pcf::nameOf(family)), element.firstLine);
+  return component;
+}
+
 void FileCheck::checkElement(RecordFile& file) {
-  ++counts_.elements;
   const RecordElement& element = file.element();
-  const bool isKept = findsTwice_ && countsAsDuplicate(*element.geo);
+  const Component component = last_ = componentOf(element);
+  // Supports are compared as a whole.
+  const bool isKept =
+      findsTwice_ && countsAsDuplicate(*element.geo) && !(component.isSupport && joints_);
   ShapeKey key;
   if (isKept) {
     key = shapeKey(*element.geo);
     shapes_.prefetch(key);
   }
+  const bool isChosen = !options_.takes || options_.takes(element);
+  if (joints_) {
+    joints_->add(*element.geo, element.firstLine, file.lines(), file.mode(),
+                 Solids::groupOf(element.header), component.isClosed);
+  }
+  if (!isChosen) {
+    if (isKept) checkTwice(file, key, component, false);
+    return;
+  }
+  ++counts_.elements;
+  if (options_.takes) chosenLines_.push_back(element.firstLine);
   checkLinesOf(file, element.firstLine);
   troubles_.clear();
   checkShape(*element.geo, file.mode(), troubles_);
   if (file.mode() == kFixedColumns) checkFields(file.lines(), troubles_);
   for (const Trouble& trouble : troubles_) tell(trouble, file);
-  if (isKept) checkTwice(file, key);
-  if (joints_) joints_->add(*element.geo, element.firstLine, file.lines(), file.mode());
+  if (isKept) checkTwice(file, key, component, true);
 }
 
 void FileCheck::checkLinesOf(const RecordFile& file, std::uint64_t firstLine) {
@@ -141,10 +230,14 @@ void FileCheck::checkLinesOf(const RecordFile& file, std::uint64_t firstLine) {
   });
 }
 
-void FileCheck::checkTwice(RecordFile& file, const ShapeKey& key) {
+void FileCheck::checkTwice(RecordFile& file, const ShapeKey& key, const Component& component,
+                           bool isChosen) {
   const std::uint64_t line = file.element().firstLine;
   const std::uint64_t first = shapes_.insert(key, line);
-  if (first == 0) return;
+  const bool isTold = component.key != 0 && component.key == lastTwice_;
+  if (first == 0 || isTold) return;
+  if (!isChosen && !std::binary_search(chosenLines_.begin(), chosenLines_.end(), first)) return;
+  lastTwice_ = component.key;
   tell({kTwice, Severity::kWarning, "same shape as the element at line " + std::to_string(first),
         "", Trouble::kWholeElement, Trouble::kWholeElement},
        file);
@@ -177,17 +270,39 @@ void FileCheck::tell(const Trouble& trouble, RecordFile& file) {
 }
 
 void FileCheck::tell(const JointFault& fault, const RecordFile& file) {
+  const bool isWidth = fault.kind == JointFault::Kind::kDiameter;
+  tellEnd(fault.end, isWidth ? fault.end.width : fault.end.place, codeOf(fault.kind),
+          Severity::kWarning, textOf(fault), file);
+}
+
+void FileCheck::tell(const SupportFault& fault, const RecordFile& file) {
   Finding finding;
-  finding.code = codeOf(fault.kind);
+  finding.code = "V208";
   finding.severity = Severity::kWarning;
   finding.file = file.name();
-  const bool isWidth = fault.kind == JointFault::Kind::kDiameter;
-  const NumberSpan& span = isWidth ? fault.end.width : fault.end.place;
-  finding.line = fault.end.line + span.line;
+  finding.line = fault.line;
+  finding.message = fault.kind + " at " + pointText(fault.at) + ": another stands " +
+                    rounded(fault.distance, 3) + " away, at line " + std::to_string(fault.other);
+  tell(std::move(finding));
+}
+
+void FileCheck::tell(const OpenEnd& open, const RecordFile& file) {
+  const bool isOpen = open.kind == OpenEnd::Kind::kOpen;
+  tellEnd(open.end, open.end.place, codeOf(open.kind),
+          isOpen ? Severity::kNote : Severity::kWarning, textOf(open), file);
+}
+
+void FileCheck::tellEnd(const PipeEnd& end, const NumberSpan& span, std::string_view code,
+                        Severity severity, const std::string& text, const RecordFile& file) {
+  Finding finding;
+  finding.code = code;
+  finding.severity = severity;
+  finding.file = file.name();
+  finding.line = end.line + span.line;
   finding.column = span.column;
   finding.endColumn = span.last;
   finding.insideBytes = span.inside;
-  finding.message = "end at " + pointText(fault.end.point) + ": " + textOf(fault);
+  finding.message = "end at " + pointText(end.point) + ": " + text;
   tell(std::move(finding));
 }
 

@@ -1,94 +1,31 @@
 #include "check/Joints.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 
-#include "Terminal.h"
-#include "Words.h"
+#include "check/EndTree.h"
 #include "check/NumberPlaces.h"
-#include "ge/GeConstants.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Torus.h"
+#include "terminal/Terminal.h"
+#include "text/Words.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/GeConstants.h"
+#include "vesk/Torus.h"
 
 namespace VeskTool {
 namespace {
 
 using namespace Vesk;
 
-constexpr double kFacingCosine = 0.99619469809174555;  // of five degrees
-constexpr double kFittingLength = 3.0;                 // in diameters
-constexpr double kRounding = 1e-6;                     // less than the last decimal of any style
-constexpr double kLastCell = 4e15;                     // numbers of cells are exact up to here
-constexpr std::size_t kEndsBetweenLooks = 4096;        // whether Ctrl-C was pressed
-constexpr std::uint32_t kNone = 0xffffffff;
+constexpr double kFittingLength = 3.0;           // in diameters
+constexpr double kFlatCone = 0.4;                // of its larger diameter
+constexpr double kOneNominalSize = 0.015;        // of the larger diameter
+constexpr std::size_t kEndsBetweenLooks = 4096;  // whether Ctrl-C was pressed
 
-// The ends, by the cell of space in which they lie. Cells are four reaches wide,
-// so that a sphere of one reach touches few of them, and share their places by a
-// hash.
-class Grid {
- public:
-  Grid(const std::vector<PipeEnd>& ends, double reach) : cell_(4.0 * reach) {
-    mask_ = std::bit_ceil(ends.size() + 1) - 1;
-    starts_.resize(mask_ + 2);
-    std::vector<std::uint32_t> places(ends.size());
-    for (std::size_t i = 0; i < ends.size(); ++i) {
-      const GePoint& p = ends[i].point;
-      places[i] = static_cast<std::uint32_t>(placeOf(cellOf(p.x), cellOf(p.y), cellOf(p.z)));
-      ++starts_[places[i] + 1];
-    }
-    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
-    std::vector<std::uint32_t> next(starts_.begin(), starts_.end() - 1);
-    order_.resize(ends.size());
-    for (std::size_t i = 0; i < ends.size(); ++i) {
-      order_[next[places[i]]++] = {ends[i].point, static_cast<std::uint32_t>(i)};
-    }
-  }
-
-  // Calls visit(index) for the ends within the reach and some more; an index may
-  // come twice.
-  template <class Visit>
-  void forEachNear(const GePoint& p, double reach, Visit visit) const {
-    for (double x = cellOf(p.x - reach); x <= cellOf(p.x + reach); ++x) {
-      for (double y = cellOf(p.y - reach); y <= cellOf(p.y + reach); ++y) {
-        for (double z = cellOf(p.z - reach); z <= cellOf(p.z + reach); ++z) {
-          const std::size_t place = placeOf(x, y, z);
-          for (std::uint32_t i = starts_[place]; i < starts_[place + 1]; ++i) {
-            const GePoint& other = order_[i].point;
-            if (std::fabs(other.x - p.x) <= reach && std::fabs(other.y - p.y) <= reach &&
-                std::fabs(other.z - p.z) <= reach) {
-              visit(order_[i].index);
-            }
-          }
-        }
-      }
-    }
-  }
-
- private:
-  struct Entry {
-    GePoint point;
-    std::uint32_t index;
-  };
-
-  // What is very far away is in one cell: that costs time and finds the same.
-  double cellOf(double v) const { return std::clamp(std::floor(v / cell_), -kLastCell, kLastCell); }
-
-  std::size_t placeOf(double x, double y, double z) const {
-    std::uint64_t h = 0;
-    for (const double v : {x, y, z}) {
-      h = (h ^ static_cast<std::uint64_t>(static_cast<std::int64_t>(v))) * 0x9e3779b97f4a7c15U;
-      h ^= h >> 32;
-    }
-    return static_cast<std::size_t>(h) & mask_;
-  }
-
-  double cell_;
-  std::size_t mask_ = 0;
-  std::vector<std::uint32_t> starts_;
-  std::vector<Entry> order_;
-};
+// Or so near to it as standards differ on one nominal size.
+bool isSameDiameter(double a, double b, double tolerance) {
+  return std::fabs(a - b) <= std::max(tolerance, kOneNominalSize * std::max(a, b));
+}
 
 bool isFinite(const GePoint& p) {
   return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
@@ -112,16 +49,19 @@ NumberSpan spanOf(const std::vector<NumberPlace>& places, const Recs& lines, std
 
 }  // namespace
 
-void Joints::add(const Geo& geo, std::uint64_t line, const Recs& lines, std::int32_t mode) {
-  const std::size_t before = ends_.size();
+void Joints::add(const Geo& geo, std::uint64_t line, const Recs& lines, std::int32_t mode,
+                 std::uint64_t group, bool isClosed) {
+  const std::uint32_t element = solids_.add(geo, group, line);
   std::vector<NumberPlace> places;
   // The end whose point and diameter these numbers give.
   const auto endOf = [&](double diameter, bool isFitting, std::size_t point, std::size_t width) {
     PipeEnd end;
     end.diameter = diameter;
     end.line = line;
-    end.element = elements_;
+    end.group = group;
+    end.element = element;
     end.isFitting = isFitting;
+    end.isClosed = isClosed;
     end.place = spanOf(places, lines, point, point + 2);
     end.width = spanOf(places, lines, width, width);
     return end;
@@ -134,7 +74,9 @@ void Joints::add(const Geo& geo, std::uint64_t line, const Recs& lines, std::int
     addEnd(cyl.origin + cyl.axis, cyl.axis, endOf(cyl.diameter, isFitting, 3, 6));
   } else if (geo.typeCode() == Cone::kTypeCode) {
     const auto& cone = static_cast<const Cone&>(geo);
-    const bool isFitting = !(cone.diameter1 > 0.0 && cone.diameter2 > 0.0);
+    const double widest = std::max(cone.diameter1, cone.diameter2);
+    const bool isFitting =
+        !(cone.diameter1 > 0.0 && cone.diameter2 > 0.0) || cone.axis.length() < kFlatCone * widest;
     places = numberPlaces(lines, mode);
     addEnd(cone.origin, -cone.axis, endOf(cone.diameter1, isFitting, 0, 6));
     addEnd(cone.origin + cone.axis, cone.axis, endOf(cone.diameter2, isFitting, 3, 7));
@@ -149,7 +91,6 @@ void Joints::add(const Geo& geo, std::uint64_t line, const Recs& lines, std::int
     addEnd(torus.centre + torus.endVector, cross(normal, torus.endVector),
            endOf(torus.diameter, false, 6, width));
   }
-  if (ends_.size() > before) ++elements_;
 }
 
 void Joints::addEnd(const GePoint& point, const GeVector& outward, PipeEnd end) {
@@ -159,40 +100,43 @@ void Joints::addEnd(const GePoint& point, const GeVector& outward, PipeEnd end) 
   ends_.push_back(end);
 }
 
-void Joints::find(const std::function<void(const JointFault&)>& take) const {
+void Joints::find(const std::function<void(const JointFault&)>& take,
+                  const std::function<void(const OpenEnd&)>& takeOpen) {
   if (ends_.empty() || !(options_.reach > 0.0)) return;
-  const Grid grid(ends_, options_.reach);
-  std::vector<std::uint32_t> nearest(ends_.size(), kNone);
-  for (std::size_t i = 0; i < ends_.size(); ++i) {
+  const EndTree tree(ends_, options_);
+  std::vector<std::uint32_t> nearest(ends_.size());
+  for (std::uint32_t i = 0; i < ends_.size(); ++i) {
     if (i % kEndsBetweenLooks == 0) checkInterrupt();
-    double best = 0.0;
-    grid.forEachNear(ends_[i].point, options_.reach + kRounding, [&](std::uint32_t k) {
-      double distance = 0.0;
-      if (!areFacing(ends_[i], ends_[k], options_, distance)) return;
-      const bool first = nearest[i] == kNone;
-      if (!first && (distance > best || (distance == best && k >= nearest[i]))) return;
-      best = distance;
-      nearest[i] = k;
-    });
+    nearest[i] = tree.nearestFacing(i);
   }
   std::vector<JointFault> faults;
   for (std::uint32_t i = 0; i < ends_.size(); ++i) {
     const std::uint32_t k = nearest[i];
-    if (k == kNone || k > i || nearest[k] != i) continue;
+    if (k == EndTree::kNone || k > i || nearest[k] != i) continue;
     judgeJoint(ends_[k], ends_[i], options_, faults);
   }
   std::stable_sort(faults.begin(), faults.end(), [](const JointFault& a, const JointFault& b) {
     return a.end.line < b.end.line;
   });
   for (const JointFault& fault : faults) take(fault);
+  if (!takeOpen) return;
+  std::vector<bool> isFree(ends_.size());
+  for (std::size_t i = 0; i < ends_.size(); ++i)
+    isFree[i] = nearest[i] == EndTree::kNone && !ends_[i].isClosed;
+  solids_.finish();
+  findOpenEnds(solids_, ends_, isFree, options_, takeOpen);
+}
+
+double facingReach(double diameter, double other, const JointOptions& options) {
+  return std::min(options.reach, std::max(diameter, other) / 2.0) + kRounding;
 }
 
 bool areFacing(const PipeEnd& a, const PipeEnd& b, const JointOptions& options, double& distance) {
   if (a.element == b.element) return false;
   const GeVector between = b.point - a.point;
   distance = between.length();
-  const double most = std::min(options.reach, std::max(a.diameter, b.diameter) / 2.0);
-  return distance <= most + kRounding && dot(a.outward, b.outward) <= -kFacingCosine;
+  return distance <= facingReach(a.diameter, b.diameter, options) &&
+         dot(a.outward, b.outward) <= -kFacingCosine;
 }
 
 void judgeJoint(const PipeEnd& a, const PipeEnd& b, const JointOptions& options,
@@ -209,7 +153,7 @@ void judgeJoint(const PipeEnd& a, const PipeEnd& b, const JointOptions& options,
   } else if (std::fabs(fault.along) > tolerance) {
     fault.kind = fault.along > 0.0 ? JointFault::Kind::kGap : JointFault::Kind::kOverlap;
     faults.push_back(fault);
-  } else if (!a.isFitting && !b.isFitting && std::fabs(a.diameter - b.diameter) > tolerance) {
+  } else if (!a.isFitting && !b.isFitting && !isSameDiameter(a.diameter, b.diameter, tolerance)) {
     fault.kind = JointFault::Kind::kDiameter;
     faults.push_back(fault);
   }

@@ -6,37 +6,14 @@
 #include <functional>
 #include <vector>
 
-#include "ge/GePoint.h"
+#include "check/OpenEnds.h"
+#include "check/PipeEnd.h"
 #include "output/RecordLayout.h"
-#include "output/Recs.h"
-#include "prims/Geo.h"
+#include "vesk/GePoint.h"
+#include "vesk/Geo.h"
+#include "vesk/Recs.h"
 
 namespace VeskTool {
-
-// Where numbers stand in the lines of their element.
-struct NumberSpan {
-  std::uint16_t line = 0;    // index of the line
-  std::uint16_t column = 0;  // of the first character, from 1, in bytes; 0: unknown
-  std::uint16_t last = 0;    // of the last one
-  std::uint16_t inside = 0;  // bytes before it that go on with a letter of UTF-8
-};
-
-// An end of a cylinder, cone or torus.
-struct PipeEnd {
-  GePoint point;     // the middle of the face
-  GeVector outward;  // unit normal of the face
-  double diameter = 0.0;
-  std::uint64_t line = 0;     // of the element
-  std::uint32_t element = 0;  // the two ends of an element have the same
-  bool isFitting = false;     // of something wider than its pipe on purpose
-  NumberSpan place;           // the numbers that say where the end is
-  NumberSpan width;           // its diameter
-};
-
-struct JointOptions {
-  double tolerance = 0.1;  // up to here two ends meet
-  double reach = 10.0;     // ends further apart have nothing to do with each other
-};
 
 // Two ends that face each other and do not meet as they should.
 struct JointFault {
@@ -64,20 +41,29 @@ struct JointFault {
 //   else                                                V201, a gap or an overlap
 //
 // An end that meets another is done: what lies near besides is no joint. A
-// cylinder shorter than three diameters (a flange, a gasket, an instrument) and
-// a pointed cone (half a valve) are fittings, wider than their pipe on purpose.
-// Boxes, reducers and elbows of ducts have no such ends.
+// cylinder shorter than three diameters (a flange, a gasket, an instrument), a
+// pointed cone (half a valve) and a flat one (shorter than 0.4 of its larger
+// diameter: a slice of something round) are fittings, wider than their pipe on
+// purpose.
+// Boxes, reducers and elbows of ducts have no such ends. Diameters within 1.5 in a
+// hundred of each other are those of one nominal size, 168 and 168.4 for one, and
+// nothing is said of them.
+//
+// An end that faces none is open unless it lies in another solid; see OpenEnds.h.
 class Joints {
  public:
   explicit Joints(const JointOptions& options) : options_(options) {}
 
-  // Keeps the ends of the element, if it has any that can be seen. Without its
-  // lines the ends have no spans.
+  // Keeps the ends of the element, if it has any that can be seen, and what ends may
+  // meet. Without its lines the ends have no spans. `group` is that of its header,
+  // see Solids; ends of what `isClosed` are never open.
   void add(const Vesk::Geo& geo, std::uint64_t line, const Vesk::Recs& lines = {},
-           std::int32_t mode = Vesk::kTokens);
+           std::int32_t mode = Vesk::kTokens, std::uint64_t group = 0, bool isClosed = false);
 
-  // Calls take for every fault, in the order of lines.
-  void find(const std::function<void(const JointFault&)>& take) const;
+  // Calls take for every fault, and takeOpen for every open end, each in the order
+  // of lines.
+  void find(const std::function<void(const JointFault&)>& take,
+            const std::function<void(const OpenEnd&)>& takeOpen = {});
 
   const std::vector<PipeEnd>& ends() const { return ends_; }
 
@@ -86,12 +72,8 @@ class Joints {
 
   JointOptions options_;
   std::vector<PipeEnd> ends_;
-  std::uint32_t elements_ = 0;
+  Solids solids_;
 };
-
-// The distance of the middles if the two ends face each other, else nothing;
-// the whole rule of what a joint may be.
-bool areFacing(const PipeEnd& a, const PipeEnd& b, const JointOptions& options, double& distance);
 
 // What is wrong with the joint of two ends, appended to `faults`. Lengths that are
 // over a limit by less than 1e-6 are within it.

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "Findings.h"
-#include "output/Recs.h"
+#include "findings/Findings.h"
+#include "vesk/Recs.h"
 
 namespace VeskTool {
 

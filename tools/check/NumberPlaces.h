@@ -6,7 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "input/RecordFile.h"
+#include "input/RecordHeading.h"
+#include "output/RecordLayout.h"
+#include "vesk/RecordFile.h"
 
 namespace VeskTool {
 

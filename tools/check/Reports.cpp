@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
-#include "Catalogue.h"
-#include "Json.h"
-#include "Kinds.h"
-#include "Numbers.h"
-#include "Words.h"
+#include "elements/Kinds.h"
+#include "findings/Catalogue.h"
+#include "text/Json.h"
+#include "text/Numbers.h"
+#include "text/Words.h"
 
 namespace VeskTool {
 namespace {
@@ -56,13 +56,10 @@ void appendText(JsonWriter& json, std::string_view key, std::string_view text) {
   json.key(key).beginObjectRow().key("text").value(text).endObject();
 }
 
-void appendRules(JsonWriter& json) {
+void appendRules(JsonWriter& json, std::string_view families) {
   json.key("rules").beginArray();
   for (const CodeText& code : catalogue()) {
-    if (!code.code.starts_with("V0") && !code.code.starts_with("V1") &&
-        !code.code.starts_with("V2")) {
-      continue;
-    }
+    if (families.find(code.code[1]) == families.npos) continue;
     json.beginObject().key("id").value(code.code);
     appendText(json, "shortDescription", code.title);
     appendText(json, "fullDescription", code.meaning);
@@ -133,14 +130,15 @@ std::string jsonOf(const std::vector<FileReport>& reports) {
   return text;
 }
 
-std::string sarifOf(const std::vector<FileReport>& reports, bool allRead) {
+std::string sarifOf(const std::vector<FileReport>& reports, bool allRead,
+                    std::string_view families) {
   std::string text;
   JsonWriter json(text);
   json.beginObject().key("$schema").value(kSarifSchema).key("version").value("2.1.0");
   json.key("runs").beginArray().beginObject();
   json.key("tool").beginObject().key("driver").beginObject().key("name").value("vesk");
   json.key("version").value(VESK_VERSION);
-  appendRules(json);
+  appendRules(json, families);
   json.endObject().endObject();
   json.key("invocations").beginArray().beginObjectRow();
   json.key("executionSuccessful").value(allRead).endObject().endArray();

@@ -2,10 +2,11 @@
 #define VESK_TOOLS_CHECK_REPORTS_H
 
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "Findings.h"
 #include "check/FileCheck.h"
+#include "findings/Findings.h"
 
 namespace VeskTool {
 
@@ -24,8 +25,10 @@ std::string summaryOf(const FileReport& report);
 std::string jsonOf(const std::vector<FileReport>& reports);
 
 // SARIF 2.1.0, the form that code hosts and editors read. Its columns count
-// characters and its last column is the one behind.
-std::string sarifOf(const std::vector<FileReport>& reports, bool allRead);
+// characters and its last column is the one behind. `families` are the first digits
+// of the codes that it explains.
+std::string sarifOf(const std::vector<FileReport>& reports, bool allRead,
+                    std::string_view families = "012");
 
 }  // namespace VeskTool
 

@@ -5,19 +5,13 @@
 #include <cmath>
 #include <string>
 
-#include "Numbers.h"
 #include "check/NumberPlaces.h"
 #include "input/ParseDouble.h"
 #include "output/RecordLayout.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Pgon.h"
-#include "prims/Pline.h"
-#include "prims/Red.h"
-#include "prims/Relb.h"
-#include "prims/Torus.h"
-#include "prims/Txt.h"
+#include "prims/Visit.h"
+#include "shape/Shape.h"
+#include "text/Numbers.h"
+#include "vesk/GeConstants.h"
 
 namespace VeskTool {
 namespace {
@@ -27,8 +21,9 @@ using namespace Vesk;
 // Angles and ratios below this come from rounding.
 constexpr double kFlatness = 1e-6;
 
-// Ends of a bend that are nearer to one line than this have no plane.
-constexpr double kNoPlane = 1e-9;
+// Of a bend that is nearer to half a turn the last decimals say on which side it
+// lies: 0.01 degrees.
+constexpr double kHalfTurn = 0.01 * kPi / 180.0;
 
 struct Span {
   int first;
@@ -50,68 +45,53 @@ class Largest {
   double value_ = 0.0;
 };
 
+// The numbers of an element, one function for each class.
+struct AddNumbers {
+  Largest& to;
+
+  void operator()(const Cyl& cyl) const {
+    to.add(cyl.origin), to.add(cyl.axis), to.add(cyl.diameter);
+  }
+  void operator()(const Cone& cone) const {
+    to.add(cone.origin), to.add(cone.axis);
+    to.add(cone.diameter1), to.add(cone.diameter2);
+  }
+  void operator()(const Box& box) const {
+    to.add(box.origin);
+    to.add(box.edge1), to.add(box.edge2), to.add(box.edge3);
+  }
+  void operator()(const Torus& torus) const {
+    to.add(torus.centre), to.add(torus.startVector), to.add(torus.endVector);
+    to.add(torus.diameter), to.add(torus.bendRadius);
+  }
+  void operator()(const Relb& relb) const {
+    to.add(relb.centre), to.add(relb.startVector), to.add(relb.endVector);
+    to.add(relb.depth), to.add(relb.width);
+  }
+  void operator()(const Red& red) const {
+    to.add(red.origin);
+    for (const GeVector& v : red.cornerVectors) to.add(v);
+  }
+  void operator()(const Pline& pline) const {
+    for (const GePoint& p : pline.vertices) to.add(p);
+    for (const ArcEntry& arc : pline.arcs) to.add(arc.radius);
+  }
+  void operator()(const Pgon& pgon) const {
+    for (const PgonVertex& v : pgon.vertices) {
+      to.add(v.point);
+      if (v.hasNormal) to.add(v.normal);
+    }
+    for (const ArcEntry& arc : pgon.arcs) to.add(arc.radius);
+  }
+  void operator()(const Txt& txt) const {
+    to.add(txt.position), to.add(txt.direction), to.add(txt.upDirection);
+    to.add(txt.height), to.add(txt.charWidth);
+  }
+};
+
 double largestOf(const Geo& geo) {
   Largest largest;
-  switch (geo.typeCode()) {
-    case Cyl::kTypeCode: {
-      const auto& cyl = static_cast<const Cyl&>(geo);
-      largest.add(cyl.origin), largest.add(cyl.axis), largest.add(cyl.diameter);
-      break;
-    }
-    case Cone::kTypeCode: {
-      const auto& cone = static_cast<const Cone&>(geo);
-      largest.add(cone.origin), largest.add(cone.axis);
-      largest.add(cone.diameter1), largest.add(cone.diameter2);
-      break;
-    }
-    case Box::kTypeCode: {
-      const auto& box = static_cast<const Box&>(geo);
-      largest.add(box.origin);
-      largest.add(box.edge1), largest.add(box.edge2), largest.add(box.edge3);
-      break;
-    }
-    case Torus::kTypeCode: {
-      const auto& torus = static_cast<const Torus&>(geo);
-      largest.add(torus.centre), largest.add(torus.startVector), largest.add(torus.endVector);
-      largest.add(torus.diameter), largest.add(torus.bendRadius);
-      break;
-    }
-    case Relb::kTypeCode: {
-      const auto& relb = static_cast<const Relb&>(geo);
-      largest.add(relb.centre), largest.add(relb.startVector), largest.add(relb.endVector);
-      largest.add(relb.depth), largest.add(relb.width);
-      break;
-    }
-    case Red::kTypeCode: {
-      const auto& red = static_cast<const Red&>(geo);
-      largest.add(red.origin);
-      for (const GeVector& v : red.cornerVectors) largest.add(v);
-      break;
-    }
-    case Pline::kTypeCode: {
-      const auto& pline = static_cast<const Pline&>(geo);
-      for (const GePoint& p : pline.vertices) largest.add(p);
-      for (const ArcEntry& arc : pline.arcs) largest.add(arc.radius);
-      break;
-    }
-    case Pgon::kTypeCode: {
-      const auto& pgon = static_cast<const Pgon&>(geo);
-      for (const PgonVertex& v : pgon.vertices) {
-        largest.add(v.point);
-        if (v.hasNormal) largest.add(v.normal);
-      }
-      for (const ArcEntry& arc : pgon.arcs) largest.add(arc.radius);
-      break;
-    }
-    case Txt::kTypeCode: {
-      const auto& txt = static_cast<const Txt&>(geo);
-      largest.add(txt.position), largest.add(txt.direction), largest.add(txt.upDirection);
-      largest.add(txt.height), largest.add(txt.charWidth);
-      break;
-    }
-    default:
-      break;
-  }
+  visit(geo, AddNumbers{largest}, [] {});
   return largest.value();
 }
 
@@ -119,8 +99,8 @@ double largestOf(const Geo& geo) {
 // that the style can write for this element's coordinates.
 class ShapeCheck {
  public:
-  ShapeCheck(std::int32_t mode, double step, std::vector<Trouble>& troubles)
-      : columns_(mode == kFixedColumns), step_(step), troubles_(troubles) {}
+  ShapeCheck(ShapeFault fault, std::int32_t mode, double step, std::vector<Trouble>& troubles)
+      : fault_(fault), columns_(mode == kFixedColumns), step_(step), troubles_(troubles) {}
 
   void check(const Cyl& cyl) {
     if (cyl.diameter < 0.0) return negative("diameter", cyl.diameter, {6, 6});
@@ -155,7 +135,7 @@ class ShapeCheck {
     if (torus.diameter < 0.0) return negative("diameter", torus.diameter, diameter);
     if (torus.diameter < kLeastSize) return small("diameter", torus.diameter, diameter);
     const Bend bend{torus.startVector, torus.endVector, 3};
-    if (!checkBend(bend, torus.checkSize(), "tube", torus.diameter, diameter)) return;
+    if (!checkBend(bend, "tube", torus.diameter, diameter)) return;
     const double radius = (torus.startVector.length() + torus.endVector.length()) / 2.0;
     if (torus.bendRadius > 0.0 && std::fabs(torus.bendRadius - radius) > slack()) {
       add("V111", Severity::kWarning,
@@ -174,7 +154,7 @@ class ShapeCheck {
     if (relb.width < kLeastSize) return small("width", relb.width, width);
     // In mode 2 the outer points stand behind the two of the bend axis.
     const Bend bend{relb.startVector, relb.endVector, columns_ ? 6 : 3};
-    checkBend(bend, relb.checkSize(), "section", relb.depth, depth);
+    checkBend(bend, "section", relb.depth, depth);
   }
 
   void check(const Red& red) {
@@ -186,9 +166,14 @@ class ShapeCheck {
     }
     if (extent < kLeastSize) return small("extent", extent, {0, 23});
     const double volume = red.volume();
-    if (isTwisted(corners)) {
+    constexpr const char* kOrder =
+        "0 1 3 2 round the first end, and corner k + 4 opposite corner k";
+    if (fault_ == ShapeFault::kFaceCrosses || fault_ == ShapeFault::kTurnedInside) {
       add("V106", Severity::kError, "reducer is twisted: its corners are in the wrong order",
-          "0 1 3 2 round the first end, and corner k + 4 opposite corner k", {0, 23});
+          kOrder, {0, 23});
+    } else if (isTurned(corners)) {
+      add("V106", Severity::kWarning,
+          "reducer is twisted: its second end fits the first better turned", kOrder, {0, 23});
     } else if (std::fabs(volume) <= step_ * extent * extent) {
       add("V103", Severity::kWarning, "reducer is flat", "", {0, 23});
     } else if (volume < 0.0) {
@@ -216,20 +201,23 @@ class ShapeCheck {
       extent = std::max(extent, v.length());
     }
     const Span all{0, lastOf(count)};
-    if (count == 4 && isCrossed({pgon.point(0), pgon.point(1), pgon.point(2), pgon.point(3)})) {
-      add("V108", Severity::kError, "quadrangle crosses itself", "four points round the face", all);
+    if (fault_ == ShapeFault::kCrossed) {
+      const bool isQuad = count == 4;
+      add("V108", Severity::kError, isQuad ? "quadrangle crosses itself" : "polygon crosses itself",
+          isQuad ? "four points round the face" : "points round the face", all);
     } else if (area.length() <= kFlatness * extent * extent) {
       add("V103", Severity::kWarning, "face has no area: its points lie in a line", "", all);
     }
   }
 
   void check(const Txt& txt) {
-    if (txt.height < 0.0) return negative("height", txt.height, {9, 9});
-    if (txt.charWidth < 0.0) return negative("character width", txt.charWidth, {10, 10});
+    if (fault_ == ShapeFault::kNegativeHeight) return negative("height", txt.height, {9, 9});
+    if (fault_ == ShapeFault::kNegativeCharWidth)
+      return negative("character width", txt.charWidth, {10, 10});
     if (txt.direction.isNull(0.0)) return small("direction", 0.0, {3, 5});
     if (txt.upDirection.isNull(0.0)) return small("up direction", 0.0, {6, 8});
-    if (txt.height == 0.0) return small("height", txt.height, {9, 9});
-    if (txt.charWidth == 0.0) small("character width", txt.charWidth, {10, 10});
+    if (txt.height <= 0.0) return small("height", txt.height, {9, 9});
+    if (txt.charWidth <= 0.0) small("character width", txt.charWidth, {10, 10});
   }
 
  private:
@@ -269,8 +257,7 @@ class ShapeCheck {
   };
 
   // False if there is something wrong that makes further rules idle.
-  bool checkBend(const Bend& bend, int size, const std::string& what, double radialSize,
-                 Span sizeSpan) {
+  bool checkBend(const Bend& bend, const std::string& what, double radialSize, Span sizeSpan) {
     const double a = bend.start.length();
     const double b = bend.end.length();
     const int first = bend.firstNumber;
@@ -280,16 +267,20 @@ class ShapeCheck {
             a <= b ? Span{first, first + 2} : Span{first + 3, first + 5});
       return false;
     }
-    if (size == 2) {
+    if (fault_ == ShapeFault::kTubeTooWide || fault_ == ShapeFault::kSectionTooWide) {
       add("V102", Severity::kError,
           what + " of " + text(radialSize) + " is wider than its bend of radius " +
               text((a + b) / 2.0),
           "at most twice the radius", sizeSpan);
     }
-    if (cross(bend.start, bend.end).length() <= kNoPlane * a * b) {
+    if (fault_ == ShapeFault::kNoPlane) {
       add("V112", Severity::kError, "bend without a plane: its start and end lie in a line", "",
           both);
       return false;
+    }
+    if (bend.start.angleTo(bend.end) > kPi - kHalfTurn) {
+      add("V113", Severity::kWarning, "bend of half a turn: rounding decides on which side it lies",
+          "two bends of a quarter", both);
     }
     if (std::fabs(a - b) > slack()) {
       add("V110", Severity::kWarning, "bend has two radii: " + text(a) + " and " + text(b),
@@ -297,29 +288,6 @@ class ShapeCheck {
       return false;
     }
     return true;
-  }
-
-  // Whether each way to cut the quadrangle gives two triangles that face opposite
-  // ways.
-  bool isCrossed(const std::array<GePoint, 4>& p) const {
-    for (std::size_t i = 0; i < 2; ++i) {
-      const GeVector diagonal = p[i + 2] - p[i];
-      const GeVector n1 = cross(p[i + 1] - p[i], diagonal);
-      const GeVector n2 = cross(diagonal, p[(i + 3) % 4] - p[i]);
-      // A triangle no higher than the last decimal has no side.
-      const double least = 2.0 * step_ * diagonal.length();
-      if (n1.length() <= least || n2.length() <= least || dot(n1, n2) >= 0.0) return false;
-    }
-    return true;
-  }
-
-  bool isTwisted(const std::array<GePoint, 8>& c) const {
-    constexpr std::array<std::array<std::size_t, 4>, 6> kFaces = {
-        {{0, 1, 3, 2}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 3, 7, 5}}};
-    for (const auto& face : kFaces) {
-      if (isCrossed({c[face[0]], c[face[1]], c[face[2]], c[face[3]]})) return true;
-    }
-    return isTurned(c);
   }
 
   // Whether the second end would fit the first much better if it were turned by
@@ -346,6 +314,7 @@ class ShapeCheck {
     return best > 0.0 && fits[0] < best / 4.0;
   }
 
+  ShapeFault fault_;
   bool columns_;
   double step_;
   std::vector<Trouble>& troubles_;
@@ -356,6 +325,48 @@ double stepOfField(double size) {
   double step = 0.001;
   for (double limit = 9999.999; size > limit && step < 1e300; limit *= 10.0) step *= 10.0;
   return step;
+}
+
+// For what the rules of the kinds have not told.
+std::string_view codeOf(ShapeFault fault) {
+  switch (fault) {
+    case ShapeFault::kNotFinite:
+      return "V105";
+    case ShapeFault::kTooLarge:
+      return "V121";
+    case ShapeFault::kNegativeDiameter:
+    case ShapeFault::kNegativeWidth:
+    case ShapeFault::kNegativeDepth:
+    case ShapeFault::kNegativeHeight:
+    case ShapeFault::kNegativeCharWidth:
+      return "V101";
+    case ShapeFault::kTubeTooWide:
+    case ShapeFault::kSectionTooWide:
+      return "V102";
+    case ShapeFault::kFaceCrosses:
+    case ShapeFault::kTurnedInside:
+      return "V106";
+    case ShapeFault::kCrossed:
+      return "V108";
+    case ShapeFault::kNoPlane:
+      return "V112";
+    case ShapeFault::kNone:
+    case ShapeFault::kNoDiameter:
+    case ShapeFault::kNoWidth:
+    case ShapeFault::kNoDepth:
+    case ShapeFault::kNoLength:
+    case ShapeFault::kNoEdge:
+    case ShapeFault::kNoBendRadius:
+    case ShapeFault::kNoExtent:
+    case ShapeFault::kFlatBox:
+    case ShapeFault::kNoVolume:
+    case ShapeFault::kNoPoints:
+    case ShapeFault::kTooFewPoints:
+    case ShapeFault::kNoArea:
+    case ShapeFault::kNoShape:
+      break;
+  }
+  return "V103";
 }
 
 void checkLargest(double largest, std::int32_t mode, std::vector<Trouble>& troubles) {
@@ -376,29 +387,15 @@ void checkShape(const Geo& geo, std::int32_t mode, std::vector<Trouble>& trouble
   if (!(largest <= kLastExact)) checkLargest(largest, mode, troubles);
   if (!std::isfinite(largest)) return;
   const double step = mode == kTokens ? 1e-4 : stepOfField(largest);
-  ShapeCheck check(mode, step, troubles);
-  switch (geo.typeCode()) {
-    case Cyl::kTypeCode:
-      return check.check(static_cast<const Cyl&>(geo));
-    case Cone::kTypeCode:
-      return check.check(static_cast<const Cone&>(geo));
-    case Box::kTypeCode:
-      return check.check(static_cast<const Box&>(geo));
-    case Torus::kTypeCode:
-      return check.check(static_cast<const Torus&>(geo));
-    case Relb::kTypeCode:
-      return check.check(static_cast<const Relb&>(geo));
-    case Red::kTypeCode:
-      return check.check(static_cast<const Red&>(geo));
-    case Pline::kTypeCode:
-      return check.check(static_cast<const Pline&>(geo));
-    case Pgon::kTypeCode:
-      return check.check(static_cast<const Pgon&>(geo));
-    case Txt::kTypeCode:
-      return check.check(static_cast<const Txt&>(geo));
-    default:
-      return;
-  }
+  const ShapeFault fault = shapeFaultOf(geo);
+  ShapeCheck check(fault, mode, step, troubles);
+  const std::size_t before = troubles.size();
+  visit(
+      geo, [&](const auto& primitive) { check.check(primitive); }, [] {});
+  if (fault == ShapeFault::kNone || fault == ShapeFault::kTooLarge || troubles.size() > before)
+    return;
+  troubles.push_back({codeOf(fault), Severity::kWarning, textOf(fault), "", Trouble::kWholeElement,
+                      Trouble::kWholeElement});
 }
 
 void checkFields(const Recs& lines, std::vector<Trouble>& troubles) {

@@ -5,13 +5,14 @@
 #include <vector>
 
 #include "check/Trouble.h"
-#include "prims/Geo.h"
+#include "vesk/Geo.h"
 
 namespace VeskTool {
 
 // What is wrong with the shape of one element that was read in this mode,
 // appended to `troubles`. An element with a number that is not finite has only
-// that said of it.
+// that said of it. What has no shape is told in any case: whatever `vesk export`
+// leaves out has a finding, and whatever it makes has none that is an error.
 //
 //   V101  a size below zero
 //   V102  a tube or section wider than its bend
@@ -23,6 +24,7 @@ namespace VeskTool {
 //   V110  a bend whose start and end are not at the same distance
 //   V111  a torus whose stated bend radius is not the distance of its ends
 //   V112  a bend that has no plane: its start and end are in line with the centre
+//   V113  a bend so near to half a turn that rounding decides on its side
 //   V121  mode 3: a number so large that a double can't hold its decimals
 void checkShape(const Vesk::Geo& geo, std::int32_t mode, std::vector<Trouble>& troubles);
 

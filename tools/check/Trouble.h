@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "Findings.h"
+#include "findings/Findings.h"
 
 namespace VeskTool {
 

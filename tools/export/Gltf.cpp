@@ -1,180 +1,251 @@
+// SPDX-License-Identifier: MIT
+#include "export/Gltf.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <map>
-#include <ostream>
-#include <streambuf>
+#include <numeric>
+#include <span>
+#include <utility>
 #include <vector>
 
-#include "Exit.h"
-#include "Json.h"
-#include "Kinds.h"
+#include "elements/Kinds.h"
+#include "export/GltfBuffer.h"
+#include "export/GltfText.h"
 #include "export/LittleEndian.h"
-#include "export/TinyGltf.h"
 #include "export/Writers.h"
 #include "mesh/FlatMesh.h"
+#include "terminal/Exit.h"
+#include "text/Json.h"
+#include "view/Palette.h"
 
 namespace VeskTool {
 namespace {
 
-using tinygltf::Value;
-
-// A stream into a sink.
-class SinkBuffer : public std::streambuf {
- public:
-  explicit SinkBuffer(TextSink& out) : out_(out) {}
-
- protected:
-  std::streamsize xsputn(const char* bytes, std::streamsize count) override {
-    // In pieces, so that a sink that keeps what it gets need not keep all at once.
-    constexpr std::size_t kPiece = std::size_t{1} << 18;
-    for (std::string_view rest(bytes, static_cast<std::size_t>(count)); !rest.empty();) {
-      const std::string_view piece = rest.substr(0, kPiece);
-      out_.write(piece);
-      rest.remove_prefix(piece.size());
-    }
-    return count;
-  }
-
-  int_type overflow(int_type c) override {
-    const char byte = traits_type::to_char_type(c);
-    out_.write({&byte, 1});
-    return c;
-  }
-
- private:
-  TextSink& out_;
-};
-
-// What the views of the one buffer hold.
-enum View { kPositions, kNormals, kIndices32, kIndices16, kViews };
-
-// Materials.
-enum Material { kSolid, kFace, kThin };
-
 constexpr std::uint64_t kMostBytes = std::numeric_limits<std::uint32_t>::max();
-constexpr std::size_t kMostShort = 0xFFFF;  // stands for no vertex
+constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
-tinygltf::Material materialOf(const char* name, std::array<double, 3> colour, bool doubleSided) {
-  tinygltf::Material material;
-  material.name = name;
-  material.pbrMetallicRoughness.baseColorFactor = {colour[0], colour[1], colour[2], 1.0};
-  material.pbrMetallicRoughness.metallicFactor = 0.0;
-  material.pbrMetallicRoughness.roughnessFactor = 0.6;
-  material.doubleSided = doubleSided;
-  return material;
+// How primitives are drawn, as glTF numbers it.
+enum Mode { kPoints = 0, kLines = 1, kLineStrip = 3, kTriangles = 4 };
+
+std::array<double, 3> numbersOf(const GePoint& p) { return {p.x, p.y, p.z}; }
+
+// The light that a byte of a colour of the screen stands for.
+double linear(std::uint8_t byte) {
+  const double c = byte / 255.0;
+  return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
 }
-
-Value pointValue(const GePoint& p) {
-  return Value(Value::Array{Value(p.x), Value(p.y), Value(p.z)});
-}
-
-std::vector<double> numbersOf(const GePoint& p) { return {p.x, p.y, p.z}; }
 
 // The turn that takes x, y and z to these unit directions, as x, y, z, w.
-std::vector<double> quaternionOf(const GeVector& x, const GeVector& y, const GeVector& z) {
+std::array<double, 4> quaternionOf(const GeVector& x, const GeVector& y, const GeVector& z) {
   // The largest of the four is found by a root, the others by a division.
   const std::array<double, 4> squares{1.0 + x.x - y.y - z.z, 1.0 - x.x + y.y - z.z,
                                       1.0 - x.x - y.y + z.z, 1.0 + x.x + y.y + z.z};
   const auto largest = std::max_element(squares.begin(), squares.end());
   const double root = std::sqrt(*largest);
   const double f = 0.5 / root;
-  std::vector<double> q;
   switch (largest - squares.begin()) {
     case 0:
-      q = {root / 2.0, (x.y + y.x) * f, (x.z + z.x) * f, (y.z - z.y) * f};
-      break;
+      return {root / 2.0, (x.y + y.x) * f, (x.z + z.x) * f, (y.z - z.y) * f};
     case 1:
-      q = {(x.y + y.x) * f, root / 2.0, (y.z + z.y) * f, (z.x - x.z) * f};
-      break;
+      return {(x.y + y.x) * f, root / 2.0, (y.z + z.y) * f, (z.x - x.z) * f};
     case 2:
-      q = {(x.z + z.x) * f, (y.z + z.y) * f, root / 2.0, (x.y - y.x) * f};
-      break;
+      return {(x.z + z.x) * f, (y.z + z.y) * f, root / 2.0, (x.y - y.x) * f};
     default:
-      q = {(y.z - z.y) * f, (z.x - x.z) * f, (x.y - y.x) * f, root / 2.0};
+      return {(y.z - z.y) * f, (z.x - x.z) * f, (x.y - y.x) * f, root / 2.0};
   }
-  for (double& each : q) each = each == 0.0 ? 0.0 : each;  // no minus zero
-  return q;
 }
 
-class GltfMaker {
- public:
-  GltfMaker(const Vesk::Scene& scene, double millimetres) : scene_(scene) {
-    model_.asset.version = "2.0";
-    model_.asset.generator = "vesk " VESK_VERSION;
-    model_.materials = {materialOf("solid", {0.55, 0.62, 0.68}, false),
-                        materialOf("face", {0.72, 0.66, 0.52}, true),
-                        materialOf("line", {0.10, 0.10, 0.12}, false)};
-    addRoot(millimetres);
-    meshes_.assign(scene.meshes.size(), -1);
-  }
+// Where a node stands: its axes' lengths apart from their turn.
+struct Stand {
+  std::array<double, 3> translation{};
+  std::array<double, 4> rotation{0.0, 0.0, 0.0, 1.0};
+  std::array<double, 3> scale{1.0, 1.0, 1.0};
+};
 
-  tinygltf::Model make() {
-    for (const Vesk::SceneInstance& instance : scene_.instances) add(instance);
+Stand standOf(const Vesk::Placement& placement) {
+  const GeVector size(placement.x.length(), placement.y.length(), placement.z.length());
+  Stand stand;
+  stand.translation = numbersOf(placement.origin);
+  stand.rotation = quaternionOf(placement.x / size.x, placement.y / size.y, placement.z / size.z);
+  stand.scale = {size.x, size.y, size.z};
+  return stand;
+}
+
+class GltfWriter {
+ public:
+  GltfWriter(const Vesk::Scene& scene, double millimetres, const GltfOptions& options)
+      : scene_(scene), options_(options), millimetres_(millimetres) {}
+
+  void write(TextSink& out) {
+    for (const std::string& header : scene_.headers) {
+      quotedHeaders_.push_back(quoted(header));
+    }
+    for (const std::string& file : scene_.files) quotedFiles_.push_back(quoted(file));
+    headerNodes_.resize(scene_.headers.size());
+    switch (options_.grouping) {
+      case GltfOptions::Grouping::kElements:
+        for (const Vesk::SceneInstance& instance : scene_.instances) add(instance);
+        break;
+      case GltfOptions::Grouping::kInstances:
+        addInstanced();
+        break;
+      case GltfOptions::Grouping::kMerged:
+        addMerged();
+        break;
+    }
     for (const Vesk::ScenePoint& point : scene_.points) add(point);
     for (const Vesk::SceneLine& line : scene_.lines) add(line);
     for (const Vesk::SceneText& text : scene_.texts) add(text);
-    finishNodes();
-    finishBuffer();
-    return std::move(model_);
+    addTree();
+    finish(out);
   }
 
  private:
-  void addRoot(double millimetres) {
-    tinygltf::Node root;
-    root.name = "model";
-    const double half = std::sqrt(0.5);
-    root.rotation = {-half, 0.0, 0.0, half};
-    const double metres = millimetres / 1000.0;
-    root.scale = {metres, metres, metres};
-    root.extras = Value(Value::Object{{"unit", Value(millimetres)},
-                                      {"offset", pointValue(GePoint(scene_.offset))}});
-    model_.nodes.push_back(std::move(root));
-    model_.nodes.reserve(scene_.elements.size() + 1);
-    tinygltf::Scene whole;
-    whole.nodes = {0};
-    model_.scenes.push_back(std::move(whole));
-    model_.defaultScene = 0;
+  static std::string quoted(const std::string& text) {
+    std::string to;
+    appendJsonString(to, validUtf8(text));
+    return to;
   }
 
-  Value::Object extrasOf(std::uint32_t element) const {
+  // ---- materials and meshes
+
+  std::size_t materialOf(std::uint8_t kind, bool doubleSided) {
+    const auto [place, isNew] = materials_.try_emplace({kind, doubleSided}, materials_.size());
+    if (isNew) {
+      const Vesk::Colour colour = colours_[kind];
+      materialText_ += materialText_.empty() ? "{" : ",{";
+      materialText_ += "\"name\":\"" + std::string(nameOf(static_cast<Kind>(kind))) +
+                       "\",\"pbrMetallicRoughness\":{\"baseColorFactor\":";
+      appendJsonNumbers(materialText_,
+                        std::array<double, 4>{linear(colour.red), linear(colour.green),
+                                              linear(colour.blue), 1.0});
+      materialText_ += ",\"metallicFactor\":0,\"roughnessFactor\":0.6}";
+      if (doubleSided) materialText_ += ",\"doubleSided\":true";
+      materialText_ += '}';
+    }
+    return place->second;
+  }
+
+  std::size_t addMesh(std::size_t positions, std::size_t normals, std::size_t indices,
+                      std::size_t material, Mode mode) {
+    meshText_ += meshes_ == 0 ? "{" : ",{";
+    meshText_ += "\"primitives\":[{\"attributes\":{\"POSITION\":";
+    appendJsonNumber(meshText_, positions);
+    if (normals != kNone) member(meshText_, "NORMAL", normals);
+    meshText_ += '}';
+    if (indices != kNone) member(meshText_, "indices", indices);
+    member(meshText_, "material", material);
+    if (mode != kTriangles) member(meshText_, "mode", static_cast<std::size_t>(mode));
+    meshText_ += "}]}";
+    return meshes_++;
+  }
+
+  std::size_t addFlat(const Vesk::FlatMesh& flat, std::size_t material) {
+    const std::size_t positions = buffer_.addVectors(GltfBuffer::kPositions, flat.positions, true);
+    const std::size_t normals = buffer_.addVectors(GltfBuffer::kNormals, flat.normals, false);
+    const std::size_t indices = buffer_.addIndices(flat.indices, flat.positions.size() / 3);
+    return addMesh(positions, normals, indices, material, kTriangles);
+  }
+
+  // A shape in the colour of a kind; its accessors are shared by all its colours.
+  std::size_t meshOf(std::uint32_t mesh, std::uint8_t kind) {
+    const auto [place, isNew] = sceneMeshes_.try_emplace({mesh, kind}, 0);
+    if (!isNew) return place->second;
+    const Vesk::Mesh& shape = scene_.meshes[mesh];
+    const std::size_t material = materialOf(kind, !shape.closed);
+    const auto [accessors, isFirst] = sceneAccessors_.try_emplace(mesh);
+    if (isFirst) {
+      const Vesk::FlatMesh flat = Vesk::flattened(shape);
+      accessors->second = {buffer_.addVectors(GltfBuffer::kPositions, flat.positions, true),
+                           buffer_.addVectors(GltfBuffer::kNormals, flat.normals, false),
+                           buffer_.addIndices(flat.indices, flat.positions.size() / 3)};
+    }
+    const auto& [positions, normals, indices] = accessors->second;
+    place->second = addMesh(positions, normals, indices, material, kTriangles);
+    return place->second;
+  }
+
+  std::size_t addThin(const std::vector<GePoint>& points, std::uint8_t kind, Mode mode) {
+    std::vector<float> numbers;
+    for (const GePoint& p : points) {
+      for (const double d : {p.x, p.y, p.z}) numbers.push_back(static_cast<float>(d));
+    }
+    return addMesh(buffer_.addVectors(GltfBuffer::kPositions, numbers, true), kNone, kNone,
+                   materialOf(kind, false), mode);
+  }
+
+  // ---- nodes
+
+  static void member(std::string& to, std::string_view key, std::size_t value) {
+    to += ",\"";
+    to += key;
+    to += "\":";
+    appendJsonNumber(to, value);
+  }
+
+  // Node 0 is the root.
+  std::size_t beginNode(std::string_view quotedName) {
+    nodeText_ += ",{\"name\":";
+    nodeText_ += quotedName;
+    return ++nodes_;
+  }
+
+  void appendExtras(std::uint32_t element) {
     const Vesk::SceneElement& each = scene_.elements[element];
-    const bool fits = each.line <= std::numeric_limits<int>::max();
-    return {{"header", Value(validUtf8(scene_.headers[each.header]))},
-            {"kind", Value(std::string(nameOf(static_cast<Kind>(each.kind))))},
-            {"file", Value(validUtf8(scene_.files[each.file]))},
-            {"line",
-             fits ? Value(static_cast<int>(each.line)) : Value(static_cast<double>(each.line))}};
+    nodeText_ += ",\"extras\":{\"header\":";
+    nodeText_ += quotedHeaders_[each.header];
+    nodeText_ += ",\"kind\":\"";
+    nodeText_ += nameOf(static_cast<Kind>(each.kind));
+    nodeText_ += "\",\"file\":";
+    nodeText_ += quotedFiles_[each.file];
+    member(nodeText_, "line", each.line);
   }
 
-  tinygltf::Node& addNode(std::uint32_t element, int mesh, const GePoint& at) {
-    tinygltf::Node& node = model_.nodes.emplace_back();
-    node.name = validUtf8(nameOf(scene_, element));
-    node.mesh = mesh;
-    if (!(at == GePoint())) node.translation = numbersOf(at);
-    node.extras = Value(extrasOf(element));
-    return node;
+  // A node of an element, below its header; endElement closes it.
+  void beginElement(std::uint32_t element, std::size_t mesh, const Stand& stand) {
+    name_.clear();
+    appendJsonString(name_, validUtf8(nameOf(scene_, element)));
+    headerNodes_[scene_.elements[element].header].push_back(beginNode(name_));
+    if (mesh != kNone) member(nodeText_, "mesh", mesh);
+    const Stand still;
+    if (stand.translation != still.translation) {
+      nodeText_ += ",\"translation\":";
+      appendJsonNumbers(nodeText_, stand.translation);
+    }
+    if (stand.rotation[3] != 1.0) {
+      nodeText_ += ",\"rotation\":";
+      appendJsonNumbers(nodeText_, stand.rotation);
+    }
+    if (stand.scale != still.scale) {
+      nodeText_ += ",\"scale\":";
+      appendJsonNumbers(nodeText_, stand.scale);
+    }
+    appendExtras(element);
   }
+
+  void endElement() { nodeText_ += "}}"; }
+
+  void addElement(std::uint32_t element, std::size_t mesh, const Stand& stand) {
+    beginElement(element, mesh, stand);
+    endElement();
+  }
+
+  std::uint8_t kindOf(std::uint32_t element) const { return scene_.elements[element].kind; }
 
   void add(const Vesk::SceneInstance& instance) {
-    int& mesh = meshes_[instance.mesh];
-    if (mesh < 0) mesh = addMesh(scene_.meshes[instance.mesh]);
-    const Vesk::Placement& placement = instance.placement;
-    tinygltf::Node& node = addNode(instance.element, mesh, placement.origin);
-    place(node, placement.x, placement.y, placement.z);
-  }
-
-  static void place(tinygltf::Node& node, const GeVector& x, const GeVector& y, const GeVector& z) {
-    const GeVector size(x.length(), y.length(), z.length());
-    const std::vector<double> turn = quaternionOf(x / size.x, y / size.y, z / size.z);
-    if (turn[3] != 1.0) node.rotation = turn;
-    if (!(size == GeVector(1.0, 1.0, 1.0))) node.scale = {size.x, size.y, size.z};
+    addElement(instance.element, meshOf(instance.mesh, kindOf(instance.element)),
+               standOf(instance.placement));
   }
 
   void add(const Vesk::ScenePoint& point) {
-    if (pointMesh_ < 0) pointMesh_ = addThin({GePoint()}, TINYGLTF_MODE_POINTS);
-    addNode(point.element, pointMesh_, point.position);
+    if (pointMesh_ == kNone) pointMesh_ = addThin({GePoint()}, kindOf(point.element), kPoints);
+    Stand stand;
+    stand.translation = numbersOf(point.position);
+    addElement(point.element, pointMesh_, stand);
   }
 
   // A segment is the unit one, stretched.
@@ -183,152 +254,324 @@ class GltfMaker {
     const GeVector along = vertices[1] - vertices[0];
     const double length = along.length();
     if (line.count == 2 && length > 0.0) {
-      if (segmentMesh_ < 0) segmentMesh_ = addThin({{}, {1.0, 0.0, 0.0}}, TINYGLTF_MODE_LINE);
-      tinygltf::Node& node = addNode(line.element, segmentMesh_, vertices[0]);
+      if (segmentMesh_ == kNone) {
+        segmentMesh_ = addThin({{}, {1.0, 0.0, 0.0}}, kindOf(line.element), kLines);
+      }
       const GeVector x = along / length;
       const GeVector y = x.perpendicular();
-      place(node, along, y * length, cross(x, y) * length);
+      addElement(line.element, segmentMesh_,
+                 standOf({along, y * length, cross(x, y) * length, vertices[0]}));
       return;
     }
     std::vector<GePoint> points;
-    for (std::size_t i = 0; i < line.count; ++i) {
-      points.emplace_back(vertices[i] - vertices[0]);
-    }
-    addNode(line.element, addThin(points, TINYGLTF_MODE_LINE_STRIP), vertices[0]);
+    for (std::size_t i = 0; i < line.count; ++i) points.emplace_back(vertices[i] - vertices[0]);
+    Stand stand;
+    stand.translation = numbersOf(vertices[0]);
+    addElement(line.element, addThin(points, kindOf(line.element), kLineStrip), stand);
   }
 
   void add(const Vesk::SceneText& text) {
-    tinygltf::Node& node = addNode(text.element, -1, text.position);
-    Value::Object extras = extrasOf(text.element);
-    extras["text"] = Value(validUtf8(text.text));
-    extras["along"] = pointValue(GePoint(text.along));
-    extras["up"] = pointValue(GePoint(text.up));
-    extras["width"] = Value(text.width);
-    extras["height"] = Value(text.height);
-    node.extras = Value(std::move(extras));
+    Stand stand;
+    stand.translation = numbersOf(text.position);
+    beginElement(text.element, kNone, stand);
+    nodeText_ += ",\"text\":" + quoted(text.text) + ",\"along\":";
+    appendJsonNumbers(nodeText_, std::array{text.along.x, text.along.y, text.along.z});
+    nodeText_ += ",\"up\":";
+    appendJsonNumbers(nodeText_, std::array{text.up.x, text.up.y, text.up.z});
+    nodeText_ += ",\"width\":";
+    appendJsonNumber(nodeText_, text.width);
+    nodeText_ += ",\"height\":";
+    appendJsonNumber(nodeText_, text.height);
+    endElement();
   }
 
-  int addMesh(const Vesk::Mesh& mesh) {
-    const Vesk::FlatMesh flat = Vesk::flattened(mesh);
-    const int normals = addVectors(kNormals, flat.normals.data(), flat.normals.size() / 3, false);
-    return addPrimitive(
-        addVectors(kPositions, flat.positions.data(), flat.positions.size() / 3, true), normals,
-        addIndices(flat), mesh.closed ? kSolid : kFace, TINYGLTF_MODE_TRIANGLES);
-  }
+  // ---- instances: a node for each shape of a colour
 
-  int addThin(const std::vector<GePoint>& points, int mode) {
-    std::vector<float> numbers;
-    for (const GePoint& p : points) {
-      for (const double d : {p.x, p.y, p.z}) numbers.push_back(static_cast<float>(d));
+  void addInstanced() {
+    std::map<std::pair<std::uint32_t, std::uint8_t>, std::vector<const Vesk::SceneInstance*>> sets;
+    for (const Vesk::SceneInstance& instance : scene_.instances) {
+      sets[{instance.mesh, kindOf(instance.element)}].push_back(&instance);
     }
-    const int positions = addVectors(kPositions, numbers.data(), points.size(), true);
-    return addPrimitive(positions, -1, -1, kThin, mode);
-  }
-
-  int addPrimitive(int positions, int normals, int indices, Material material, int mode) {
-    tinygltf::Primitive primitive;
-    primitive.attributes["POSITION"] = positions;
-    if (normals >= 0) primitive.attributes["NORMAL"] = normals;
-    primitive.indices = indices;
-    primitive.material = material;
-    primitive.mode = mode;
-    tinygltf::Mesh& made = model_.meshes.emplace_back();
-    made.primitives.push_back(std::move(primitive));
-    return static_cast<int>(model_.meshes.size() - 1);
-  }
-
-  int addAccessor(View view, int component, int type, std::size_t count) {
-    tinygltf::Accessor& accessor = model_.accessors.emplace_back();
-    accessor.bufferView = view;
-    accessor.byteOffset = bytes_[view].size();
-    accessor.componentType = component;
-    accessor.type = type;
-    accessor.count = count;
-    return static_cast<int>(model_.accessors.size() - 1);
-  }
-
-  int addVectors(View view, const float* numbers, std::size_t count, bool withBounds) {
-    const int index = addAccessor(view, TINYGLTF_COMPONENT_TYPE_FLOAT, TINYGLTF_TYPE_VEC3, count);
-    std::array<float, 3> low{numbers[0], numbers[1], numbers[2]};
-    std::array<float, 3> high = low;
-    for (std::size_t i = 0; i < 3 * count; ++i) {
-      appendF32(bytes_[view], numbers[i]);
-      low[i % 3] = std::min(low[i % 3], numbers[i]);
-      high[i % 3] = std::max(high[i % 3], numbers[i]);
-    }
-    if (withBounds) {
-      tinygltf::Accessor& accessor = model_.accessors.back();
-      accessor.minValues.assign(low.begin(), low.end());
-      accessor.maxValues.assign(high.begin(), high.end());
-    }
-    return index;
-  }
-
-  int addIndices(const Vesk::FlatMesh& flat) {
-    const bool isShort = flat.positions.size() / 3 <= kMostShort;
-    const int index = addAccessor(
-        isShort ? kIndices16 : kIndices32,
-        isShort ? TINYGLTF_COMPONENT_TYPE_UNSIGNED_SHORT : TINYGLTF_COMPONENT_TYPE_UNSIGNED_INT,
-        TINYGLTF_TYPE_SCALAR, flat.indices.size());
-    for (const std::uint32_t i : flat.indices) {
-      if (isShort) {
-        appendU16(bytes_[kIndices16], static_cast<std::uint16_t>(i));
-      } else {
-        appendU32(bytes_[kIndices32], i);
+    for (const auto& [key, set] : sets) {
+      const auto& [mesh, kind] = key;
+      if (set.size() == 1) {
+        add(*set.front());
+        continue;
       }
+      addInstances(meshOf(mesh, kind), kind, set);
     }
-    return index;
+    if (hasInstances_) elementTable_ = tableOfElements();
   }
 
-  void finishNodes() {
-    std::vector<int>& children = model_.nodes.front().children;
-    for (std::size_t i = 1; i < model_.nodes.size(); ++i) children.push_back(static_cast<int>(i));
+  void addInstances(std::size_t mesh, std::uint8_t kind,
+                    const std::vector<const Vesk::SceneInstance*>& set) {
+    std::vector<float> translations;
+    std::vector<float> rotations;
+    std::vector<float> scales;
+    std::vector<float> features;
+    const auto append = [](std::vector<float>& to, const auto& numbers) {
+      for (const double d : numbers) to.push_back(static_cast<float>(d));
+    };
+    for (const Vesk::SceneInstance* instance : set) {
+      const Stand stand = standOf(instance->placement);
+      append(translations, stand.translation);
+      append(rotations, stand.rotation);
+      append(scales, stand.scale);
+      features.push_back(static_cast<float>(instance->element));
+    }
+    rootChildren_.push_back(
+        beginNode("\"" + std::string(pluralOf(static_cast<Kind>(kind))) + "\""));
+    member(nodeText_, "mesh", mesh);
+    nodeText_ += ",\"extensions\":{\"EXT_mesh_gpu_instancing\":{\"attributes\":{\"TRANSLATION\":";
+    appendJsonNumber(nodeText_, buffer_.addInstances(translations, 3));
+    member(nodeText_, "ROTATION", buffer_.addInstances(rotations, 4));
+    member(nodeText_, "SCALE", buffer_.addInstances(scales, 3));
+    member(nodeText_, "_FEATURE_ID_0", buffer_.addInstances(features, 1));
+    nodeText_ += "}},\"EXT_instance_features\":{\"featureIds\":[{\"featureCount\":";
+    appendJsonNumber(nodeText_, set.size());
+    nodeText_ += ",\"attribute\":0}]}}}";
+    hasInstances_ = true;
   }
 
-  // Views that hold nothing are left out, and the others count without them.
-  void finishBuffer() {
-    std::array<int, kViews> places{};
-    tinygltf::Buffer buffer;
-    for (std::size_t view = 0; view < kViews; ++view) {
-      if (bytes_[view].empty()) continue;
-      const bool isVertex = view == kPositions || view == kNormals;
-      tinygltf::BufferView& made = model_.bufferViews.emplace_back();
-      made.buffer = 0;
-      made.byteOffset = buffer.data.size();
-      made.byteLength = bytes_[view].size();
-      made.byteStride = isVertex ? 3 * sizeof(float) : 0;
-      made.target = isVertex ? TINYGLTF_TARGET_ARRAY_BUFFER : TINYGLTF_TARGET_ELEMENT_ARRAY_BUFFER;
-      places[view] = static_cast<int>(model_.bufferViews.size() - 1);
-      buffer.data.insert(buffer.data.end(), bytes_[view].begin(), bytes_[view].end());
-      bytes_[view] = {};
+  // What the extras of single nodes would say, by feature id: columns of indices.
+  std::string tableOfElements() const {
+    std::string text = "{\"headers\":[";
+    const auto list = [&text](const auto& quotedTexts) {
+      for (std::size_t i = 0; i < quotedTexts.size(); ++i) {
+        if (i > 0) text += ',';
+        text += quotedTexts[i];
+      }
+    };
+    list(quotedHeaders_);
+    text += "],\"files\":[";
+    list(quotedFiles_);
+    text += "],\"kinds\":[";
+    for (std::size_t i = 0; i < kKinds; ++i) {
+      text += (i > 0 ? ",\"" : "\"") + std::string(nameOf(static_cast<Kind>(i))) + '"';
     }
-    for (tinygltf::Accessor& accessor : model_.accessors) {
-      accessor.bufferView = places[static_cast<std::size_t>(accessor.bufferView)];
+    text += ']';
+    const auto column = [&](const char* name, auto value) {
+      text += ",\"" + std::string(name) + "\":[";
+      for (std::size_t i = 0; i < scene_.elements.size(); ++i) {
+        if (i > 0) text += ',';
+        appendJsonNumber(text, value(scene_.elements[i]));
+      }
+      text += ']';
+    };
+    column("header", [](const Vesk::SceneElement& e) { return e.header; });
+    column("kind", [](const Vesk::SceneElement& e) { return std::uint32_t{e.kind}; });
+    column("file", [](const Vesk::SceneElement& e) { return e.file; });
+    column("line", [](const Vesk::SceneElement& e) { return e.line; });
+    return text + '}';
+  }
+
+  // ---- merged: a mesh for each header and kind
+
+  void addMerged() {
+    // header, kind, whether it is a solid
+    std::map<std::tuple<std::uint32_t, std::uint8_t, bool>, std::vector<const Vesk::SceneInstance*>>
+        sets;
+    for (const Vesk::SceneInstance& instance : scene_.instances) {
+      const Vesk::SceneElement& element = scene_.elements[instance.element];
+      sets[{element.header, element.kind, scene_.meshes[instance.mesh].closed}].push_back(
+          &instance);
     }
-    if (buffer.data.empty()) return;
-    if (buffer.data.size() > kMostBytes / 2) {
+    for (const auto& [key, set] : sets) {
+      const auto& [header, kind, closed] = key;
+      addMergedSet(header, kind, closed, set);
+    }
+  }
+
+  void addMergedSet(std::uint32_t header, std::uint8_t kind, bool closed,
+                    const std::vector<const Vesk::SceneInstance*>& set) {
+    Vesk::FlatMesh merged;
+    // Of each element: its line, and where its triangles begin.
+    std::string lines;
+    std::string starts;
+    // About its first point: 32 bits keep more digits there.
+    const GePoint origin = set.front()->placement.origin;
+    for (const Vesk::SceneInstance* instance : set) {
+      lines += lines.empty() ? "" : ",";
+      appendJsonNumber(lines, scene_.elements[instance->element].line);
+      starts += starts.empty() ? "" : ",";
+      appendJsonNumber(starts, merged.indices.size() / 3);
+      append(merged, *instance, origin);
+    }
+    const std::string name =
+        validUtf8(scene_.headers[header]) + '/' + std::string(pluralOf(static_cast<Kind>(kind)));
+    headerNodes_[header].push_back(beginNode(quoted(name)));
+    member(nodeText_, "mesh", addFlat(merged, materialOf(kind, !closed)));
+    nodeText_ += ",\"translation\":";
+    appendJsonNumbers(nodeText_, numbersOf(origin));
+    appendExtras(set.front()->element);
+    nodeText_ += ",\"lines\":[" + lines + "],\"firstTriangles\":[" + starts + "]}}";
+  }
+
+  void append(Vesk::FlatMesh& to, const Vesk::SceneInstance& instance, const GePoint& origin) {
+    const auto [place, isNew] = flats_.try_emplace(instance.mesh);
+    if (isNew) place->second = Vesk::flattened(scene_.meshes[instance.mesh]);
+    const Vesk::FlatMesh& flat = place->second;
+    const auto first = static_cast<std::uint32_t>(to.positions.size() / 3);
+    for (std::size_t i = 0; i < flat.positions.size(); i += 3) {
+      const GePoint p = instance.placement.point(
+          {flat.positions[i], flat.positions[i + 1], flat.positions[i + 2]});
+      const GeVector n =
+          instance.placement.normal({flat.normals[i], flat.normals[i + 1], flat.normals[i + 2]});
+      for (const double d : {p.x - origin.x, p.y - origin.y, p.z - origin.z}) {
+        to.positions.push_back(static_cast<float>(d));
+      }
+      for (const double d : {n.x, n.y, n.z}) to.normals.push_back(static_cast<float>(d));
+    }
+    for (const std::uint32_t index : flat.indices) to.indices.push_back(first + index);
+  }
+
+  // ---- the whole
+
+  std::size_t addParent(const std::string& quotedName, const std::vector<std::size_t>& children) {
+    const std::size_t node = beginNode(quotedName);
+    nodeText_ += ",\"children\":";
+    appendJsonNumbers(nodeText_, children);
+    nodeText_ += '}';
+    return node;
+  }
+
+  // A node for each header below one for its group; behind those of the elements.
+  void addTree() {
+    std::map<std::string, std::vector<std::size_t>> groups;
+    for (std::size_t i = 0; i < headerNodes_.size(); ++i) {
+      if (headerNodes_[i].empty()) continue;
+      groups[scene_.groups[i]].push_back(addParent(quotedHeaders_[i], headerNodes_[i]));
+    }
+    for (const auto& [group, headers] : groups) {
+      rootChildren_.push_back(addParent(quoted("group " + group), headers));
+    }
+  }
+
+  std::string rootText() const {
+    const double half = std::sqrt(0.5);
+    const double metres = millimetres_ / 1000.0;
+    std::string root = "{\"name\":\"model\",\"rotation\":";
+    appendJsonNumbers(root, std::array{-half, 0.0, 0.0, half});
+    root += ",\"scale\":";
+    appendJsonNumbers(root, std::array{metres, metres, metres});
+    root += ",\"extras\":{\"unit\":";
+    appendJsonNumber(root, millimetres_);
+    root += ",\"offset\":";
+    appendJsonNumbers(root, numbersOf(GePoint(scene_.offset)));
+    if (!elementTable_.empty()) root += ",\"elements\":" + elementTable_;
+    root += '}';
+    if (!rootChildren_.empty()) {
+      root += ",\"children\":";
+      appendJsonNumbers(root, rootChildren_);
+    }
+    return root + '}';
+  }
+
+  void finish(TextSink& out) {
+    if (buffer_.size() > kMostBytes / 2) {
       throw Failure(Exit::kOutput, "more than a binary glTF file can hold", "--quality draft");
     }
-    model_.buffers.push_back(std::move(buffer));
+    std::string json = "{\"asset\":{\"version\":\"2.0\",\"generator\":\"vesk " VESK_VERSION "\"}";
+    if (hasInstances_) {
+      json +=
+          ",\"extensionsUsed\":[\"EXT_mesh_gpu_instancing\",\"EXT_instance_features\"]"
+          ",\"extensionsRequired\":[\"EXT_mesh_gpu_instancing\"]";
+    }
+    json += ",\"scene\":0,\"scenes\":[{\"nodes\":[0]}],\"nodes\":[" + rootText();
+    json += nodeText_;
+    nodeText_ = {};
+    json += ']';
+    if (meshes_ > 0)
+      json += ",\"meshes\":[" + meshText_ + "],\"materials\":[" + materialText_ + ']';
+    meshText_ = {};
+    buffer_.appendJson(json, options_.isBinary ? "" : buffer_.dataUri());
+    json += '}';
+    if (options_.isBinary) {
+      writeBinary(json, out);
+    } else {
+      out.write(json);
+      out.write("\n");
+    }
+  }
+
+  void writeBinary(std::string& json, TextSink& out) const {
+    constexpr std::size_t kHeading = 12;
+    constexpr std::size_t kChunk = 8;
+    json.append((4 - json.size() % 4) % 4, ' ');
+    const std::size_t data = buffer_.size();
+    const std::size_t size = kHeading + kChunk + json.size() + (data > 0 ? kChunk + data : 0);
+    if (size > kMostBytes) {
+      throw Failure(Exit::kOutput, "more than a binary glTF file can hold", "--quality draft");
+    }
+    std::string heading = "glTF";
+    appendU32(heading, 2);
+    appendU32(heading, static_cast<std::uint32_t>(size));
+    appendU32(heading, static_cast<std::uint32_t>(json.size()));
+    heading += "JSON";
+    out.write(heading);
+    constexpr std::size_t kPiece = std::size_t{1} << 18;
+    for (std::string_view rest = json; !rest.empty();) {
+      const std::string_view piece = rest.substr(0, kPiece);
+      out.write(piece);
+      rest.remove_prefix(piece.size());
+    }
+    if (data == 0) return;
+    heading.clear();
+    appendU32(heading, static_cast<std::uint32_t>(data));
+    heading.append("BIN\0", 4);
+    out.write(heading);
+    buffer_.writeTo(out);
   }
 
   const Vesk::Scene& scene_;
-  tinygltf::Model model_;
-  std::vector<int> meshes_;  // of the scene's; -1: not there yet
-  int pointMesh_ = -1;
-  int segmentMesh_ = -1;
-  std::array<std::vector<unsigned char>, kViews> bytes_;
+  GltfOptions options_;
+  double millimetres_;
+  std::vector<Vesk::Colour> colours_ = kindColours();
+
+  std::vector<std::string> quotedHeaders_;
+  std::vector<std::string> quotedFiles_;
+  std::vector<std::vector<std::size_t>> headerNodes_;  // children, by header
+  std::vector<std::size_t> rootChildren_;
+  std::string name_;
+  std::string elementTable_;
+  bool hasInstances_ = false;
+
+  std::map<std::pair<std::uint8_t, bool>, std::size_t> materials_;
+  std::map<std::pair<std::uint32_t, std::uint8_t>, std::size_t> sceneMeshes_;
+  std::map<std::uint32_t, std::array<std::size_t, 3>> sceneAccessors_;
+  std::map<std::uint32_t, Vesk::FlatMesh> flats_;
+  std::size_t pointMesh_ = kNone;
+  std::size_t segmentMesh_ = kNone;
+
+  std::size_t nodes_ = 0;
+  std::size_t meshes_ = 0;
+  std::string nodeText_;
+  std::string meshText_;
+  std::string materialText_;
+  GltfBuffer buffer_;
 };
 
 }  // namespace
 
-void writeGlb(const Vesk::Scene& scene, double millimetres, TextSink& out) {
-  const tinygltf::Model model = GltfMaker(scene, millimetres).make();
-  SinkBuffer buffer(out);
-  std::ostream stream(&buffer);
-  stream.exceptions(std::ios::badbit);  // what the sink throws comes through
-  tinygltf::TinyGLTF writer;
-  writer.WriteGltfSceneToStream(&model, stream, false, true);
+std::uint64_t mergedBytes(const Vesk::Scene& scene) {
+  constexpr std::uint64_t kVertex = 24;
+  constexpr std::uint64_t kIndex = 4;
+  std::vector<std::uint64_t> sizes(scene.meshes.size(), 0);
+  std::uint64_t total = 0;
+  for (const Vesk::SceneInstance& instance : scene.instances) {
+    std::uint64_t& size = sizes[instance.mesh];
+    if (size == 0) {
+      const Vesk::FlatMesh flat = Vesk::flattened(scene.meshes[instance.mesh]);
+      size = flat.positions.size() / 3 * kVertex + flat.indices.size() * kIndex;
+    }
+    total += size;
+  }
+  return total;
+}
+
+void writeGltf(const Vesk::Scene& scene, double millimetres, const GltfOptions& options,
+               TextSink& out) {
+  GltfWriter(scene, millimetres, options).write(out);
 }
 
 }  // namespace VeskTool

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "Kinds.h"
+#include "elements/Kinds.h"
 #include "export/Writers.h"
 
 namespace VeskTool {

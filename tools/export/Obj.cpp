@@ -2,8 +2,8 @@
 #include <map>
 #include <vector>
 
-#include "Numbers.h"
 #include "export/Writers.h"
+#include "text/Numbers.h"
 
 namespace VeskTool {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "Numbers.h"
-#include "Table.h"
 #include "mesh/MeshProof.h"
+#include "text/Numbers.h"
+#include "text/Table.h"
 
 namespace VeskTool {
 namespace {
@@ -43,7 +43,7 @@ std::string closedText(const KindReport& row) {
 }  // namespace
 
 bool KindReport::isGood() const {
-  return closed == solids && closedIn32Bits == solids && part() <= 1.0 + kRounding;
+  return closed == solids && closedIn32Bits == solids && part <= 1.0 + kRounding;
 }
 
 std::vector<KindReport> reportOf(const Vesk::Scene& scene) {
@@ -64,11 +64,11 @@ std::vector<KindReport> reportOf(const Vesk::Scene& scene) {
       ++row.meshes;
     }
     row.triangles += mesh.triangles.size();
-    const double tolerance = instance.tolerance;
-    const double part = tolerance > 0.0 ? instance.deviation / tolerance : 0.0;
-    if (row.tolerance == 0.0 || part > row.part()) {
+    const double part = instance.tolerance > 0.0 ? instance.deviation / instance.tolerance : 0.0;
+    row.part = std::max(row.part, part);
+    if (instance.deviation > row.deviation || row.tolerance == 0.0) {
       row.deviation = instance.deviation;
-      row.tolerance = tolerance;
+      row.tolerance = instance.tolerance;
     }
     if (!mesh.closed) continue;
     ++row.solids;
@@ -100,7 +100,7 @@ std::string reportTable(const std::vector<KindReport>& rows, double millimetres)
   for (const KindReport& row : rows) {
     const bool isSolid = row.solids > 0;
     const bool hasMesh = row.triangles > 0;
-    table.add({std::string(pluralOf(row.kind)), grouped(row.elements), grouped(row.failed),
+    table.add({std::string(wordsOf(row.kind)), grouped(row.elements), grouped(row.failed),
                hasMesh ? grouped(row.triangles) : "", hasMesh ? grouped(row.meshes) : "",
                isSolid ? trimmedNumber(row.deviation, 6) : "",
                isSolid ? trimmedNumber(row.tolerance, 6) : "",

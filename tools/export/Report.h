@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "Json.h"
-#include "Kinds.h"
+#include "elements/Kinds.h"
 #include "mesh/Scene.h"
+#include "text/Json.h"
 
 namespace VeskTool {
 
@@ -20,9 +20,10 @@ struct KindReport {
   std::uint64_t triangles = 0;  // of all instances
   std::uint64_t meshes = 0;     // that they share
 
-  // Of the element that takes the largest part of its tolerance.
+  // The largest deviation, and the tolerance of the element that has it.
   double deviation = 0.0;
   double tolerance = 0.0;
+  double part = 0.0;  // the largest part that an element takes of its tolerance
 
   double meshVolume = 0.0;
   double exactVolume = 0.0;
@@ -30,8 +31,6 @@ struct KindReport {
   std::uint64_t solids = 0;
   std::uint64_t closed = 0;          // every edge with two triangles, Euler's sum 2
   std::uint64_t closedIn32Bits = 0;  // and again with numbers of 32 bits
-
-  double part() const { return tolerance > 0.0 ? deviation / tolerance : 0.0; }
 
   // Whether everything is closed and within its tolerance.
   bool isGood() const;

@@ -3,9 +3,9 @@
 #include <limits>
 #include <vector>
 
-#include "Exit.h"
 #include "export/LittleEndian.h"
 #include "export/Writers.h"
+#include "terminal/Exit.h"
 
 namespace VeskTool {
 namespace {

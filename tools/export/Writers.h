@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <string>
 
-#include "Streams.h"
 #include "mesh/Scene.h"
+#include "terminal/Streams.h"
 
 namespace VeskTool {
 
@@ -20,20 +20,14 @@ struct LeftOut {
 // One name for an element, without blanks: "P-101_A1/cylinder:1042".
 std::string nameOf(const Vesk::Scene& scene, std::uint32_t element);
 
-// glTF 2.0 in one binary file.
-//
-// One root node turns z up into y up and makes metres of the unit, which is
-// `millimetres` long; its extras are "unit" (in millimetres) and "offset" (what is
-// to be added to coordinates, in that unit). Below it is a node for each element
-// with the extras "header", "kind", "file" and "line"; equal shapes share a mesh.
-// Points and lines are glTF's; a text is a node with the extras "text", "along",
-// "up", "width" and "height" at the start of its base line. Only open surfaces
-// are double-sided. Throws a Failure with Exit::kOutput for more than 4 GB.
-void writeGlb(const Vesk::Scene& scene, double millimetres, TextSink& out);
-
 // Wavefront OBJ, an object for each element; positions and normals of 32 bits
 // in the unit of the scene. Texts are left out.
 LeftOut writeObj(const Vesk::Scene& scene, double millimetres, TextSink& out);
+
+// Binary PLY of the low byte first: corners with the colour of their kind, faces
+// of three, edges for lines; numbers of 32 bits in the unit of the scene. Texts are
+// left out.
+LeftOut writePly(const Vesk::Scene& scene, double millimetres, TextSink& out);
 
 // Binary STL, solids and faces alone, in the unit of the scene.
 LeftOut writeStl(const Vesk::Scene& scene, TextSink& out);

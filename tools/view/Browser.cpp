@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "Exit.h"
-#include "Terminal.h"
+#include "terminal/Exit.h"
+#include "terminal/Terminal.h"
 
 #ifdef _WIN32
 #include <windows.h>

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "Exit.h"
-#include "Options.h"
+#include "terminal/Exit.h"
+#include "terminal/Options.h"
 #include "view/Palette.h"
 
 namespace VeskTool {
@@ -35,7 +35,7 @@ void DrawingOptions::define(CLI::App& app) {
       ->check(CLI::IsMember(views))
       ->capture_default_str()
       ->group(kGroup);
-  app.add_option("--size", size_, "width and height in pixels, 16 to 8192 each")
+  app.add_option("--pixels", size_, "width and height in pixels, 16 to 8192 each")
       ->type_name("WxH")
       ->capture_default_str()
       ->group(kGroup);
@@ -48,7 +48,7 @@ void DrawingOptions::define(CLI::App& app) {
       ->check(aboveZero())
       ->capture_default_str()
       ->group(kGroup);
-  app.add_flag("--lines", lines_, "lines alone in a .png too, as in an .svg")->group(kGroup);
+  app.add_flag("--no-faces", lines_, "lines alone in a .png too, as in an .svg")->group(kGroup);
   app.add_flag("--plain", plain_, "without scale bar and axes")->group(kGroup);
 }
 
@@ -69,8 +69,8 @@ Vesk::DrawingStyle DrawingOptions::style() const {
   style.height = takeSize(rest);
   for (const int size : {style.width, style.height}) {
     if (!hasSign || !rest.empty() || size < kLeastSize || size > kMostSize) {
-      throw Failure(Exit::kUsage, "--size " + size_ + ": not two sizes from 16 to 8192",
-                    "for example --size 1600x1200");
+      throw Failure(Exit::kUsage, "--pixels " + size_ + ": not two sizes from 16 to 8192",
+                    "for example --pixels 1600x1200");
     }
   }
   const std::optional<Vesk::Colour> background = readColour(background_);

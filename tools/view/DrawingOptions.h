@@ -4,12 +4,12 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
-#include "Streams.h"
 #include "draw/Drawing.h"
+#include "terminal/Streams.h"
 
 namespace VeskTool {
 
-// The options of drawings: --from, --size, --background, --unit, --lines, --plain.
+// The options of drawings: --from, --pixels, --background, --unit, --no-faces, --plain.
 class DrawingOptions {
  public:
   void define(CLI::App& app);

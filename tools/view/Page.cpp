@@ -1,17 +1,22 @@
 #include "view/Page.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <set>
+#include <span>
 #include <unordered_map>
 
-#include "Exit.h"
-#include "Json.h"
-#include "Kinds.h"
+#include "elements/Kinds.h"
+#include "terminal/Exit.h"
+#include "text/Json.h"
+#include "view/PageCode.h"
 #include "view/PageData.h"
 
 namespace VeskTool {
 namespace {
 
-constexpr std::string_view kScenePlace =
-    "<script type=\"application/json\" id=\"vesk-scene\"></script>";
+constexpr std::string_view kScenePlace = "<script type=\"text/plain\" id=\"vesk-scene\"></script>";
 constexpr std::string_view kDataPlace = "<script type=\"text/plain\" id=\"vesk-data\"></script>";
 constexpr std::string_view kEnd = "</script>";
 
@@ -27,6 +32,20 @@ void addVector(JsonWriter& json, std::string_view name, const Vector& v) {
   json.key(name).value(GePoint(v.x, v.y, v.z));
 }
 
+template <class Vector>
+void append(std::vector<float>& to, const Vector& v) {
+  to.insert(to.end(), {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)});
+}
+
+// A direction in steps of a 127th: half a degree, which no shading shows.
+template <class Vector>
+void appendDirection(std::vector<std::int8_t>& to, const Vector& v) {
+  const double length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
+  for (const double part : {v.x, v.y, v.z}) {
+    to.push_back(static_cast<std::int8_t>(length > 0.0 ? std::lround(part / length * 127.0) : 0));
+  }
+}
+
 // A corner of a triangle: which position and which normal.
 std::uint64_t cornerKey(std::uint32_t position, std::uint32_t normal) {
   return (std::uint64_t{position} << 32U) | normal;
@@ -36,12 +55,8 @@ std::uint64_t cornerKey(std::uint32_t position, std::uint32_t normal) {
 void addMesh(JsonWriter& json, PageData& data, const Vesk::Mesh& mesh) {
   std::unordered_map<std::uint64_t, std::uint32_t> corners;
   std::vector<float> positions;
-  std::vector<float> normals;
+  std::vector<std::int8_t> normals;
   std::vector<std::uint32_t> indices;
-  const auto append = [](std::vector<float>& to, const auto& v) {
-    to.insert(to.end(),
-              {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)});
-  };
   for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
     for (std::size_t k = 0; k < 3; ++k) {
       const std::uint32_t position = mesh.triangles[i][k];
@@ -50,73 +65,117 @@ void addMesh(JsonWriter& json, PageData& data, const Vesk::Mesh& mesh) {
                                                        static_cast<std::uint32_t>(corners.size()));
       if (isNew) {
         append(positions, mesh.positions[position]);
-        append(normals, mesh.normals[normal]);
+        appendDirection(normals, mesh.normals[normal]);
       }
       indices.push_back(corner->second);
     }
   }
   json.beginObjectRow();
-  addBlock(json, "positions", data.add(positions, 3));
+  addBlock(json, "positions", data.addPlanes(positions, 3));
   addBlock(json, "normals", data.add(normals, 3));
-  addBlock(json, "indices", data.add(indices));
+  addBlock(json, "indices", data.addSteps(indices));
   json.key("closed").value(mesh.closed).endObject();
 }
 
+// What hints are made from: where the values of each element begin, and the offset.
+struct Known {
+  const PageModel& model;
+  std::vector<std::size_t> starts;  // one more than there are elements
+  std::array<double, 3> offset;
+
+  explicit Known(const PageModel& made) : model(made) {
+    const Vesk::Scene& scene = model.scene();
+    offset = {scene.offset.x, scene.offset.y, scene.offset.z};
+    std::vector<std::size_t> sizes;
+    for (const ValueLayout* layout : model.layouts()) {
+      std::size_t size = 0;
+      for (const auto& [name, type] : *layout)
+        size += type == 'n' || type == 'i' || type == 't' ? 1 : 3;
+      sizes.push_back(size);
+    }
+    starts.push_back(0);
+    for (const std::uint32_t layout : model.layoutIds()) {
+      starts.push_back(starts.back() + sizes[layout]);
+    }
+  }
+
+  std::span<const double> valuesOf(std::uint32_t element) const {
+    return std::span(model.values())
+        .subspan(starts[element], starts[element + 1] - starts[element]);
+  }
+};
+
+void addHints(JsonWriter& json, PageData& data, const PlaceHints& hints) {
+  addBlock(json, "hints", data.add(hints.hints));
+  addBlock(json, "literals", data.addPlanes(hints.literals));
+}
+
 // The instances by their meshes.
-void addGroups(JsonWriter& json, PageData& data, const Vesk::Scene& scene) {
+void addGroups(JsonWriter& json, PageData& data, const Known& known) {
+  const Vesk::Scene& scene = known.model.scene();
+  constexpr int kAxes[] = {-1, -1, -1, 0, -1, -1, -1, 1, -1, -1, -1, 2};
   struct Group {
-    std::vector<float> matrices;
+    PlaceHints places;
     std::vector<std::uint32_t> elements;
   };
   std::vector<Group> groups(scene.meshes.size());
   for (const Vesk::SceneInstance& each : scene.instances) {
     const Vesk::Placement& at = each.placement;
-    const double rows[] = {at.x.x, at.y.x, at.z.x, at.origin.x,  //
-                           at.x.y, at.y.y, at.z.y, at.origin.y,  //
-                           at.x.z, at.y.z, at.z.z, at.origin.z};
+    std::vector<float> rows;
+    append(rows, GePoint(at.x.x, at.y.x, at.z.x));
+    rows.push_back(static_cast<float>(at.origin.x));
+    append(rows, GePoint(at.x.y, at.y.y, at.z.y));
+    rows.push_back(static_cast<float>(at.origin.y));
+    append(rows, GePoint(at.x.z, at.y.z, at.z.z));
+    rows.push_back(static_cast<float>(at.origin.z));
     Group& group = groups[each.mesh];
-    for (const double value : rows) group.matrices.push_back(static_cast<float>(value));
+    group.places.add(rows, kAxes, known.valuesOf(each.element), known.offset);
     group.elements.push_back(each.element);
   }
   json.key("groups").beginArray();
   for (std::size_t mesh = 0; mesh < groups.size(); ++mesh) {
     json.beginObjectRow().key("mesh").value(std::uint64_t{mesh});
-    addBlock(json, "matrices", data.add(groups[mesh].matrices, 12));
-    addBlock(json, "elements", data.add(groups[mesh].elements));
+    addBlock(json, "elements", data.addSteps(groups[mesh].elements));
+    addHints(json, data, groups[mesh].places);
     json.endObject();
     groups[mesh] = {};
   }
   json.endArray();
 }
 
-void append(std::vector<float>& to, const GePoint& p) {
-  to.insert(to.end(), {static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)});
-}
-
-void addPointsAndLines(JsonWriter& json, PageData& data, const Vesk::Scene& scene) {
-  std::vector<float> positions;
+void addPointsAndLines(JsonWriter& json, PageData& data, const Known& known) {
+  const Vesk::Scene& scene = known.model.scene();
+  constexpr int kAxes[] = {0, 1, 2, 0, 1, 2};
+  PlaceHints places;
   std::vector<std::uint32_t> elements;
-  const auto add = [&](std::string_view name, std::size_t width) {
+  std::vector<float> numbers;
+  const auto add = [&](std::uint32_t element) {
+    elements.push_back(element);
+    places.add(numbers, std::span(kAxes).first(numbers.size()), known.valuesOf(element),
+               known.offset);
+    numbers.clear();
+  };
+  const auto finish = [&](std::string_view name) {
     json.key(name).beginObjectRow();
-    addBlock(json, "positions", data.add(positions, width));
-    addBlock(json, "elements", data.add(elements));
+    addBlock(json, "elements", data.addSteps(elements));
+    addHints(json, data, places);
     json.endObject();
-    positions.clear();
+    places = {};
     elements.clear();
   };
   for (const Vesk::ScenePoint& each : scene.points) {
-    append(positions, each.position);
-    elements.push_back(each.element);
+    append(numbers, each.position);
+    add(each.element);
   }
-  add("points", 3);
+  finish("points");
   for (const Vesk::SceneLine& each : scene.lines) {
     for (std::size_t i = 1; i < each.count; ++i) {
-      append(positions, scene.lineVertices[each.first + i - 1]);
-      append(positions, scene.lineVertices[each.first + i]);
-      elements.push_back(each.element);
+      append(numbers, scene.lineVertices[each.first + i - 1]);
+      append(numbers, scene.lineVertices[each.first + i]);
+      add(each.element);
     }
   }
-  add("lines", 6);
+  finish("lines");
 }
 
 // Directions of unit length, which the page multiplies by the height.
@@ -125,40 +184,102 @@ GePoint unit(const GeVector& v) {
   return length > 0.0 ? GePoint(v.x / length, v.y / length, v.z / length) : GePoint();
 }
 
-void addTexts(JsonWriter& json, const Vesk::Scene& scene) {
-  json.key("texts").beginArray();
+// The texts: 11 numbers each (position, along, up, height, width), and the strings.
+void addTexts(JsonWriter& json, PageData& data, const Known& known) {
+  const Vesk::Scene& scene = known.model.scene();
+  constexpr int kAxes[] = {0, 1, 2, -1, -1, -1, -1, -1, -1, -1, -1};
+  PlaceHints places;
+  std::vector<std::uint32_t> elements;
+  json.key("texts").beginObject().key("strings").beginArrayRow();
   for (const Vesk::SceneText& each : scene.texts) {
-    json.beginObjectRow().key("element").value(std::uint64_t{each.element});
-    json.key("text").value(each.text).key("position").value(each.position);
-    json.key("along").value(unit(each.along)).key("up").value(unit(each.up));
-    json.key("height").value(each.height);
-    json.key("width").value(each.width * each.along.length()).endObject();
+    json.value(each.text);
+    elements.push_back(each.element);
+    std::vector<float> numbers;
+    append(numbers, each.position);
+    append(numbers, unit(each.along));
+    append(numbers, unit(each.up));
+    numbers.push_back(static_cast<float>(each.height));
+    numbers.push_back(static_cast<float>(each.width * each.along.length()));
+    places.add(numbers, kAxes, known.valuesOf(each.element), known.offset);
   }
   json.endArray();
+  addBlock(json, "elements", data.addSteps(elements));
+  addHints(json, data, places);
+  json.endObject();
+}
+
+// The lines of all records, and the values that follow from their numbers.
+void addRecords(JsonWriter& json, PageData& data, const Known& known) {
+  const PageModel& model = known.model;
+  const std::string& records = model.records();
+  const SplitLines split = splitLines(records);
+  json.key("records").beginObjectRow().key("bytes").value(std::uint64_t{records.size()});
+  addBlock(json, "heads", data.add(split.heads, SplitLines::kHead));
+  addBlock(json, "rests", data.add(split.rests));
+  json.endObject();
+
+  std::vector<std::string> types;
+  for (const ValueLayout* layout : model.layouts()) {
+    std::string& all = types.emplace_back();
+    for (const auto& [name, type] : *layout) all += type;
+  }
+  ValueHints values;
+  std::vector<std::uint32_t> texts;
+  for (std::uint32_t i = 0; i < model.layoutIds().size(); ++i) {
+    const std::size_t begin = model.recordStarts()[i];
+    const std::size_t end =
+        i + 1 < model.recordStarts().size() ? model.recordStarts()[i + 1] : records.size();
+    const std::string& layout = types[model.layoutIds()[i]];
+    const std::span<const double> all = known.valuesOf(i);
+    values.add(plainNumbers(std::string_view(records).substr(begin, end - begin)), layout, all);
+    std::size_t at = 0;
+    for (const char type : layout) {
+      if (type == 't') texts.push_back(static_cast<std::uint32_t>(all[at]));
+      at += type == 'n' || type == 'i' || type == 't' ? 1 : 3;
+    }
+  }
+  json.key("values").beginObjectRow();
+  addBlock(json, "hints", data.add(values.hints));
+  addBlock(json, "literals", data.add(values.literals));
+  addBlock(json, "texts", data.addSteps(texts));
+  json.endObject();
 }
 
 void addElements(JsonWriter& json, PageData& data, const PageModel& model) {
   const std::vector<Vesk::SceneElement>& elements = model.scene().elements;
-  std::vector<std::uint8_t> kinds;
-  std::vector<std::uint32_t> column;
-  for (const Vesk::SceneElement& each : elements) kinds.push_back(each.kind);
+  std::vector<std::uint8_t> bytes;
+  for (const Vesk::SceneElement& each : elements) bytes.push_back(each.kind);
   json.key("elements").beginObject().key("count").value(std::uint64_t{elements.size()});
-  addBlock(json, "kind", data.add(kinds));
+  addBlock(json, "kind", data.add(bytes));
+  bytes.clear();
+  for (const PageModel::Shown each : model.shown())
+    bytes.push_back(static_cast<std::uint8_t>(each));
+  addBlock(json, "shown", data.add(bytes));
+  std::vector<std::uint32_t> column;
   const auto add = [&](std::string_view name, auto value) {
     column.clear();
     for (const Vesk::SceneElement& each : elements) {
       column.push_back(static_cast<std::uint32_t>(value(each)));
     }
-    addBlock(json, name, data.add(column));
+    addBlock(json, name, data.addSteps(column));
   };
   add("header", [](const Vesk::SceneElement& each) { return each.header; });
-  add("file", [](const Vesk::SceneElement& each) { return each.file; });
+  // Each file once, however often it was given.
+  const std::vector<std::string> names = model.fileNames();
+  const std::set<std::string> sorted(names.begin(), names.end());
+  std::vector<std::uint32_t> places;
+  for (const std::string& name : names) {
+    const auto place = std::distance(sorted.begin(), sorted.find(name));
+    places.push_back(static_cast<std::uint32_t>(place));
+  }
+  add("file", [&](const Vesk::SceneElement& each) { return places[each.file]; });
   add("line", [](const Vesk::SceneElement& each) { return each.line; });
-  addBlock(json, "counter", data.add(model.counters()));
-  addBlock(json, "layout", data.add(model.layoutIds()));
-  column.assign(model.recordStarts().begin(), model.recordStarts().end());
-  column.push_back(static_cast<std::uint32_t>(model.records().size()));
-  addBlock(json, "record", data.add(column));
+  add("lines", [](const Vesk::SceneElement& each) { return each.lines; });
+  addBlock(json, "counter", data.addSteps(model.counters()));
+  addBlock(json, "group", data.addSteps(model.groupIds()));
+  addBlock(json, "layout", data.addSteps(model.layoutIds()));
+  addBlock(json, "component", data.addSteps(model.components()));
+  addBlock(json, "row", data.addSteps(model.rows()));
   json.endObject();
 }
 
@@ -168,15 +289,32 @@ void addTexts(JsonWriter& json, std::string_view name, const std::vector<std::st
   json.endArray();
 }
 
+// What is known of the components.
+void addAttributes(JsonWriter& json, PageData& data, const PageModel& model) {
+  json.key("attributes").beginObjectRow();
+  addTexts(json, "names", model.attributeNames());
+  addTexts(json, "texts", model.attributeTexts());
+  json.key("columns").beginArrayRow();
+  for (const std::vector<std::uint32_t>& column : model.attributeColumns()) {
+    const PageData::Block block = data.addSteps(column);
+    json.beginArrayRow().value(block.offset).value(block.count).endArray();
+  }
+  json.endArray().endObject();
+}
+
 void addNames(JsonWriter& json, const PageModel& model) {
-  addTexts(json, "files", model.scene().files);
+  std::vector<std::string> files = model.fileNames();
+  std::sort(files.begin(), files.end());
+  files.erase(std::unique(files.begin(), files.end()), files.end());
+  addTexts(json, "files", files);
   addTexts(json, "headers", model.scene().headers);
+  addTexts(json, "groupNames", model.groups());
   addTexts(json, "strings", model.strings());
   json.key("kinds").beginArray();
   for (std::size_t i = 0; i < kKinds; ++i) {
     const auto kind = static_cast<Kind>(i);
     json.beginObjectRow().key("name").value(nameOf(kind));
-    json.key("plural").value(pluralOf(kind)).endObject();
+    json.key("plural").value(wordsOf(kind)).endObject();
   }
   json.endArray().key("layouts").beginArray();
   for (const ValueLayout* layout : model.layouts()) {
@@ -215,7 +353,7 @@ std::string headOf(const PageModel& model, PageData& data, std::string_view titl
   const bool isEmpty = scene.bounds.min.x > scene.bounds.max.x;
   std::string text;
   JsonWriter json(text);
-  json.beginObject().key("schema").value("vesk-scene/1").key("title").value(title);
+  json.beginObject().key("schema").value("vesk-scene/2").key("title").value(title);
   json.key("unit").value("mm");
   addVector(json, "offset", scene.offset);
   json.key("bounds").beginArrayRow();
@@ -225,29 +363,15 @@ std::string headOf(const PageModel& model, PageData& data, std::string_view titl
   json.key("meshes").beginArray();
   for (const Vesk::Mesh& mesh : scene.meshes) addMesh(json, data, mesh);
   json.endArray();
-  addGroups(json, data, scene);
-  addPointsAndLines(json, data, scene);
-  addTexts(json, scene);
+  const Known known(model);
   addElements(json, data, model);
-  addBlock(json, "records", data.add(model.records()));
-  addBlock(json, "values", data.add(model.values()));
+  addAttributes(json, data, model);
+  addRecords(json, data, known);
+  addGroups(json, data, known);
+  addPointsAndLines(json, data, known);
+  addTexts(json, data, known);
   addMarks(json, model);
   json.endObject();
-  return text;
-}
-
-// No text of a record can end the block that holds it: "<" stands in strings
-// alone, and there it may be written so.
-std::string inert(std::string_view json) {
-  std::string text;
-  text.reserve(json.size());
-  for (const char c : json) {
-    if (c == '<') {
-      text += "\\u003c";
-    } else {
-      text += c;
-    }
-  }
   return text;
 }
 
@@ -271,15 +395,15 @@ void writePage(TextSink& to, std::string_view page, const PageModel& model,
   PageData data;
   {
     const std::string head = headOf(model, data, title);
-    if (head.size() + data.size() > kMostBytes) {
+    if (head.size() + data.bytes().size() > kMostBytes) {
       throw Failure(Exit::kOutput, "the model is too large for a page that browsers can read",
                     "export it, or view the files of a part of the plant");
     }
     to.write(page.substr(0, scene));
-    to.write(inert(head));
+    writeCompressed(to, head);
   }
   to.write(page.substr(scene, place - scene));
-  data.writeBase64(to);
+  writeCompressed(to, data.bytes());
   to.write(page.substr(place));
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "Streams.h"
+#include "terminal/Streams.h"
 #include "view/PageModel.h"
 
 namespace VeskTool {
@@ -18,10 +18,10 @@ void requirePageTemplate();
 
 // Writes the page of a model.
 //
-// The first block is JSON, the second base64 of little-endian binary data. The
-// JSON points into the data by pairs of a byte offset and a count; every such
-// block begins at a multiple of eight bytes. viewer/src/scene/decode.js reads
-// them.
+// The first block is JSON, the second little-endian binary data, both compressed and
+// in base64. The JSON points into the data by pairs of a byte offset and a count;
+// every such block begins at a multiple of eight bytes. viewer/src/scene/decode.js
+// reads them.
 void writePage(TextSink& to, const PageModel& model, std::string_view title);
 
 // The same with another template, for tests.

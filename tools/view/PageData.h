@@ -5,11 +5,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "Streams.h"
+#include "terminal/Streams.h"
 
 namespace VeskTool {
+
+// Writes bytes compressed (zlib's format) and in base64.
+void writeCompressed(TextSink& to, std::string_view bytes);
 
 // The binary data of a page: blocks of little-endian numbers one after the other,
 // each from a multiple of eight bytes on.
@@ -34,9 +38,15 @@ class PageData {
     return block;
   }
 
-  std::size_t size() const { return bytes_.size(); }
+  // Adds numbers of 32 bits by their bytes: all lowest ones first. Where neighbours
+  // are alike this is smaller when compressed.
+  Block addPlanes(const std::vector<std::uint32_t>& numbers);
+  Block addPlanes(const std::vector<float>& numbers, std::size_t width = 1);
 
-  void writeBase64(TextSink& to) const;
+  // Adds the differences between neighbours, the sign in the lowest bit, in planes.
+  Block addSteps(const std::vector<std::uint32_t>& numbers);
+
+  const std::string& bytes() const { return bytes_; }
 
  private:
   // Turns the order of the bytes of each number.

@@ -1,8 +1,12 @@
 #include "view/PageInput.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <fstream>
 
-#include "Files.h"
+#include "files/Files.h"
+#include "sidecar/Sidecar.h"
+#include "terminal/Terminal.h"
 
 namespace VeskTool {
 namespace {
@@ -20,13 +24,51 @@ std::optional<std::uint32_t> elementAt(const Vesk::Scene& scene, std::uint32_t f
   return static_cast<std::uint32_t>(found - scene.elements.begin());
 }
 
-}  // namespace
+// The sidecar of a record file while both are read.
+class Attributes {
+ public:
+  // `given` is a file that must be there; if it is empty the one beside the records is
+  // read, if there is one.
+  Attributes(const std::string& file, const std::string& given) {
+    const std::string name = given.empty() ? Vesk::sidecarNameOf(file) : given;
+    if (given.empty() && file == "-") return;
+    in_.open(pathOf(name), std::ios::binary);
+    if (!in_.is_open()) {
+      if (given.empty()) return;
+      throw Failure(Exit::kInput, name + ": " + errorText(errno),
+                    "--attributes names the CSV file that an import wrote beside the records");
+    }
+    reader_.emplace(in_, name);
+    join_.emplace(*reader_);
+  }
 
-Exit readInto(PageModel& model, const std::string& file, Session& session, bool says) {
+  void give(PageModel& model, std::uint32_t element, const Vesk::RecordElement& of) {
+    if (!join_) return;
+    const std::string f1 = trimmedField(of.header.f1);
+    const std::string f2 = trimmedField(of.header.f2);
+    const Vesk::SidecarRow* row = join_->find(f1, f2, of.counter());
+    if (row == nullptr) return;
+    const std::string key =
+        reader_->name() + '\n' + f1 + '\n' + f2 + '\n' + std::to_string(row->first);
+    model.setAttributes(element, key, reader_->columns(), row->values);
+  }
+
+  // Why the file could not be read to its end; empty if it could.
+  std::string fault() const { return reader_ ? reader_->fault() : std::string(); }
+
+ private:
+  std::ifstream in_;
+  std::optional<Vesk::SidecarReader> reader_;
+  std::optional<Vesk::SidecarJoin> join_;
+};
+
+Exit readAll(PageModel& model, const std::string& file, Session& session, bool says, Choice* choice,
+             PageModel::Shown others, const std::string& attributes) {
   Exit exit = Exit::kDone;
   InputCount count;
   Vesk::RecordFile records = openRecords(file, count, session);
   const std::uint32_t id = model.addFile(records.name());
+  Attributes known(file, attributes);
   std::uint64_t elements = 0;
   for (;;) {
     const Vesk::RecordFile::Found found = records.next();
@@ -37,12 +79,32 @@ Exit readInto(PageModel& model, const std::string& file, Session& session, bool 
       continue;
     }
     const Vesk::RecordElement& element = records.element();
-    model.add(*element.geo, headerText(element.header), element.counter(), id, element.firstLine,
-              records.lines());
+    const std::uint32_t index =
+        model.add(*element.geo, headerText(element.header), element.counter(), id,
+                  element.firstLine, records.lines());
+    model.setGroup(index, trimmedField(element.header.f2));
+    known.give(model, index, element);
+    if (choice != nullptr && !choice->takes(element)) model.setShown(index, others);
     ++elements;
   }
   requireRecords(records, count, elements);
+  if (!known.fault().empty()) {
+    session.warning(known.fault(), "the page tells nothing of the components behind this line");
+    exit = worst(exit, Exit::kNo);
+  }
   return exit;
+}
+
+}  // namespace
+
+Exit readInto(PageModel& model, const std::string& file, Session& session, bool says,
+              const std::string& attributes) {
+  return readAll(model, file, session, says, nullptr, PageModel::Shown::kWhole, attributes);
+}
+
+Exit readInto(PageModel& model, const std::string& file, Choice& choice, PageModel::Shown others,
+              Session& session, const std::string& attributes) {
+  return readAll(model, file, session, true, &choice, others, attributes);
 }
 
 void markFindings(PageModel& model, const std::string& file, const std::vector<Finding>& findings) {
@@ -54,7 +116,8 @@ void markFindings(PageModel& model, const std::string& file, const std::vector<F
                   each.message};
     if (!each.expected.empty()) mark.text += "; expected " + each.expected;
     if (!mark.element) {
-      const std::string place = each.line == 0 ? file : file + ':' + std::to_string(each.line);
+      const std::string name = id < files.size() ? model.fileNames()[id] : file;
+      const std::string place = each.line == 0 ? name : name + ':' + std::to_string(each.line);
       mark.text = place + ": " + mark.text;
     }
     model.mark(std::move(mark));

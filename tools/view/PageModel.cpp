@@ -1,6 +1,10 @@
 #include "view/PageModel.h"
 
-#include "Kinds.h"
+#include <algorithm>
+#include <filesystem>
+
+#include "elements/Kinds.h"
+#include "terminal/Terminal.h"
 
 namespace VeskTool {
 namespace {
@@ -38,14 +42,20 @@ std::uint32_t PageModel::add(const Vesk::Geo& geo, std::string_view header, int 
   element.lines = static_cast<std::uint32_t>(lines.size());
   counters_.push_back(static_cast<std::uint32_t>(counter));
   recordStarts_.push_back(records_.size());
+  shown_.push_back(Shown::kWhole);
+  groupIds_.push_back(0);
+  rows_.push_back(0);
+  if (groups_.empty()) groups_.emplace_back();
   for (const std::string& each : lines) records_ += each + '\n';
 
   ValueLayout layout;
   for (Property& property : propertiesOf(geo)) {
     const char type = typeOf(property);
     if (type == 't') {
-      values_.push_back(static_cast<double>(strings_.size()));
-      strings_.push_back(std::move(property.text));
+      const auto next = static_cast<std::uint32_t>(strings_.size());
+      const auto [id, isNew] = stringIds_.try_emplace(property.text, next);
+      if (isNew) strings_.push_back(std::move(property.text));
+      values_.push_back(id->second);
     } else {
       values_.push_back(property.value.x);
       if (type != 'n' && type != 'i') {
@@ -57,6 +67,88 @@ std::uint32_t PageModel::add(const Vesk::Geo& geo, std::string_view header, int 
   const auto id = static_cast<std::uint32_t>(layouts_.size());
   layoutIds_.push_back(layouts_.try_emplace(std::move(layout), id).first->second);
   return builder_.add(geo, element);
+}
+
+void PageModel::setGroup(std::uint32_t element, const std::string& group) {
+  // There are few, and mostly it is that of the element before.
+  std::uint32_t id = element > 0 ? groupIds_[element - 1] : 0;
+  if (groups_[id] != group) {
+    const auto found = std::find(groups_.begin(), groups_.end(), group);
+    id = static_cast<std::uint32_t>(found - groups_.begin());
+    if (found == groups_.end()) groups_.push_back(group);
+  }
+  groupIds_[element] = id;
+}
+
+void PageModel::setAttributes(std::uint32_t element, const std::string& key,
+                              const std::vector<std::string>& columns,
+                              const std::vector<std::string>& values) {
+  const auto next = static_cast<std::uint32_t>(rowIds_.size() + 1);
+  const auto [row, isNew] = rowIds_.try_emplace(key, next);
+  rows_[element] = row->second;
+  if (!isNew) return;
+  for (std::vector<std::uint32_t>& column : attributeColumns_) column.push_back(0);
+  for (std::size_t i = 0; i < columns.size() && i < values.size(); ++i) {
+    const auto found = std::find(attributeNames_.begin(), attributeNames_.end(), columns[i]);
+    const auto place = static_cast<std::size_t>(found - attributeNames_.begin());
+    if (found == attributeNames_.end()) {
+      attributeNames_.push_back(columns[i]);
+      attributeColumns_.emplace_back(next, 0U);
+    }
+    const auto id = static_cast<std::uint32_t>(attributeTexts_.size());
+    const auto [text, isNewText] = attributeIds_.try_emplace(values[i], id);
+    if (isNewText) attributeTexts_.push_back(values[i]);
+    attributeColumns_[place].back() = text->second;
+  }
+}
+
+std::vector<std::string> PageModel::fileNames() const {
+  std::vector<std::vector<std::string>> paths;  // from the last part on
+  for (const std::string& file : scene_.files) {
+    std::vector<std::string>& parts = paths.emplace_back();
+    for (const std::filesystem::path& part : pathOf(file)) parts.push_back(nameOf(part));
+    std::reverse(parts.begin(), parts.end());
+  }
+  const auto tail = [&](std::size_t file, std::size_t length) {
+    std::string name;
+    for (std::size_t i = 0; i < std::min(length, paths[file].size()); ++i) {
+      name = name.empty() ? paths[file][i] : paths[file][i] + '/' + name;
+    }
+    return name;
+  };
+  std::vector<std::string> names;
+  for (std::size_t file = 0; file < paths.size(); ++file) {
+    const auto isTaken = [&](std::size_t length) {
+      for (std::size_t other = 0; other < paths.size(); ++other) {
+        if (paths[other] != paths[file] && tail(other, length) == tail(file, length)) return true;
+      }
+      return false;
+    };
+    std::size_t length = 1;
+    while (length < paths[file].size() && isTaken(length)) ++length;
+    names.push_back(tail(file, length));
+  }
+  return names;
+}
+
+std::vector<std::uint32_t> PageModel::components() const {
+  std::vector<std::uint32_t> components;
+  std::unordered_map<std::uint32_t, std::uint32_t> ofRows;
+  std::uint32_t next = 0;
+  const std::vector<Vesk::SceneElement>& elements = scene_.elements;
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    if (rows_[i] != 0) {
+      const auto [component, isNew] = ofRows.try_emplace(rows_[i], next);
+      if (isNew) ++next;
+      components.push_back(component->second);
+      continue;
+    }
+    const bool goesOn = i > 0 && rows_[i - 1] == 0 && elements[i].file == elements[i - 1].file &&
+                        elements[i].header == elements[i - 1].header &&
+                        counters_[i] == counters_[i - 1];
+    components.push_back(goesOn ? components.back() : next++);
+  }
+  return components;
 }
 
 std::vector<const ValueLayout*> PageModel::layouts() const {

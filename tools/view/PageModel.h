@@ -6,14 +6,15 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
-#include "Describe.h"
-#include "mesh/Fineness.h"
+#include "elements/Describe.h"
 #include "mesh/Scene.h"
 #include "mesh/SceneBuilder.h"
-#include "output/Recs.h"
+#include "vesk/Recs.h"
+#include "vesk/mesh/Fineness.h"
 
 namespace VeskTool {
 
@@ -42,6 +43,20 @@ class PageModel {
   std::uint32_t add(const Vesk::Geo& geo, std::string_view header, int counter, std::uint32_t file,
                     std::uint64_t line, const Vesk::Recs& lines);
 
+  // How an element is shown; to be called behind its add. Without a call it is a part
+  // of what is to be seen.
+  enum class Shown : std::uint8_t { kWhole, kContext, kHidden };
+  void setShown(std::uint32_t element, Shown shown) { shown_[element] = shown; }
+
+  // The second field of an element's header, without trailing blanks.
+  void setGroup(std::uint32_t element, const std::string& group);
+
+  // What is known of an element's component: the values of these columns. To be called
+  // for each element of it, with the same key.
+  void setAttributes(std::uint32_t element, const std::string& key,
+                     const std::vector<std::string>& columns,
+                     const std::vector<std::string>& values);
+
   void mark(PageMark mark) { marks_.push_back(std::move(mark)); }
 
   // To be called once, behind the last element; then scene() is there.
@@ -54,11 +69,35 @@ class PageModel {
   const std::vector<std::uint32_t>& counters() const { return counters_; }
   const std::vector<std::uint32_t>& layoutIds() const { return layoutIds_; }
   const std::vector<std::uint64_t>& recordStarts() const { return recordStarts_; }
+  const std::vector<Shown>& shown() const { return shown_; }
+  const std::vector<std::uint32_t>& groupIds() const { return groupIds_; }  // in groups()
+
+  const std::vector<std::string>& groups() const { return groups_; }
+
+  // What the files are called in the page, by their numbers: no more of their paths than
+  // tells them apart.
+  std::vector<std::string> fileNames() const;
+
+  // The component of each element: those of one row of attributes, else neighbours with
+  // one header and counter.
+  std::vector<std::uint32_t> components() const;
+
+  // The attributes: their names, and for each column the text of every row, as a number
+  // in attributeTexts(), where 0 is empty.
+  const std::vector<std::string>& attributeNames() const { return attributeNames_; }
+  const std::vector<std::string>& attributeTexts() const { return attributeTexts_; }
+  const std::vector<std::vector<std::uint32_t>>& attributeColumns() const {
+    return attributeColumns_;
+  }
+
+  // By element: its row of attributes, from 1 on; 0 if it has none.
+  const std::vector<std::uint32_t>& rows() const { return rows_; }
 
   // All lines, each with its end.
   const std::string& records() const { return records_; }
 
-  // One after the other, as the layouts say; a text is its index in strings().
+  // One after the other, as the layouts say; a text is its index in strings(), where
+  // each stands once.
   const std::vector<double>& values() const { return values_; }
   const std::vector<std::string>& strings() const { return strings_; }
 
@@ -72,9 +111,19 @@ class PageModel {
   std::vector<std::uint32_t> counters_;
   std::vector<std::uint32_t> layoutIds_;
   std::vector<std::uint64_t> recordStarts_;
+  std::vector<Shown> shown_;
+  std::vector<std::uint32_t> groupIds_;
+  std::vector<std::string> groups_;
+  std::vector<std::uint32_t> rows_;
+  std::unordered_map<std::string, std::uint32_t> rowIds_;
+  std::vector<std::string> attributeNames_;
+  std::vector<std::vector<std::uint32_t>> attributeColumns_;
+  std::vector<std::string> attributeTexts_{{}};
+  std::unordered_map<std::string, std::uint32_t> attributeIds_{{{}, 0}};
   std::string records_;
   std::vector<double> values_;
   std::vector<std::string> strings_;
+  std::unordered_map<std::string, std::uint32_t> stringIds_;
   std::map<ValueLayout, std::uint32_t> layouts_;
 };
 

@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <system_error>
 
-#include "Exit.h"
-#include "Numbers.h"
-#include "Streams.h"
-#include "Terminal.h"
+#include "terminal/Exit.h"
+#include "terminal/Streams.h"
+#include "terminal/Terminal.h"
+#include "text/Numbers.h"
 #include "view/Browser.h"
 #include "view/Page.h"
 
@@ -55,7 +55,7 @@ void PageTarget::require(const std::vector<std::string>& inputs) const {
     for (const std::string& input : inputs) refuseSameFile(input, output);
     std::error_code error;
     if (!force && fs::is_regular_file(pathOf(output), error)) {
-      throw Failure(Exit::kOutput, output + ": there is such a file already", "-f replaces it");
+      throw Failure(Exit::kOutput, output + ": the file exists already", "-f replaces it");
     }
   }
   requirePageTemplate();

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Session.h"
+#include "terminal/Session.h"
 #include "view/PageModel.h"
 
 namespace VeskTool {

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "Kinds.h"
+#include "elements/Kinds.h"
 
 namespace VeskTool {
 

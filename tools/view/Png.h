@@ -1,8 +1,8 @@
 #ifndef VESK_TOOLS_VIEW_PNG_H
 #define VESK_TOOLS_VIEW_PNG_H
 
-#include "Streams.h"
 #include "draw/Picture.h"
+#include "terminal/Streams.h"
 
 namespace VeskTool {
 

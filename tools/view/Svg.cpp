@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "Numbers.h"
 #include "draw/StrokeFont.h"
+#include "text/Numbers.h"
 #include "view/Palette.h"
 
 namespace VeskTool {

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "Streams.h"
 #include "draw/Drawing.h"
+#include "terminal/Streams.h"
 
 namespace VeskTool {
 

@@ -1,21 +1,22 @@
 import './style.css';
 
-import { bytesOf, decodeScene } from './scene/decode.js';
+import { bytesOf, decodeScene, inflated } from './scene/decode.js';
 import { App } from './ui/App.js';
 import { h } from './ui/dom.js';
 
-// Takes the text of a block of the page, which is not needed a second time.
+// Takes the bytes of a block of the page, which is not needed a second time.
 function take(id) {
   const block = document.getElementById(id);
   const text = block.textContent;
   block.textContent = '';
-  return text;
+  return inflated(bytesOf(text));
 }
 
-function start() {
+async function start() {
   const root = document.getElementById('app');
   try {
-    const scene = decodeScene(JSON.parse(take('vesk-scene')), bytesOf(take('vesk-data')));
+    const [head, data] = await Promise.all([take('vesk-scene'), take('vesk-data')]);
+    const scene = decodeScene(JSON.parse(new TextDecoder().decode(head)), data);
     document.title = scene.title;
     // For scripts and tests.
     globalThis.vesk = new App(root, scene);

@@ -1,4 +1,8 @@
-// Makes the head and the data of a page by hand, apart from the code of the tool.
+// Makes the head and the data of a page by hand, apart from the code of the tool:
+// every number stands in it as it is, without a hint.
+import { deflateSync } from 'node:zlib';
+
+const HEAD = 19; // bytes of a line that stand apart
 
 const KINDS = [
   ['point', 'points'], ['segment', 'segments'], ['polyline', 'polylines'],
@@ -18,6 +22,22 @@ class Blocks {
     this.parts.push([at, bytes]);
     this.size += Math.ceil(bytes.length / 8) * 8;
     return [at, array.length / width];
+  }
+
+  /** Numbers of 32 bits by their bytes. */
+  planes(array, width = 1) {
+    const bytes = new Uint8Array(array.buffer, array.byteOffset, array.byteLength);
+    const planes = new Uint8Array(bytes.length);
+    bytes.forEach((byte, i) => {
+      planes[(i % 4) * array.length + Math.floor(i / 4)] = byte;
+    });
+    return [this.add(planes)[0], array.length / width];
+  }
+
+  /** The differences between neighbours, the sign in the lowest bit. */
+  steps(numbers) {
+    const zigzag = (x) => ((x << 1) ^ (x >> 31)) >>> 0;
+    return this.planes(Uint32Array.from(numbers, (x, i) => zigzag((x - (numbers[i - 1] ?? 0)) | 0)));
   }
 
   bytes() {
@@ -94,16 +114,22 @@ export function triangle(a, b, c) {
 /**
  * The head and the bytes of a scene. An element is
  * {kind, header, values: [[name, type, value]], record, mesh, matrix, point, line, text};
- * mesh is an index, matrix 12 numbers.
+ * mesh is an index, matrix 12 numbers. Attributes are {names, rows: [[text]]}; a `row` of
+ * an element counts from 1.
  */
-export function encode({ title = 'sample', offset = [0, 0, 0], bounds, meshes = [], elements, marks = [] }) {
+export function encode({ title = 'sample', offset = [0, 0, 0], bounds, meshes = [], elements, marks = [], files = ['sample.dat'], attributes = { names: [], rows: [] } }) {
   const blocks = new Blocks();
   const headers = [];
   const layouts = [];
   const strings = [];
   const values = [];
   const records = [];
-  const columns = { kind: [], header: [], counter: [], file: [], line: [], layout: [], record: [] };
+  const groupNames = [''];
+  const columns = {
+    kind: [], shown: [], header: [], group: [], counter: [], file: [], line: [], lines: [], layout: [],
+    component: [], row: [],
+  };
+  const stringIds = [];
   const groups = new Map();
   const points = { positions: [], elements: [] };
   const lines = { positions: [], elements: [] };
@@ -113,21 +139,23 @@ export function encode({ title = 'sample', offset = [0, 0, 0], bounds, meshes = 
     const found = list.findIndex((each) => JSON.stringify(each) === text);
     return found >= 0 ? found : list.push(item) - 1;
   };
-  let recordBytes = 0;
   const encoder = new TextEncoder();
   elements.forEach((element, i) => {
-    const record = encoder.encode(`${element.record ?? `record of element ${i}`}\n`);
+    const record = (element.record ?? `record of element ${i}`).split('\n');
     columns.kind.push(KINDS.findIndex(([name]) => name === element.kind));
     columns.header.push(indexIn(headers, element.header ?? 'P-1'));
     columns.counter.push(element.counter ?? i + 1);
-    columns.file.push(0);
+    columns.file.push(element.file ?? 0);
     columns.line.push(element.at ?? i + 1);
     columns.layout.push(indexIn(layouts, (element.values ?? []).map(([name, type]) => [name, type])));
-    columns.record.push(recordBytes);
-    records.push(record);
-    recordBytes += record.length;
+    columns.shown.push(element.shown ?? 0);
+    columns.component.push(element.component ?? i);
+    columns.row.push(element.row ?? 0);
+    columns.group.push(indexIn(groupNames, element.group ?? ''));
+    columns.lines.push(record.length);
+    records.push(...record.map((line) => encoder.encode(`${line}\n`)));
     for (const [, type, value] of element.values ?? []) {
-      if (type === 't') values.push(strings.push(value) - 1);
+      if (type === 't') stringIds.push(strings.push(value) - 1);
       else values.push(...[value].flat());
     }
     if (element.matrix) {
@@ -145,61 +173,96 @@ export function encode({ title = 'sample', offset = [0, 0, 0], bounds, meshes = 
     }
     if (element.text) texts.push({ element: i, ...element.text });
   });
-  columns.record.push(recordBytes);
-  const bytes = new Uint8Array(recordBytes);
-  records.reduce((at, record) => (bytes.set(record, at), at + record.length), 0);
-  const u32 = (list) => blocks.add(Uint32Array.from(list));
-  const f32 = (list, width) => blocks.add(Float32Array.from(list), width);
+  const split = splitLines(records);
+  const places = (owners, numbers) => ({
+    elements: blocks.steps(owners),
+    hints: blocks.add(new Uint8Array(numbers.length)),
+    literals: blocks.planes(Float32Array.from(numbers)),
+  });
   const head = {
-    schema: 'vesk-scene/1',
+    schema: 'vesk-scene/2',
     title,
     unit: 'mm',
     offset,
     bounds,
-    files: ['sample.dat'],
+    files,
     headers,
+    groupNames,
     kinds: KINDS.map(([name, plural]) => ({ name, plural })),
     layouts,
     strings,
     meshes: meshes.map((mesh) => ({
-      positions: f32(mesh.positions, 3),
-      normals: f32(mesh.normals, 3),
-      indices: u32(mesh.indices),
+      positions: blocks.planes(Float32Array.from(mesh.positions), 3),
+      normals: blocks.add(Int8Array.from(mesh.normals, (x) => Math.round(x * 127)), 3),
+      indices: blocks.steps(mesh.indices),
       closed: mesh.closed,
     })),
     groups: [...groups].map(([mesh, group]) => ({
       mesh,
-      matrices: f32(group.matrices.flat(), 12),
-      elements: u32(group.elements),
+      ...places(group.elements, group.matrices.flat()),
     })),
-    points: { positions: f32(points.positions, 3), elements: u32(points.elements) },
-    lines: { positions: f32(lines.positions, 6), elements: u32(lines.elements) },
-    texts,
+    points: places(points.elements, points.positions),
+    lines: places(lines.elements, lines.positions),
+    texts: {
+      strings: texts.map(({ text }) => text),
+      ...places(
+        texts.map(({ element }) => element),
+        texts.flatMap(({ position, along, up, height, width = 0 }) => [position, along, up, height, width].flat()),
+      ),
+    },
     elements: {
       count: elements.length,
       kind: blocks.add(Uint8Array.from(columns.kind)),
-      header: u32(columns.header),
-      counter: u32(columns.counter),
-      file: u32(columns.file),
-      line: u32(columns.line),
-      layout: u32(columns.layout),
-      record: u32(columns.record),
+      shown: blocks.add(Uint8Array.from(columns.shown)),
+      header: blocks.steps(columns.header),
+      group: blocks.steps(columns.group),
+      counter: blocks.steps(columns.counter),
+      file: blocks.steps(columns.file),
+      line: blocks.steps(columns.line),
+      lines: blocks.steps(columns.lines),
+      layout: blocks.steps(columns.layout),
+      component: blocks.steps(columns.component),
+      row: blocks.steps(columns.row),
     },
-    records: blocks.add(bytes),
-    values: blocks.add(Float64Array.from(values)),
+    records: {
+      bytes: records.reduce((sum, line) => sum + line.length, 0),
+      heads: blocks.add(split.heads, HEAD),
+      rests: blocks.add(split.rests),
+    },
+    values: {
+      hints: blocks.add(new Uint8Array(values.length)),
+      literals: blocks.add(Float64Array.from(values)),
+      texts: blocks.steps(stringIds),
+    },
+    attributes: attributesOf(blocks, attributes),
     marks,
     failures: [],
   };
   return { head, bytes: blocks.bytes() };
 }
 
+// The columns as numbers of texts, of which the first is empty.
+function attributesOf(blocks, { names, rows }) {
+  const texts = ['', ...new Set(rows.flat().filter(Boolean))];
+  const columns = names.map((_, i) => blocks.steps(rows.map((row) => texts.indexOf(row[i]))));
+  return { names, texts, columns };
+}
+
+// The first 19 bytes of the lines, column by column and filled up with newlines, and
+// what follows them.
+function splitLines(lines) {
+  const heads = new Uint8Array(lines.length * HEAD).fill(10);
+  lines.forEach((line, i) => line.subarray(0, HEAD).forEach((byte, k) => (heads[k * lines.length + i] = byte)));
+  const rests = lines.filter((line) => line.length > HEAD).map((line) => line.subarray(HEAD));
+  return { heads, rests: new Uint8Array(Buffer.concat(rests)) };
+}
+
 /** The page of a scene, from the template. */
 export function fill(template, { head, bytes }) {
-  const json = JSON.stringify(head).replaceAll('<', '\\u003c');
-  const base64 = Buffer.from(bytes).toString('base64');
+  const packed = (data) => deflateSync(data).toString('base64');
   return template
-    .replace('id="vesk-scene"></script>', () => `id="vesk-scene">${json}</script>`)
-    .replace('id="vesk-data"></script>', () => `id="vesk-data">${base64}</script>`);
+    .replace('id="vesk-scene"></script>', () => `id="vesk-scene">${packed(JSON.stringify(head))}</script>`)
+    .replace('id="vesk-data"></script>', () => `id="vesk-data">${packed(bytes)}</script>`);
 }
 
 /** A cylinder along an axis: 0 x, 1 y, 2 z. */

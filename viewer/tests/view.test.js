@@ -3,9 +3,13 @@ import { test } from 'node:test';
 
 import { countText, elementsText, lengthText, numberText, scaleBar } from '../src/ui/numbers.js';
 import { between, Camera, VIEWS } from '../src/view/Camera.js';
+import { DepthImage } from '../src/view/DepthImage.js';
+import { Outline } from '../src/view/Outline.js';
 import { insideOf } from '../src/view/Overlay.js';
 import { KIND_COLOURS, LEVELS, MOST_COLOURS } from '../src/view/palette.js';
-import { boxOf, coarse, countAtLeast, FEW_PLACES, partsOf } from '../src/view/parts.js';
+import { boxOf, coarse, edgesOf, FEW_PLACES, MOST_CORNERS, partsOf } from '../src/view/parts.js';
+import { AT_REST, Places, Sight } from '../src/view/Places.js';
+import { HIDDEN } from '../src/view/shaders.js';
 import { decodeScene } from '../src/scene/decode.js';
 import { box, encode, pipe, triangle, unitCube, unitCylinder } from './scenes.js';
 
@@ -105,11 +109,11 @@ for (const isPerspective of [false, true]) {
   });
 }
 
-// The model's diagonal is 100 sqrt(3), and the margin is 15 %.
+// The model's diagonal is 100 sqrt(3); nine tenths of the picture are filled.
 test('FitOfAPointShowsATwentiethOfTheModel', () => {
   const camera = cameraOf('iso');
   camera.fit([[7, 8, 9], [7, 8, 9]]);
-  assert.ok(Math.abs(camera.height - 5 * Math.sqrt(3) * 1.15) < 1e-9, `${camera.height}`);
+  assert.ok(Math.abs(camera.height - 5 * Math.sqrt(3) / 0.9) < 1e-9, `${camera.height}`);
   nearly(camera.target.toArray(), [7, 8, 9]);
 });
 
@@ -117,7 +121,7 @@ test('FitOfAPointThatIsAllShowsAMetre', () => {
   const camera = cameraOf('iso');
   camera.bounds = [[7, 8, 9], [7, 8, 9]];
   camera.fit(camera.bounds);
-  assert.equal(camera.height, 1150);
+  assert.ok(Math.abs(camera.height - 1000 / 0.9) < 1e-9);
 });
 
 // A label of 30 pixels in a room of 100.
@@ -238,9 +242,102 @@ test('BoxesHoldShapesLinesPointsAndTexts', () => {
   assert.equal(boxOf(boxes, []), null);
 });
 
-test('CountOfSizesThatAreLargeEnough', () => {
-  const sizes = Float32Array.from([9, 5, 5, 2]);
-  assert.deepEqual([10, 9, 5, 3, 2, 0].map((size) => countAtLeast(sizes, size)), [0, 1, 3, 3, 4, 4]);
+test('FramesLieAskewWithTheirPlaces', () => {
+  // A unit cube turned by 45 degrees about z and stretched to 4 along z.
+  const c = Math.SQRT1_2;
+  const { frames, thickness } = partsOfSample([
+    { kind: 'box', mesh: 1, matrix: [c, -c, 0, 0, c, c, 0, 0, 0, 0, 4, 0] },
+  ]);
+  nearly([...frames[0].frames.subarray(0, 3)], [0, c, 2], 1e-6);
+  nearly(edgesOf(frames[0].frames, 0), [2, 0.5, 0.5], 1e-6);
+  assert.ok(Math.abs(thickness - 1) < 1e-6);
+});
+
+test('ManyMeshesAtFewPlacesAreSomeMeshes', () => {
+  const count = MOST_CORNERS / 36 + 1;
+  const { head, bytes } = encode({
+    bounds: [[0, 0, 0], [1, 1, 1]],
+    meshes: Array.from({ length: count }, () => unitCube()),
+    elements: Array.from({ length: count }, (_, i) => box([i, 0, 0], [1, 1, 1], { mesh: i })),
+  });
+  const { joined } = partsOf(decodeScene(head, bytes));
+  assert.deepEqual(joined.map(({ indices }) => indices.length), [MOST_CORNERS, 36]);
+});
+
+// A camera of 200 by 100 pixels from the front, a unit is a pixel.
+function sight(more = {}) {
+  const camera = cameraOf('front');
+  camera.target.set(0, 0, 0);
+  camera.height = 100;
+  Object.assign(camera, more);
+  return new Sight(camera);
+}
+
+const sights = [
+  ['InTheMiddle', [0, 0, 0], 1, 1],
+  ['PartlyInThePicture', [105, 0, 0], 10, 1],
+  ['BesideThePicture', [105, 0, 0], 1, 0],
+  ['AboveThePicture', [0, 0, 60], 5, 0],
+  ['BehindAllTheSame', [0, 1e6, 0], 1, 1],
+];
+for (const [name, place, radius, scale] of sights) {
+  test(`Sight: ${name}`, () => assert.equal(sight().scaleOf(...place, radius), scale));
+}
+
+test('Sight: HalfTheSizeAtTwiceTheDistance', () => {
+  const eye = sight({ isPerspective: true });
+  assert.ok(Math.abs(eye.scaleOf(0, eye.distance, 0, 1) - 0.5) < 1e-9); // from the front y goes away
+  assert.equal(eye.scaleOf(0, -eye.distance - 2, 0, 1), 0);
+});
+
+test('TrianglesGoByTheSizeOnTheScreen', () => {
+  // Diameters of 100, 10, 2 and 0.1 pixels, one beside the picture, one hidden.
+  const diameters = [100, 10, 2, 0.1, 10, 10];
+  const elements = [
+    ...diameters.map((d, i) => pipe([i === 4 ? 500 : 0, 0, 0], d === 0.1 ? 0.2 : 40, d, 2)),
+    ...Array.from({ length: FEW_PLACES }, () => pipe([900, 0, 0], 1, 1, 2)),
+  ];
+  const { head, bytes } = encode({ bounds: [[0, 0, 0], [1, 1, 1]], meshes: [unitCylinder(32)], elements });
+  const places = new Places(partsOf(decodeScene(head, bytes)).shared[0]);
+  const states = new Uint8Array(elements.length * 2);
+  states[5 * 2 + 1] = HIDDEN;
+  const { drawn, triangles } = places.choose(sight(), AT_REST, AT_REST, states, []);
+  assert.deepEqual(places.levels.map(({ count }) => count), [1, 1, 1]);
+  // The mesh has 124 triangles, the coarse one 28, the ribbon 2.
+  assert.deepEqual([drawn, triangles], [154, 154]);
+  // What lies beyond a plane as a whole is not drawn.
+  places.choose(sight(), AT_REST, AT_REST, states, [[1, 0, 0, -80]]);
+  assert.deepEqual(places.levels.map(({ count }) => count), [0, 0, 0]);
+});
+
+test('FitFillsNineTenths', () => {
+  // A pole askew: its outline is far from the corners of its box along the axes.
+  const camera = cameraOf('front');
+  camera.fit(new Outline([0, 0, 0, 70, 0, 70, -1, 0, 1, 0, 1, 0]));
+  const project = camera.projector();
+  const [low, high] = [project([-71, 0, -71]), project([71, 0, 71])];
+  assert.ok(Math.abs(low[1] - high[1] - 90) < 1e-6, `${low} ${high}`); // of 100 pixels
+});
+
+test('FitInPerspectiveFillsNineTenthsToo', () => {
+  const camera = cameraOf('front');
+  camera.isPerspective = true;
+  camera.fit([[0, 0, 0], [100, 400, 100]]);
+  const project = camera.projector();
+  const heights = [0, 400].map((y) => Math.abs(project([50, y, 100])[1] - project([50, y, 0])[1]));
+  assert.ok(Math.max(...heights) > 60 && Math.max(...heights) <= 100, `${heights}`);
+});
+
+test('DepthsAreReadByThePixel', () => {
+  // Two pixels beside each other; a third of the way, and nothing.
+  const third = Math.round(16777215 / 3);
+  const bytes = Uint8Array.of(third & 255, (third >> 8) & 255, third >> 16, 255, 0, 0, 0, 0);
+  const camera = { pixelsWide: 2, isPerspective: false, toThree: () => ({ near: 100, far: 400 }) };
+  const depths = new DepthImage(bytes, 2, 1, camera);
+  assert.ok(Math.abs(depths.at(0.5, 0.5) - 200) < 1e-3);
+  assert.equal(depths.at(1.5, 0.5), Infinity);
+  assert.equal(depths.at(5, 5), Infinity);
+  assert.equal(depths.distanceOf(1), 400);
 });
 
 test('ThePaletteHasRoomForKindsAndLevels', () => {

@@ -1,19 +1,20 @@
 // Writes all eleven elements. VESK is the folder of the library:
 //
-//     c++ -c -I"$VESK/include" -I"$VESK/include/vesk" model.cpp
+//     c++ -c -I"$VESK/include" model.cpp
 //     c++ model.o -o model -L"$VESK/lib" -lCVeskDll -Wl,-rpath,"$VESK/lib"
 //     ./model fan
 //
 // makes veskfan.dat. C++ catches what the library throws by its class, if the compiler is of
 // the family that built the library (GCC or Clang; MinGW for the DLL, not MSVC).
+#include <vesk.h>
+
 #include <array>
 #include <cerrno>
 #include <iostream>
 #include <string>
 #include <system_error>
 
-#include "ge/GeEx.h"
-#include "vesk.h"
+#include <vesk/GeEx.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <vesk.h>
 
-#include "ge/GeEx.h"
+#include <vesk/GeEx.h>
 
 int main() try {
   vk_writePnt(nullptr);

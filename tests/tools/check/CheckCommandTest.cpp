@@ -7,11 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "Catalogue.h"
-#include "Command.h"
+#include "commands/Command.h"
+#include "findings/Catalogue.h"
 #include "input/ReaderTesting.h"
-#include "support/JsonSchema.h"
 #include "support/TempFolder.h"
+#ifndef _WIN32
+#include "support/JsonSchema.h"
+#endif
 
 using namespace Vesk;
 using namespace VeskTool;
@@ -158,7 +160,9 @@ TEST_F(CheckCommandTest, JsonFitsItsSchema) {
              write("b.dat", ""), write("c.dat", kCyl + "\n")});
   const Json document = Json::parse(run.out);
   const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check.json"));
+#ifndef _WIN32
   EXPECT_EQ(schemaFault(document, schema), "");
+#endif
   EXPECT_EQ(document["schema"], "vesk.check/1");
   EXPECT_EQ(document["files"].size(), 3u);
   EXPECT_EQ(document["files"][0]["untold"]["V103"], 1);
@@ -175,7 +179,9 @@ TEST_F(CheckCommandTest, SarifFitsItsSchema) {
   const Outcome run = check({"--format", "sarif", write("a b.dat", line), write("c.dat", kCyl)});
   const Json document = Json::parse(run.out);
   const Json schema = Json::parse(contentOf(VESK_DOCS_DIR "/schema/check-sarif.json"));
+#ifndef _WIN32
   EXPECT_EQ(schemaFault(document, schema), "");
+#endif
   const Json& result = document["runs"][0]["results"][0];
   EXPECT_EQ(result["ruleId"], "V021");
   const Json& place = result["locations"][0]["physicalLocation"];
@@ -184,6 +190,103 @@ TEST_F(CheckCommandTest, SarifFitsItsSchema) {
   EXPECT_EQ(place["region"]["startColumn"], 31);
   EXPECT_EQ(place["region"]["endColumn"], 35);
   EXPECT_EQ(document["runs"][0]["results"].size(), 1u);
+}
+
+// A line of the token style with a counter of three digits.
+std::string lineOf(const std::string& counter, const std::string& record) {
+  std::string line = tokenLine("00", record.substr(0, 2), record.substr(2) + "\n");
+  return line.replace(10, 3, counter);
+}
+
+struct BesideRow {
+  const char* name;
+  const char* rows;  // of the sidecar: first, last, component, skey
+  std::vector<std::pair<const char*, const char*>> elements;
+  std::string lines;  // "3 V204 " for each finding but those of open ends of pipes
+};
+
+// Pipes and discs 100 wide along x; supports are boxes.
+const BesideRow kBeside[] = {
+    {"TwiceIsToldOnceForAComponent",
+     "1,1,TEE,\n2,2,TEE,\n",
+     {{"001", "c 0 0 0,1000 0 0,100"},
+      {"001", "c 500 0 0,0 0 300,60"},
+      {"002", "c 0 0 0,1000 0 0,100"},
+      {"002", "c 500 0 0,0 0 300,60"}},
+     "3 V204 "},
+    {"WithoutARowForEachElement",
+     "9,9,TEE,\n",
+     {{"001", "c 0 0 0,1000 0 0,100"},
+      {"001", "c 500 0 0,0 0 300,60"},
+      {"002", "c 0 0 0,1000 0 0,100"},
+      {"002", "c 500 0 0,0 0 300,60"}},
+     "3 V204 4 V204 "},
+    {"WhatClosesALineIsNotOpen",
+     "1,1,PIPE,\n2,2,FLANGE-BLIND,\n",
+     {{"001", "c 0 0 0,1000 0 0,100"}, {"002", "c 1000 0 0,20 0 0,200"}},
+     "1 V205 "},
+    {"AFlangeIsOpen",
+     "1,1,PIPE,\n2,2,FLANGE,\n",
+     {{"001", "c 0 0 0,1000 0 0,100"}, {"002", "c 1000 0 0,20 0 0,200"}},
+     "1 V205 2 V205 "},
+    {"SupportsTwice",
+     "1,1,SUPPORT,GUID\n2,2,SUPPORT,GUID\n",
+     {{"001", "b 9 0 0,0 0 0,0 9 0,0 0 9"}, {"002", "b 9 0 0,6 0 0,0 9 0,0 0 9"}},
+     "2 V208 "},
+    {"SupportsTwiceAtOnePlaceAreNoElementsTwice",
+     "1,1,SUPPORT,GUID\n2,2,SUPPORT,GUID\n",
+     {{"001", "b 9 0 0,0 0 0,0 9 0,0 0 9"}, {"002", "b 9 0 0,0 0 0,0 9 0,0 0 9"}},
+     "2 V208 "},
+    {"SupportsOfTwoKinds",
+     "1,1,SUPPORT,GUID\n2,2,SUPPORT,SHOE\n",
+     {{"001", "b 9 0 0,0 0 0,0 9 0,0 0 9"}, {"002", "b 9 0 0,6 0 0,0 9 0,0 0 9"}},
+     ""},
+    {"SupportsFurtherApartThanTheReach",
+     "1,1,SUPPORT,GUID\n2,2,SUPPORT,GUID\n",
+     {{"001", "b 9 0 0,0 0 0,0 9 0,0 0 9"}, {"002", "b 9 0 0,11 0 0,0 9 0,0 0 9"}},
+     ""},
+};
+
+TEST_F(CheckCommandTest, AttributesMakeComponentsOfElements) {
+  for (const BesideRow& row : kBeside) {
+    std::string text;
+    for (const auto& [counter, record] : row.elements) text += lineOf(counter, record);
+    // The key begins with the F1 and F2 of the first line.
+    const std::string f1 = text.substr(0, 8).substr(0, text.substr(0, 8).find_last_not_of(' ') + 1);
+    const std::string f2 = text.substr(8, 2).substr(0, text.substr(8, 2).find_last_not_of(' ') + 1);
+    std::string sidecar = "f1,f2,first,last,component,skey\n";
+    std::istringstream rows(row.rows);
+    for (std::string line; std::getline(rows, line);) sidecar += f1 + ',' + f2 + ',' + line + '\n';
+    write("plant.attributes.csv", sidecar);
+    const Outcome run = check({"--json", "--joints", write("plant.dat", text)});
+    std::string lines;
+    const Json document = Json::parse(run.out);
+    for (const Json& finding : document["files"][0]["findings"])
+      lines += std::to_string(finding["line"].get<int>()) + ' ' +
+               finding["code"].get<std::string>() + ' ';
+    // Open ends of the tee and its twin are not what is asked here.
+    if (std::string(row.name).find("Open") == std::string::npos) {
+      std::string others;
+      std::istringstream words(lines);
+      for (std::string line, code; words >> line >> code;)
+        if (code != "V205") others += line + ' ' + code + ' ';
+      lines = others;
+    }
+    EXPECT_EQ(lines, row.lines) << row.name;
+  }
+}
+
+TEST_F(CheckCommandTest, AttributesThatCantBeReadAreNamed) {
+  write("plant.dat", kCyl);
+  Outcome run = check({"--attributes", "no.csv", "plant.dat"});
+  EXPECT_EQ(run.exit, 3);
+  EXPECT_NE((run.out + run.err).find("no.csv"), std::string::npos);
+  run = check({"--attributes", write("bad.csv", "a,b\n1,2\n"), "plant.dat"});
+  EXPECT_EQ(run.exit, 3);
+  run = check({"--attributes", "no.csv", "plant.dat", "plant.dat"});
+  EXPECT_EQ(run.exit, 2);
+  run = check({"--attributes", write("more.csv", "f1,f2,first,last\nX,Y,1,1\n"), "plant.dat"});
+  EXPECT_EQ(run.exit, 0);
 }
 
 // The line of a joint is gone when it is told; its letters are counted before.

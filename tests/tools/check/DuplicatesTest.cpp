@@ -8,7 +8,7 @@
 #include <unordered_map>
 
 #include "input/ReaderTesting.h"
-#include "input/RecordFile.h"
+#include "vesk/RecordFile.h"
 
 using namespace Vesk;
 using namespace VeskTool;

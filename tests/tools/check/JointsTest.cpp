@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "Numbers.h"
-#include "prims/Box.h"
-#include "prims/Cone.h"
-#include "prims/Cyl.h"
-#include "prims/Torus.h"
+#include "text/Numbers.h"
+#include "vesk/Box.h"
+#include "vesk/Cone.h"
+#include "vesk/Cyl.h"
+#include "vesk/Torus.h"
 
 using namespace Vesk;
 using namespace VeskTool;
@@ -29,7 +29,7 @@ std::string textOf(const JointFault& fault) {
          rounded(fault.across, 6);
 }
 
-std::vector<std::string> faultsOf(const Joints& joints) {
+std::vector<std::string> faultsOf(Joints& joints) {
   std::vector<std::string> faults;
   joints.find([&](const JointFault& fault) { faults.push_back(textOf(fault)); });
   return faults;
@@ -114,6 +114,49 @@ TEST(JointsTest, HugeCoordinatesEnd) {
   joints.add(cylinder({1e300, 0, 0}, {1e300, 1000, 0}, 100), 1);
   joints.add(cylinder({-1e300, 0, 0}, {-1e300, 1000, 0}, 100), 2);
   EXPECT_EQ(faultsOf(joints), std::vector<std::string>{});
+}
+
+// The reach is narrower than any cell of space could be.
+TEST(JointsTest, TinyReachesEnd) {
+  for (const double reach : {1e-320, 1e-12, 1e-6}) {
+    Joints joints({0.0, reach});
+    for (std::uint64_t line = 1; line <= 12; ++line) {
+      const double x = static_cast<double>(line) * 1000;
+      joints.add(cylinder({x, 0, 0}, {x + 1000, 0, 0}, 100), line);
+    }
+    EXPECT_EQ(faultsOf(joints), std::vector<std::string>{}) << reach;
+  }
+}
+
+struct CrowdRow {
+  const char* name;
+  double apart;      // every other pipe starts so far off
+  double cloud;      // and all within so much
+  double direction;  // how far directions differ
+};
+
+constexpr CrowdRow kCrowds[] = {
+    {"AtOnePlace", 0, 0, 0},         {"AtTwoPlaces", 5, 0, 0},           {"InACloud", 0, 1, 0},
+    {"InAllDirections", 0, 0, 2000}, {"AlmostInOneDirection", 0, 1, 90},
+};
+
+// Each of these has a hundred million pairs that face each other or almost do.
+TEST(JointsTest, ManyEndsAtOnePlaceEnd) {
+  constexpr std::uint64_t kPipes = 10000;
+  for (const CrowdRow& row : kCrowds) {
+    std::mt19937 random(1);
+    const auto upTo = [&](double most) {
+      return most * static_cast<double>(random()) / 4294967295.0;
+    };
+    Joints joints({});
+    for (std::uint64_t line = 1; line <= kPipes; ++line) {
+      const bool even = line % 2 == 0;
+      const GeVector from(upTo(row.cloud) + (even ? row.apart : 0), upTo(row.cloud), 0);
+      const GeVector way(even ? 1000 : -1000, upTo(row.direction), upTo(row.direction));
+      joints.add(cylinder(from, from + way, 100), line);
+    }
+    EXPECT_LE(faultsOf(joints).size(), kPipes) << row.name;
+  }
 }
 
 // Runs of pipe in six directions whose pieces start a little off the end before,

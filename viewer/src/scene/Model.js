@@ -1,8 +1,14 @@
+import { harmless } from './decode.js';
+
 // How many numbers a value of a layout takes: number, integer and text one (a
 // text is the index of a string), points and vectors three.
 const WIDTHS = { n: 1, i: 1, t: 1, p: 3, o: 3, d: 3 };
 
-const widthOf = (layout) => layout.reduce((sum, [, type]) => sum + WIDTHS[type], 0);
+// Kinds that are drawn beside the shape of a component.
+const NO_SHAPES = ['point', 'segment', 'polyline', 'text'];
+
+// Items that name one component among others, the best first.
+const NAMING = ['tag', 'uci', 'name', 'item-code', 'skey', 'description'];
 
 /**
  * The elements of a scene: what they are called, where they stand in their file
@@ -16,8 +22,78 @@ export class Model {
   constructor(scene) {
     this.scene = scene;
     this.count = scene.elements.count;
-    this.valueStarts = this.#startsOfValues();
+    this.valueStarts = scene.valueStarts;
     this.decoder = new TextDecoder();
+    this.#collect();
+  }
+
+  #starts; // of the elements of each component in #members
+  #members;
+  #principal; // the element that a component is named after
+
+  // The elements by their components.
+  #collect() {
+    const { component, kind } = this.scene.elements;
+    const most = component.reduce((all, each) => Math.max(all, each), -1) + 1;
+    this.#starts = new Uint32Array(most + 1);
+    for (const each of component) ++this.#starts[each + 1];
+    for (let i = 0; i < most; ++i) this.#starts[i + 1] += this.#starts[i];
+    const next = this.#starts.slice();
+    this.#members = new Uint32Array(this.count);
+    component.forEach((each, i) => (this.#members[next[each]++] = i));
+    const isShape = this.scene.kinds.map(({ name }) => !NO_SHAPES.includes(name));
+    this.#principal = new Uint32Array(most);
+    for (let i = 0; i < most; ++i) {
+      const members = this.#members.subarray(this.#starts[i], this.#starts[i + 1]);
+      this.#principal[i] = members.find((element) => isShape[kind[element]]) ?? members[0];
+    }
+  }
+
+  /** All elements of the component of one, in the order of their file. */
+  together(element) {
+    const component = this.scene.elements.component[element];
+    return this.#members.subarray(this.#starts[component], this.#starts[component + 1]);
+  }
+
+  /** The element that the component of this one is named after. */
+  principalOf(element) {
+    return this.#principal[this.scene.elements.component[element]];
+  }
+
+  /** What a component is called: by what is known of it, else by its principal element. */
+  componentName(element) {
+    const known = new Map(this.attributesOf(element));
+    const what = known.get('component') ?? '';
+    const which = NAMING.map((name) => known.get(name)).find(Boolean) ?? '';
+    return [what, which].filter(Boolean).join(' ') || this.nameOf(this.principalOf(element));
+  }
+
+  /** [[name, text]] of what is known of an element's component. */
+  attributesOf(element) {
+    const { names, texts, columns } = this.scene.attributes;
+    const row = this.scene.elements.row[element];
+    if (row === 0) return [];
+    return names.map((name, i) => [name, texts[columns[i][row - 1]]]).filter(([, text]) => text !== '');
+  }
+
+  /** The first diameter that an element names; null if it names none. */
+  diameterOf(element) {
+    const place = this.#diameterIn(this.scene.elements.layout[element]);
+    return place < 0 ? null : this.scene.values[this.valueStarts[element] + place];
+  }
+
+  #diameters = [];
+
+  #diameterIn(layout) {
+    if (this.#diameters[layout] === undefined) {
+      let [at, found] = [0, -1];
+      for (const [name, type] of this.scene.layouts[layout]) {
+        if (found < 0 && type === 'n' && name.startsWith('diameter')) found = at;
+        at += WIDTHS[type];
+      }
+      this.#diameters[layout] = found;
+    }
+    return this.#diameters[layout];
   }
 
   kindOf(element) {
@@ -43,7 +119,7 @@ export class Model {
   recordOf(element) {
     const { record } = this.scene.elements;
     const bytes = this.scene.records.subarray(record[element], record[element + 1]);
-    return this.decoder.decode(bytes).replace(/\n$/, '').split('\n');
+    return harmless(this.decoder.decode(bytes)).replace(/\n$/, '').split('\n');
   }
 
   /** [{name, type, value}]: value is a number, a string or [x, y, z]. */
@@ -72,13 +148,5 @@ export class Model {
 
   #layoutOf(element) {
     return this.scene.layouts[this.scene.elements.layout[element]];
-  }
-
-  #startsOfValues() {
-    const { layout } = this.scene.elements;
-    const widths = this.scene.layouts.map(widthOf);
-    const starts = new Uint32Array(this.count);
-    for (let i = 1; i < this.count; ++i) starts[i] = starts[i - 1] + widths[layout[i - 1]];
-    return starts;
   }
 }

@@ -1,16 +1,16 @@
+import { columnOf } from './classes.js';
+
 /**
- * The elements as a tree of two levels of groups, by header and kind or by kind
- * and header, and which rows of it are to be seen. A row is a number: an element,
- * or -1 - g for the group g.
+ * The elements as a tree: two levels of groups, the second one by kind or by header, the
+ * components of several elements below, and which rows of it are to be seen. A row is a
+ * number: an element, or -1 - g for the group g.
  */
 export class Tree {
-  /** One of: a header, a kind, one under the other. */
-  static BY = ['header', 'kind'];
-
   #model;
   #by = 'header';
   #found = null;
   #open = new Set();
+  #isPart; // 1 for elements of components with a row of their own
   groups = [];
   rows = [];
 
@@ -50,7 +50,8 @@ export class Tree {
   }
 
   levelOf(row) {
-    return Tree.isGroup(row) ? this.groupOf(row).level : 3;
+    if (Tree.isGroup(row)) return this.groupOf(row).level;
+    return this.#isPart[row] ? 4 : 3;
   }
 
   isOpen(row) {
@@ -65,15 +66,21 @@ export class Tree {
     this.#list();
   }
 
-  /** Opens the groups above an element; the index of its row, -1 if it is filtered out. */
+  /**
+   * Opens the groups above an element; the index of its row, or of that of its component
+   * while that is closed; -1 if it is filtered out.
+   */
   reveal(element) {
     const at = this.order.indexOf(element);
     if (at < 0) return -1;
-    for (const group of this.groups) {
-      if (group.start <= at && at < group.end) this.#open.add(group.key);
-    }
+    let row = element;
+    this.groups.forEach((group, g) => {
+      if (at < group.start || at >= group.end) return;
+      if (group.level < 3) this.#open.add(group.key);
+      else if (!this.#open.has(group.key)) row = -1 - g;
+    });
     this.#list();
-    return this.rows.indexOf(element);
+    return this.rows.indexOf(row);
   }
 
   /** The index of the row above that holds this one; -1 at the top. */
@@ -86,31 +93,51 @@ export class Tree {
   }
 
   #build() {
-    const { kind, header } = this.#model.scene.elements;
-    const { kinds, headers } = this.#model.scene;
-    const [outer, inner] = this.#by === 'header' ? [header, kind] : [kind, header];
-    const names = { header: (i) => headers[i] || 'no header', kind: (i) => kinds[i].plural };
-    const [outerName, innerName] =
-      this.#by === 'header' ? [names.header, names.kind] : [names.kind, names.header];
+    const model = this.#model;
+    // A component is one thing: all of it stands where its principal element does.
+    const columnOfComponents = (id) => {
+      const { of, nameOf } = columnOf(model, id);
+      if (id !== 'kind') return { of, nameOf };
+      return { of: Uint32Array.from({ length: model.count }, (_, i) => of[model.principalOf(i)]), nameOf };
+    };
+    const outer = columnOfComponents(this.#by);
+    const inner = columnOfComponents(this.#by === 'header' ? 'kind' : 'header');
+    const { component } = model.scene.elements;
 
-    const all = Uint32Array.from({ length: this.#model.count }, (_, i) => i);
+    const all = Uint32Array.from({ length: model.count }, (_, i) => i);
     this.order = this.#found === null ? all : all.filter((i) => this.#found[i]);
-    this.order.sort((a, b) => outer[a] - outer[b] || inner[a] - inner[b] || a - b);
+    this.order.sort(
+      (a, b) =>
+        outer.of[a] - outer.of[b] || inner.of[a] - inner.of[b] ||
+        (component[a] === component[b] ? a - b : model.together(a)[0] - model.together(b)[0]),
+    );
 
     this.groups = [];
-    let top = null;
-    let sub = null;
+    this.#isPart = new Uint8Array(model.count);
+    let [top, sub, part] = [null, null, null];
+    const begin = (level, value, name, above, at) => {
+      const group = { level, value, name, start: at, key: `${above} ${value}` };
+      this.groups.push(group);
+      return group;
+    };
     this.order.forEach((element, at) => {
-      if (top === null || outer[element] !== top.value) {
-        top = { level: 1, value: outer[element], name: outerName(outer[element]), start: at };
-        top.key = `${this.#by} ${top.value}`;
-        this.groups.push(top);
+      const [o, i] = [outer.of[element], inner.of[element]];
+      if (top === null || o !== top.value) {
+        top = begin(1, o, outer.nameOf(o), this.#by, at);
         sub = null;
       }
-      if (sub === null || inner[element] !== sub.value) {
-        sub = { level: 2, value: inner[element], name: innerName(inner[element]), start: at };
-        sub.key = `${top.key} ${sub.value}`;
-        this.groups.push(sub);
+      if (sub === null || i !== sub.value) {
+        sub = begin(2, i, inner.nameOf(i), top.key, at);
+        part = null;
+      }
+      if (part === null || component[element] !== part.value) {
+        const next = this.order[at + 1];
+        const isOfMany = next !== undefined && component[next] === component[element];
+        part = isOfMany ? begin(3, component[element], model.componentName(element), sub.key, at) : null;
+      }
+      if (part) {
+        this.#isPart[element] = 1;
+        part.end = at + 1;
       }
       top.end = at + 1;
       sub.end = at + 1;
@@ -125,19 +152,27 @@ export class Tree {
   }
 
   #list() {
-    this.rows = [];
-    for (let g = 0; g < this.groups.length; ++g) {
-      const group = this.groups[g];
-      this.rows.push(-1 - g);
-      if (!this.#open.has(group.key)) {
-        if (group.level === 1) {
-          while (g + 1 < this.groups.length && this.groups[g + 1].level === 2) ++g;
-        }
+    const { groups, order, rows } = Object.assign(this, { rows: [] });
+    const isOpen = (group) => this.#open.has(group.key);
+    let g = 0;
+    while (g < groups.length) {
+      const group = groups[g];
+      rows.push(-1 - g++);
+      if (!isOpen(group)) {
+        while (g < groups.length && groups[g].level > group.level) ++g;
         continue;
       }
-      if (group.level === 2) {
-        for (let at = group.start; at < group.end; ++at) this.rows.push(this.order[at]);
+      if (group.level === 1) continue;
+      // Components of several elements, and elements that are a component by themselves.
+      let at = group.start;
+      for (; g < groups.length && groups[g].level === 3; ++g) {
+        const part = groups[g];
+        while (at < part.start) rows.push(order[at++]);
+        rows.push(-1 - g);
+        while (at < part.end && isOpen(part)) rows.push(order[at++]);
+        at = part.end;
       }
+      while (at < group.end) rows.push(order[at++]);
     }
   }
 }

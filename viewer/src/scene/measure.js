@@ -40,3 +40,10 @@ export function measured(from, to) {
   const delta = to.map((x, i) => x - from[i]);
   return { distance: Math.hypot(...delta), delta };
 }
+
+/** The angle at a place between the ways to two others, in degrees. */
+export function angleAt(apex, from, to) {
+  const [u, v] = [from, to].map((point) => point.map((x, i) => x - apex[i]));
+  const across = Math.hypot(u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]);
+  return (Math.atan2(across, u.reduce((sum, x, i) => sum + x * v[i], 0)) * 180) / Math.PI;
+}

@@ -24,6 +24,31 @@ export class Vertices {
     return vertices;
   }
 
+  /** [[[x, y, z], ...]]: its triangles; lines and points as such without an area. */
+  trianglesOf(element) {
+    this.#places ??= this.#index();
+    const triangles = [];
+    const places = this.#places.get(element) ?? [];
+    for (let i = 0; i < places.length; i += 2) {
+      const { mesh, matrices } = this.#scene.groups[places[i]];
+      const { positions, indices } = this.#scene.meshes[mesh];
+      const corner = (k) => placed(matrices, places[i + 1], ...positions.subarray(indices[k] * 3, indices[k] * 3 + 3));
+      for (let k = 0; k < indices.length; k += 3) triangles.push([corner(k), corner(k + 1), corner(k + 2)]);
+    }
+    if (triangles.length > 0) return triangles;
+    const { lines, points } = this.#scene;
+    const at = (positions, k) => Array.from(positions.subarray(k, k + 3));
+    lines.elements.forEach((each, i) => {
+      if (each !== element) return;
+      const [from, to] = [at(lines.positions, i * 6), at(lines.positions, i * 6 + 3)];
+      triangles.push([from, to, to]);
+    });
+    points.elements.forEach((each, i) => {
+      if (each === element) triangles.push(Array(3).fill(at(points.positions, i * 3)));
+    });
+    return triangles;
+  }
+
   #index() {
     const index = new Map();
     this.#scene.groups.forEach(({ elements }, group) => {

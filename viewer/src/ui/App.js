@@ -1,9 +1,14 @@
+import { csvOf, tableOf } from '../scene/csv.js';
 import { Model } from '../scene/Model.js';
 import { State } from '../scene/State.js';
 import { between, VIEWS } from '../view/Camera.js';
 import { control } from '../view/controls.js';
 import { Overlay } from '../view/Overlay.js';
+import { LEVELS, paletteOf } from '../view/palette.js';
 import { View } from '../view/View.js';
+import { Walk } from '../view/Walk.js';
+import { addressOf, stateOf } from './Address.js';
+import { commandsOf } from './commands.js';
 import { DetailsPanel } from './DetailsPanel.js';
 import { h, icon } from './dom.js';
 import { Help } from './Help.js';
@@ -14,8 +19,10 @@ import { countText, elementsText, scaleBar } from './numbers.js';
 import { SectionPanel } from './SectionPanel.js';
 import { TreePanel } from './TreePanel.js';
 import { ViewCube } from './ViewCube.js';
+import { ViewsPanel } from './ViewsPanel.js';
 
 const FLIGHT = 260; // milliseconds from one view to another
+const NOTE_AFTER = 400; // milliseconds until the address is that of the view
 const NARROW = '(max-width: 760px)';
 const DARK = '(prefers-color-scheme: dark)';
 
@@ -37,135 +44,22 @@ export class App {
     });
     this.overlayCanvas = h('canvas', { class: 'overlay', 'aria-hidden': 'true' });
     this.view = new View(this.canvas, scene);
-    this.overlay = new Overlay(this.overlayCanvas, this.view, scene.unit);
+    this.overlay = new Overlay(this.overlayCanvas, this.view);
     this.overlay.texts = scene.texts;
+    this.view.wantsDepths = scene.texts.length > 0;
+    this.view.setPalette(paletteOf(scene.kinds));
 
-    this.commands = this.#makeCommands();
+    this.walk = new Walk(this.view);
+    this.commands = commandsOf(this);
     this.#build(root);
     this.view.onDrawn = () => this.#onDrawn();
     this.#listen();
     this.#useTheme(matchMedia(DARK).matches ? 'dark' : 'light');
     this.#update();
     this.#resize();
-    this.view.camera.fit(this.#boxToFit() ?? scene.bounds);
+    this.view.camera.fit(this.#firstSight());
     this.view.invalidate();
-  }
-
-  // Every command once: for its button, its key and the help.
-  #makeCommands() {
-    const visible = (elements) => [...elements].filter((element) => !this.state.hidden[element]);
-    const onSelected = (work) => () => {
-      if (this.state.selected.size > 0) work([...this.state.selected]);
-    };
-    const views = Object.entries(VIEWS).map(([id, { name }], i) => ({
-      id: `view-${id}`,
-      name: `${name} view`,
-      key: String(i + 1),
-      run: () => this.lookFrom(id),
-    }));
-    return [
-      { id: 'fit', name: 'Fit the selection, or all', key: 'f', icon: 'fit', run: () => this.fit() },
-      ...views,
-      {
-        id: 'perspective',
-        name: 'Perspective',
-        key: 'p',
-        icon: 'perspective',
-        isOn: () => this.view.camera.isPerspective,
-        run: () => {
-          this.view.camera.isPerspective = !this.view.camera.isPerspective;
-          this.view.invalidate();
-        },
-      },
-      {
-        id: 'isolate',
-        name: 'Isolate the selection',
-        key: 'i',
-        icon: 'isolate',
-        gap: true,
-        run: onSelected((elements) => this.state.isolate(elements)),
-      },
-      {
-        id: 'hide',
-        name: 'Hide the selection',
-        key: 'h',
-        icon: 'hide',
-        run: onSelected((elements) => {
-          this.state.setHidden(visible(elements), true);
-          this.state.select([]);
-        }),
-      },
-      { id: 'show', name: 'Show all', key: 'a', icon: 'show', run: () => this.state.showAll() },
-      {
-        id: 'section',
-        name: 'Section',
-        key: 'x',
-        icon: 'section',
-        gap: true,
-        isOn: () => this.section.isOn,
-        run: () => (this.section.isOn = !this.section.isOn),
-      },
-      {
-        id: 'measure',
-        name: 'Measure',
-        key: 'm',
-        icon: 'measure',
-        isOn: () => this.measuring.isOn,
-        run: () => (this.measuring.isOn = !this.measuring.isOn),
-      },
-      {
-        id: 'labels',
-        name: 'Texts',
-        key: 't',
-        icon: 'labels',
-        isOn: () => this.overlay.hasLabels,
-        run: () => {
-          this.overlay.hasLabels = !this.overlay.hasLabels;
-          this.view.invalidate();
-        },
-      },
-      {
-        id: 'edges',
-        name: 'Edges',
-        key: 'e',
-        icon: 'edges',
-        isOn: () => this.view.hasEdges,
-        run: () => {
-          this.view.hasEdges = !this.view.hasEdges;
-          this.view.invalidate();
-        },
-      },
-      ...(this.scene.marks.length === 0
-        ? []
-        : [
-            {
-              id: 'fade',
-              name: 'Fade what has no finding',
-              key: 'g',
-              icon: 'fade',
-              isOn: () => this.state.fades,
-              run: () => this.state.setFades(!this.state.fades),
-            },
-          ]),
-      {
-        id: 'picture',
-        name: 'Save a picture',
-        key: 's',
-        icon: 'picture',
-        gap: true,
-        run: () => this.savePicture(),
-      },
-      {
-        id: 'theme',
-        name: 'Light or dark',
-        key: 'd',
-        icon: 'theme',
-        run: () => this.#useTheme(document.documentElement.dataset.theme === 'dark' ? 'light' : 'dark'),
-      },
-      { id: 'search', name: 'Search', key: '/', run: () => this.#focusSearch() },
-      { id: 'help', name: 'Help', key: '?', icon: 'help', run: () => this.help.toggle() },
-      { id: 'leave', name: 'Give up, clear the selection', key: 'Escape', keyName: 'Esc', run: () => this.#leave() },
-    ];
+    if (location.hash) this.goTo(location.hash);
   }
 
   #build(root) {
@@ -174,37 +68,39 @@ export class App {
     const run = (id) => () => this.run(id);
     this.toggles = [];
     this.tree = new TreePanel({ model, state, onZoom });
-    this.details = new DetailsPanel({ model, state });
+    this.details = new DetailsPanel({ model, state, onCopy: (button) => this.copyTable(button) });
     this.legend = new Legend({ model, state });
-    this.section = new SectionPanel({ view, scene, onClose: run('section') });
+    const boxOfSelection = () => view.boxOfVisible(state.selected.size > 0 ? state.selected : undefined);
+    this.section = new SectionPanel({ view, scene, boxOfSelection, onClose: run('section') });
+    this.views = new ViewsPanel({
+      scene,
+      addressNow: () => this.address,
+      go: (address) => this.goTo(address),
+      onClose: run('views'),
+    });
     this.measuring = new Measuring({ model, view, overlay, onClose: run('measure') });
     this.cube = new ViewCube((id) => this.lookFrom(id));
     this.help = new Help(this.commands);
     this.marks = scene.marks.length > 0 ? new MarksPanel({ model, state, onZoom }) : null;
 
     this.buttons = new Map();
-    const tools = this.commands
-      .filter((command) => command.icon)
-      .map((command) => {
-        const button = h(
-          'button',
-          {
-            type: 'button',
-            title: `${command.name} (${command.keyName ?? command.key})`,
-            'aria-label': command.name,
-            'aria-keyshortcuts': command.key,
-            onclick: () => this.run(command.id),
-          },
-          icon(command.icon),
-        );
-        button.classList.toggle('gap', command.gap === true);
-        button.dataset.command = command.id;
-        this.buttons.set(command.id, button);
-        return button;
-      });
-
+    const buttons = this.commands.filter((command) => command.icon).map((command) => this.#button(command));
+    this.more = h(
+      'button',
+      {
+        type: 'button',
+        class: 'more',
+        title: 'More tools',
+        'aria-label': 'More tools',
+        'aria-expanded': 'false',
+        onclick: () => this.#showMore(!this.tools.classList.contains('open')),
+      },
+      icon('more'),
+    );
+    this.tools = h('div', { class: 'tools', role: 'toolbar', 'aria-label': 'Tools' }, buttons);
     this.left = h('aside', { class: 'side left', 'aria-label': 'Elements' }, this.#tabs(), this.legend.panel);
     this.right = h('aside', { class: 'side right', 'aria-label': 'Details' }, this.details.panel);
+    this.print = h('img', { class: 'print', alt: '' });
     this.scaleLine = h('div', { class: 'scale-line' });
     this.scaleText = h('span', {});
     this.counts = h('div', { class: 'counts', role: 'status' });
@@ -214,7 +110,7 @@ export class App {
       this.canvas,
       this.overlayCanvas,
       this.cube.panel,
-      h('div', { class: 'popovers' }, this.section.panel, this.measuring.panel),
+      h('div', { class: 'popovers' }, this.views.panel, this.section.panel, this.measuring.panel),
       this.#isEmpty()
         ? h('p', { class: 'nothing' }, this.model.count === 0 ? 'There are no elements' : 'No element can be drawn')
         : h('div', { class: 'scale', title: 'Scale, at the middle of the view' }, this.scaleText, this.scaleLine),
@@ -226,7 +122,8 @@ export class App {
         { class: 'bar' },
         this.#toggle('tree', 'Tree', () => this.left),
         h('h1', {}, scene.title),
-        h('div', { class: 'tools', role: 'toolbar', 'aria-label': 'Tools' }, tools),
+        this.tools,
+        this.more,
         this.#toggle('details', 'Details', () => this.right),
       ),
       h('div', { class: 'middle' }, this.left, this.stage, this.right),
@@ -235,6 +132,34 @@ export class App {
     this.right.hidden = matchMedia(NARROW).matches;
     this.left.hidden = matchMedia(NARROW).matches;
     this.#showToggles();
+  }
+
+  #button(command) {
+    const button = h(
+      'button',
+      {
+        type: 'button',
+        title: `${command.name} (${command.keyName ?? command.key})`,
+        'aria-label': command.name,
+        'aria-keyshortcuts': command.key,
+        onclick: () => {
+          this.#showMore(false);
+          this.run(command.id);
+        },
+      },
+      icon(command.icon),
+    );
+    button.classList.toggle('gap', command.gap === true);
+    button.classList.toggle('first', command.first === true);
+    button.dataset.command = command.id;
+    this.buttons.set(command.id, button);
+    return button;
+  }
+
+  // On small screens most tools are behind a button.
+  #showMore(isShown) {
+    this.tools.classList.toggle('open', isShown);
+    this.more.setAttribute('aria-expanded', String(isShown));
   }
 
   // The tree alone, or beside it what was found.
@@ -308,8 +233,14 @@ export class App {
     new ResizeObserver(() => this.#resize()).observe(this.stage);
     matchMedia(DARK).addEventListener('change', (event) => this.#useTheme(event.matches ? 'dark' : 'light'));
     document.addEventListener('keydown', (event) => this.#onKey(event));
+    document.addEventListener('keyup', (event) => this.walk.key(event, false));
+    this.walk.onChange = () => this.#showButtons();
+    addEventListener('beforeprint', () => this.#preparePrint());
+    addEventListener('afterprint', () => this.print.remove());
+    addEventListener('hashchange', () => this.goTo(location.hash));
     control(this.canvas, this.view.camera, {
       onChange: () => this.#moved(),
+      onLook: (dx, dy) => this.walk.isOn && (this.walk.look(dx, dy), true),
       onClick: (x, y, more) => this.#onClick(x, y, more),
       onDoubleClick: (x, y) => this.#onDoubleClick(x, y),
       onHover: (x, y) => this.measuring.isOn && this.measuring.hover(x, y),
@@ -324,21 +255,38 @@ export class App {
 
   /** Shows elements whole: those given, else the selected ones, else all. */
   fit(elements = null) {
-    const box = this.#boxToFit(elements);
-    if (!box) return;
-    this.#fly(() => this.view.camera.fit(box));
+    const outline = this.#outlineToFit(elements);
+    if (!outline) return;
+    this.#fly(() => this.view.camera.fit(outline));
   }
 
   lookFrom(id) {
+    const outline = this.view.outlineOfVisible();
     this.#fly(() => {
       this.view.camera.look(VIEWS[id]);
-      this.view.camera.fit(this.view.boxOfVisible() ?? this.scene.bounds);
+      this.view.camera.fit(outline ?? this.scene.bounds);
     });
+  }
+
+  // What is marked, with something of what is around it; else all.
+  #firstSight() {
+    const marked = this.state.marked;
+    const box = marked.length > 0 ? this.view.boxOfVisible(marked) : null;
+    if (!box) return this.view.outlineOfVisible() ?? this.scene.bounds;
+    const [low, high] = box;
+    const all = this.scene.bounds;
+    const size = Math.hypot(...all[0].map((x, k) => all[1][k] - x));
+    const around = Math.max(Math.hypot(...low.map((x, k) => high[k] - x)) * 0.15, size * 0.02);
+    return [low.map((x) => x - around), high.map((x) => x + around)];
   }
 
   /** A PNG of what is seen, as a Blob. */
   async picture() {
     this.view.drawNow();
+    return new Promise((resolve) => this.#pictureCanvas().toBlob(resolve, 'image/png'));
+  }
+
+  #pictureCanvas() {
     const { width, height } = this.canvas;
     const picture = h('canvas', { width, height });
     const context = picture.getContext('2d');
@@ -351,7 +299,17 @@ export class App {
     context.drawImage(this.canvas, 0, 0);
     context.drawImage(this.overlayCanvas, 0, 0);
     this.#drawScale(context, width / this.canvas.clientWidth, height, style.getPropertyValue('--text'));
-    return new Promise((resolve) => picture.toBlob(resolve, 'image/png'));
+    return picture;
+  }
+
+  /** Puts a table of what is selected into the clipboard; tells it at a button. */
+  async copyTable(button = null) {
+    const table = csvOf(tableOf(this.model, this.state.selected));
+    await navigator.clipboard?.writeText(table).then(
+      () => button?.classList.add('done'),
+      () => {},
+    );
+    return table;
   }
 
   async savePicture() {
@@ -382,13 +340,13 @@ export class App {
     return this.scene.failures.length === this.model.count;
   }
 
-  #boxToFit(elements = null) {
-    if (elements) return this.view.boxOfVisible(elements);
+  #outlineToFit(elements = null) {
+    if (elements) return this.view.outlineOfVisible(elements);
     if (this.state.selected.size > 0) {
-      const box = this.view.boxOfVisible(this.state.selected);
-      if (box) return box;
+      const outline = this.view.outlineOfVisible(this.state.selected);
+      if (outline) return outline;
     }
-    return this.view.boxOfVisible();
+    return this.view.outlineOfVisible();
   }
 
   // Goes from the view that is to the one that `change` makes.
@@ -406,7 +364,9 @@ export class App {
     const step = (now) => {
       begin ??= now;
       const t = Math.min(1, (now - begin) / FLIGHT);
-      camera.state = t < 1 ? between(from, to, t * t * (3 - 2 * t)) : to;
+      // The key for perspective works in a flight too.
+      const { isPerspective } = camera;
+      camera.state = { ...(t < 1 ? between(from, to, t * t * (3 - 2 * t)) : to), isPerspective };
       this.view.invalidate();
       if (t < 1) this.#flight = requestAnimationFrame(step);
     };
@@ -420,7 +380,8 @@ export class App {
   }
 
   #update() {
-    this.view.setStates((element) => this.state.styleOf(element));
+    this.view.setStates((data) => this.state.fillStyles(data));
+    this.overlay.glows = this.#glows();
     this.tree.update();
     this.details.update();
     this.legend.update();
@@ -436,11 +397,88 @@ export class App {
       .join(', ');
   }
 
+  // What is marked, where it shall be seen from afar.
+  #glows() {
+    if (!this.state.xray) return [];
+    const { boxes } = this.view;
+    return this.state.marked
+      .filter((element) => !this.state.hidden[element] && boxes[element * 6] <= boxes[element * 6 + 3])
+      .map((element) => ({
+        box: boxes.subarray(element * 6, element * 6 + 6),
+        colour: LEVELS[this.state.levelOf(element)].colour,
+      }));
+  }
+
+  /** What is seen now, as an address without the #. */
+  get address() {
+    const { view, overlay, state } = this;
+    const hidden = [];
+    state.hidden.forEach((isHidden, element) => isHidden && hidden.push(element));
+    return addressOf({
+      camera: view.camera,
+      hidden,
+      selected: state.selected,
+      planes: this.section.planes,
+      by: this.legend.by.value,
+      xray: state.xray,
+      hasEdges: view.hasEdges,
+      hasLabels: overlay.hasLabels,
+    });
+  }
+
+  /** Shows what an address says. */
+  goTo(address) {
+    const { view, overlay, state } = this;
+    if (address.replace(/^#/, '') === this.address) return;
+    const given = stateOf(address, this.model.count);
+    if (given.hidden) state.hidden.fill(0);
+    for (const element of given.hidden ?? []) state.hidden[element] = 1;
+    if ([...this.legend.by.options].some(({ value }) => value === given.by)) this.legend.choose(given.by);
+    if (given.planes) this.section.planes = given.planes;
+    if (given.xray !== undefined) {
+      state.xray = given.xray;
+      view.hasEdges = given.hasEdges;
+      overlay.hasLabels = given.hasLabels;
+    }
+    state.select(given.selected ?? [...state.selected]);
+    if (given.eye) {
+      cancelAnimationFrame(this.#flight);
+      const { target, ...eye } = given.eye;
+      Object.assign(view.camera, eye);
+      view.camera.target.set(...target);
+    }
+    view.invalidate();
+    this.#showButtons();
+  }
+
+  #noteTimer = 0;
+
+  // Keeps the address of the page true, a moment after something has changed.
+  #note() {
+    clearTimeout(this.#noteTimer);
+    this.#noteTimer = setTimeout(() => {
+      try {
+        history.replaceState(null, '', `#${this.address}`);
+      } catch {
+        // The browser refuses for this file: links are in the saved views.
+      }
+    }, NOTE_AFTER);
+  }
+
+  // The canvas is empty on paper, and what is around it is for the screen.
+  #preparePrint() {
+    this.view.drawNow();
+    this.print.src = this.#pictureCanvas().toDataURL('image/png');
+    this.stage.append(this.print);
+  }
+
   #showButtons() {
     for (const { id, isOn } of this.commands) {
       if (isOn) this.buttons.get(id)?.setAttribute('aria-pressed', String(isOn()));
     }
-    for (const id of ['isolate', 'hide']) this.buttons.get(id).disabled = this.state.selected.size === 0;
+    for (const { id, needsSelection } of this.commands) {
+      if (needsSelection) this.buttons.get(id).disabled = this.state.selected.size === 0;
+    }
     this.buttons.get('show').disabled = this.state.hiddenCount === 0;
   }
 
@@ -469,6 +507,7 @@ export class App {
   }
 
   #onDrawn() {
+    this.#note();
     this.overlay.draw();
     this.cube.update(this.view.camera);
     const { pixels, text } = scaleBar(this.view.camera.unitsPerPixel, this.scene.unit);
@@ -481,18 +520,28 @@ export class App {
       this.measuring.click(x, y);
       return;
     }
-    const hit = this.view.pick(x, y);
-    if (hit) this.state.select([hit.element], more);
+    const text = this.overlay.hasLabels ? this.overlay.textAt(x, y) : null;
+    const hit = text ?? this.view.pick(x, y);
+    // On a small screen what was tapped is told below.
+    if (matchMedia(NARROW).matches && !more) {
+      this.right.hidden = !hit;
+      this.#showToggles();
+    }
+    if (hit) this.state.select(this.model.together(hit.element), more, hit.element);
     else if (!more) this.state.select([]);
   }
 
   #onDoubleClick(x, y) {
     if (this.measuring.isOn) return;
     const hit = this.view.pick(x, y);
-    this.fit(hit ? [hit.element] : null);
+    this.fit(hit ? this.model.together(hit.element) : null);
   }
 
-  #focusSearch() {
+  turnTheme() {
+    this.#useTheme(document.documentElement.dataset.theme === 'dark' ? 'light' : 'dark');
+  }
+
+  focusSearch() {
     this.left.hidden = false;
     this.showElements?.();
     this.#showToggles();
@@ -501,7 +550,11 @@ export class App {
   }
 
   // One thing after the other: the measure that was begun, the tool, the selection.
-  #leave() {
+  leave() {
+    if (this.walk.isOn) {
+      this.walk.toggle();
+      return;
+    }
     if (this.measuring.cancel()) return;
     if (this.measuring.isOn) this.measuring.isOn = false;
     else this.state.select([]);
@@ -510,12 +563,16 @@ export class App {
   #onKey(event) {
     if (event.ctrlKey || event.metaKey || event.altKey || this.help.dialog.open) return;
     const { target } = event;
-    if (target.matches('input[type=search]')) {
+    if (target.matches('input[type=search], input[type=text], input[type=number]')) {
       if (event.key === 'Escape') this.canvas.focus();
       return;
     }
     const isChoice = target.matches('select, input[type=range]');
     if (isChoice && (event.key.startsWith('Arrow') || event.key.length === 1)) return;
+    if (!isChoice && this.walk.key(event, true)) {
+      event.preventDefault();
+      return;
+    }
     if (!isChoice && this.#onMoveKey(event)) {
       event.preventDefault();
       return;

@@ -10,7 +10,8 @@ export class DetailsPanel {
   #model;
   #state;
 
-  constructor({ model, state }) {
+  constructor({ model, state, onCopy }) {
+    this.onCopy = onCopy;
     this.#model = model;
     this.#state = state;
     this.panel = h('div', { class: 'panel-body details', 'aria-live': 'polite' });
@@ -26,9 +27,10 @@ export class DetailsPanel {
       return;
     }
     this.panel.replaceChildren(
-      selected.size > 1 ? h('p', { class: 'quiet' }, `${countText(selected.size)} selected, the last:`) : '',
+      selected.size > 1 ? this.#selection() : '',
       h('h2', {}, this.#model.nameOf(last)),
       this.#facts(last),
+      ...this.#component(last),
       ...this.#marks(last),
       ...this.#failures(last),
       h('h3', {}, 'Numbers'),
@@ -47,6 +49,30 @@ export class DetailsPanel {
       h('dt', {}, 'Place'),
       h('dd', {}, this.#model.placeOf(element)),
     );
+  }
+
+  #selection() {
+    const copied = h('button', { type: 'button', class: 'small', onclick: () => this.onCopy(copied) }, 'Copy as CSV');
+    return h('div', { class: 'line' }, h('span', { class: 'quiet' }, `${countText(this.#state.selected.size)} selected, the last:`), copied);
+  }
+
+  // What the element is a part of, and what is known of that.
+  #component(element) {
+    const together = this.#model.together(element);
+    const known = this.#model.attributesOf(element);
+    if (together.length === 1 && known.length === 0) return [];
+    const kinds = new Map();
+    for (const each of together) {
+      const kind = this.#model.kindOf(each);
+      kinds.set(kind, (kinds.get(kind) ?? 0) + 1);
+    }
+    const parts = [...kinds].map(([kind, count]) => (count > 1 ? `${count} \u00d7 ${kind}` : kind)).join(', ');
+    const facts = [...known, ...(together.length > 1 ? [['drawn as', parts]] : [])];
+    return [
+      h('h3', {}, 'Component'),
+      h('p', { class: 'component' }, this.#model.componentName(element)),
+      h('dl', { class: 'facts' }, facts.flatMap(([name, text]) => [h('dt', {}, name), h('dd', {}, text)])),
+    ];
   }
 
   #marks(element) {

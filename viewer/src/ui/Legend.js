@@ -1,28 +1,61 @@
-import { KIND_COLOURS } from '../view/palette.js';
+import { classesOf, waysOf } from '../scene/classes.js';
+import { paletteOf } from '../view/palette.js';
 import { h } from './dom.js';
 import { countText } from './numbers.js';
 
-/** The kinds with their colours; a click hides or shows all of a kind. */
+// More classes than this are one entry together.
+const MOST = 60;
+
+// Where a name is longer than this, in letters, each class has a row of its own.
+const LONG = 11;
+
+/** The classes of the elements with their colours; a click hides or shows all of a class. */
 export class Legend {
+  #model;
   #state;
-  #entries;
+  #entries = [];
+  #palette;
 
   constructor({ model, state }) {
+    this.#model = model;
     this.#state = state;
-    const { kinds, elements } = model.scene;
-    const byKind = kinds.map(() => []);
-    for (let i = 0; i < model.count; ++i) byKind[elements.kind[i]].push(i);
-    this.#entries = kinds
-      .map(({ name, plural }, kind) => ({ name, plural, elements: byKind[kind] }))
-      .filter((entry) => entry.elements.length > 0)
-      .map((entry) => ({ ...entry, ...this.#make(entry) }));
+    this.#palette = paletteOf(model.scene.kinds);
+    this.by = h(
+      'select',
+      { 'aria-label': 'Colour by', onchange: () => this.choose(this.by.value) },
+      waysOf(model).map(({ id, name }) => h('option', { value: id }, name)),
+    );
+    this.list = h('div', { class: 'classes' });
     this.panel = h(
       'fieldset',
       { class: 'legend' },
-      h('legend', {}, 'Kinds'),
-      this.#entries.map((entry) => entry.label),
+      h('legend', {}, 'Colours'),
+      this.by,
+      this.list,
     );
+    this.#show('kind');
+  }
+
+  /** Colours by one of the ways. */
+  choose(id) {
+    const colours = this.#show(id);
+    this.#state.setColours(id === 'kind' ? null : colours);
+  }
+
+  // Shows the classes; returns the colour of each element.
+  #show(id) {
+    this.by.value = id;
+    const { classes, colours } = classesOf(this.#model, this.#state, id);
+    const shown = classes.length > MOST ? classes.slice(0, MOST - 1) : classes;
+    if (classes.length > MOST) {
+      const others = classes.slice(MOST - 1);
+      shown.push({ name: `${countText(others.length)} others`, elements: others.flatMap(({ elements }) => elements) });
+    }
+    this.#entries = shown.map((entry) => ({ ...entry, ...this.#make(entry) }));
+    this.list.classList.toggle('wide', shown.some(({ name }) => name.length > LONG));
+    this.list.replaceChildren(...this.#entries.map(({ label }) => label));
     this.update();
+    return colours;
   }
 
   update() {
@@ -33,14 +66,21 @@ export class Legend {
     }
   }
 
-  #make({ name, plural, elements }) {
+  #make({ name, colour, elements }) {
     const swatch = h('span', { class: 'swatch' });
-    swatch.style.background = KIND_COLOURS[name] ?? 'gray';
+    swatch.style.background = this.#palette[colour] ?? 'linear-gradient(90deg, #4e79a7, #f28e2b, #59a14f)';
     const input = h('input', {
       type: 'checkbox',
       onchange: () => this.#state.setHidden(elements, !input.checked),
     });
-    const label = h('label', {}, input, swatch, plural, h('span', { class: 'quiet' }, countText(elements.length)));
+    const label = h(
+      'label',
+      { title: name },
+      input,
+      swatch,
+      h('span', { class: 'name' }, name),
+      h('span', { class: 'quiet' }, countText(elements.length)),
+    );
     return { input, label };
   }
 }

@@ -85,6 +85,12 @@ export class MarksPanel {
     return row;
   }
 
+  /** Goes so many findings on, from the last one to the first. */
+  step(by) {
+    const count = this.#marks.length;
+    if (count > 0) this.#choose(this.#active < 0 ? (by > 0 ? 0 : count - 1) : (this.#active + by + count) % count);
+  }
+
   #choose(index) {
     if (index < 0) return;
     this.#active = index;

@@ -1,4 +1,5 @@
-import { measured, snap } from '../scene/measure.js';
+import { angleAt, measured, snap } from '../scene/measure.js';
+import { nearestOf } from '../scene/nearest.js';
 import { Vertices } from '../scene/vertices.js';
 import { h, icon } from './dom.js';
 import { lengthText, numberText } from './numbers.js';
@@ -6,14 +7,22 @@ import { lengthText, numberText } from './numbers.js';
 // More vertices than this are not looked at one by one.
 const MOST_VERTICES = 50000;
 
-/** Distances between places of the model: two clicks make one. */
+// What is measured, and what is to be clicked one after the other.
+const WAYS = {
+  distance: { name: 'Distance', hints: ['Click the first place.', 'Click the second place.'] },
+  angle: { name: 'Angle', hints: ['Click a place on one side.', 'Click the corner.', 'Click a place on the other side.'] },
+  gap: { name: 'Smallest distance', hints: ['Click the first element.', 'Click the second element.'] },
+};
+
+/** Distances and angles between places of the model, and smallest distances of elements. */
 export class Measuring {
   #model;
   #view;
   #overlay;
   #vertices;
   #isOn = false;
-  measures = []; // {from, to, distance, delta}, places in the coordinates of the model
+  measures = []; // {from, to, distance, delta} or {from, apex, to, angle}, places in the coordinates of the model
+  #clicked = []; // of the measure that is being made, as #snapAt gives them
 
   constructor({ model, view, overlay, onClose }) {
     this.#model = model;
@@ -21,11 +30,17 @@ export class Measuring {
     this.#overlay = overlay;
     this.#vertices = new Vertices(model.scene);
     this.hint = h('span', { class: 'quiet', role: 'status' });
+    this.way = h(
+      'select',
+      { 'aria-label': 'What to measure', onchange: () => this.#begin() },
+      Object.entries(WAYS).map(([id, { name }]) => h('option', { value: id }, name)),
+    );
     this.list = h('ol', { class: 'measures' });
     this.panel = h(
       'section',
       { class: 'popover', 'aria-label': 'Measure', hidden: true },
       h('strong', {}, 'Measure'),
+      this.way,
       this.hint,
       h('button', { type: 'button', class: 'small', onclick: () => this.clear() }, 'Clear'),
       h('button', { type: 'button', class: 'small', onclick: onClose }, 'Off'),
@@ -41,6 +56,12 @@ export class Measuring {
     this.#isOn = isOn;
     this.panel.hidden = !isOn;
     this.#overlay.snapped = null;
+    this.#begin();
+  }
+
+  // Nothing is clicked yet.
+  #begin() {
+    this.#clicked = [];
     this.#overlay.start = null;
     this.#show();
   }
@@ -52,53 +73,66 @@ export class Measuring {
   }
 
   click(x, y) {
-    const end = this.#snapAt(x, y);
-    if (!end) return;
-    const { start } = this.#overlay;
-    if (start) {
-      const [from, to] = [start.point, end.point].map((point) => this.#toModel(point));
-      this.measures.push({ from, to, ...measured(from, to) });
+    const place = this.#snapAt(x, y);
+    if (!place) return;
+    this.#clicked.push(place);
+    this.#overlay.start = place;
+    if (this.#clicked.length === WAYS[this.way.value].hints.length) {
+      const measure = this.#finished();
+      if (measure) this.measures.push(measure);
+      this.#clicked = [];
       this.#overlay.start = null;
-    } else {
-      this.#overlay.start = end;
     }
     this.#show();
   }
 
+  #finished() {
+    const points = this.#clicked.map(({ point }) => this.#toModel(point));
+    if (this.way.value === 'angle') {
+      const [from, apex, to] = points;
+      return { from, apex, to, angle: angleAt(apex, from, to) };
+    }
+    if (this.way.value === 'distance') return { from: points[0], to: points[1], ...measured(...points) };
+    const gap = nearestOf(...this.#clicked.map(({ element }) => this.#vertices.trianglesOf(element)));
+    if (!gap) return null;
+    const [from, to] = [gap.from, gap.to].map((point) => this.#toModel(point));
+    return { from, to, ...measured(from, to) };
+  }
+
   /** Gives up the measure that was begun; false if there is none. */
   cancel() {
-    if (!this.#overlay.start) return false;
-    this.#overlay.start = null;
-    this.#show();
+    if (this.#clicked.length === 0) return false;
+    this.#begin();
     return true;
   }
 
   clear() {
     this.measures = [];
-    this.#overlay.start = null;
-    this.#show();
+    this.#begin();
   }
 
   #show() {
-    this.hint.textContent = this.#overlay.start
-      ? 'Click the second place.'
-      : 'Click the first place.';
-    this.#overlay.measures = this.measures.map(({ from, to, distance }) => ({
-      from: this.#toScene(from),
-      to: this.#toScene(to),
-      distance,
+    this.hint.textContent = WAYS[this.way.value].hints[this.#clicked.length];
+    this.#overlay.measures = this.measures.map((measure) => ({
+      points: [measure.from, measure.apex, measure.to].filter(Boolean).map((point) => this.#toScene(point)),
+      text: this.#textOf(measure),
     }));
     this.list.replaceChildren(...this.measures.map((measure) => this.#entry(measure)));
     this.#overlay.draw();
   }
 
+  #textOf({ angle, distance }) {
+    return angle === undefined ? lengthText(distance, this.#model.scene.unit) : `${numberText(angle)}\u00b0`;
+  }
+
   #entry(measure) {
-    const { unit } = this.#model.scene;
     return h(
       'li',
       {},
-      h('b', {}, lengthText(measure.distance, unit)),
-      h('span', { class: 'quiet' }, ` along x y z: ${measure.delta.map((x) => numberText(x)).join('  ')}`),
+      h('b', {}, this.#textOf(measure)),
+      measure.delta
+        ? h('span', { class: 'quiet' }, ` along x y z: ${measure.delta.map((x) => numberText(x)).join('  ')}`)
+        : null,
       h(
         'button',
         {
@@ -120,7 +154,7 @@ export class Measuring {
     if (!hit) return null;
     const vertices = this.#vertices.of(hit.element);
     const places = this.#model.placesOf(hit.element);
-    return snap({
+    const place = snap({
       places: places.map(({ name, point }) => ({ name, point: this.#toScene(point) })),
       vertices: vertices.length <= MOST_VERTICES ? vertices : [],
       surface: hit.place.toArray(),
@@ -128,6 +162,7 @@ export class Measuring {
       x,
       y,
     });
+    return { ...place, element: hit.element };
   }
 
   #toModel(point) {

@@ -1,3 +1,4 @@
+import { groupingsOf } from '../scene/classes.js';
 import { Search } from '../scene/search.js';
 import { Tree } from '../scene/Tree.js';
 import { LEVELS } from '../view/palette.js';
@@ -5,6 +6,7 @@ import { h, setAttribute } from './dom.js';
 import { countText, elementsText } from './numbers.js';
 import { VirtualList } from './VirtualList.js';
 
+const NARROW = '(max-width: 760px)';
 const CHECKED = { all: 'true', some: 'mixed', none: 'false' };
 
 /** The tree of the elements, with its search. */
@@ -43,11 +45,18 @@ export class TreePanel {
           this.#rebuilt();
         },
       },
-      h('option', { value: 'header' }, 'By header'),
-      h('option', { value: 'kind' }, 'By kind'),
+      ['header', 'kind', ...groupingsOf(model).map(({ id }) => id).filter((id) => id !== 'header' && id !== 'kind')].map(
+        (id) => h('option', { value: id }, `By ${groupingsOf(model).find((each) => each.id === id).name.toLowerCase()}`),
+      ),
+    );
+    this.take = h(
+      'button',
+      { type: 'button', class: 'small', hidden: true, onclick: () => state.select(this.tree.order) },
+      'Select all',
     );
     this.rows = new VirtualList({
-      rowHeight: 26,
+      // For a finger where the screen is small.
+      rowHeight: matchMedia(NARROW).matches ? 44 : 26,
       rowOf: (index) => this.#rowOf(index),
       class: 'tree',
       role: 'tree',
@@ -61,7 +70,7 @@ export class TreePanel {
       'div',
       { class: 'panel-body' },
       h('div', { class: 'search' }, this.input),
-      h('div', { class: 'line' }, this.by, this.found),
+      h('div', { class: 'line' }, this.by, this.take, this.found),
       this.rows.list,
     );
     this.#rebuilt();
@@ -92,6 +101,7 @@ export class TreePanel {
     this.rows.list.scrollTop = 0;
     this.#setRows();
     const count = this.tree.order.length;
+    this.take.hidden = count === 0 || count === this.#model.count;
     this.found.textContent =
       count === this.#model.count
         ? elementsText(count)
@@ -115,7 +125,8 @@ export class TreePanel {
     const isGroup = Tree.isGroup(row);
     const shown = this.#state.shownOf(elements);
     const level = isGroup ? null : this.#state.levelOf(row);
-    const isSelected = !isGroup && this.#state.selected.has(row);
+    const isPart = isGroup && this.tree.levelOf(row) === 3;
+    const isSelected = (!isGroup || isPart) && elements.every((element) => this.#state.selected.has(element));
     const name = isGroup ? this.tree.groupOf(row).name : this.#model.nameOf(row);
     const element = h(
       'div',
@@ -135,7 +146,7 @@ export class TreePanel {
       h(
         'span',
         { class: 'quiet' },
-        isGroup ? countText(elements.length) : `line ${this.#model.scene.elements.line[row]}`,
+        isGroup && !isPart ? countText(elements.length) : `line ${this.#model.scene.elements.line[elements[0]]}`,
       ),
     );
     if (level) element.querySelector('.dot').style.background = LEVELS[level].colour;
@@ -162,7 +173,7 @@ export class TreePanel {
     this.#setActive(index);
     if (event.target.classList.contains('check')) this.#toggleShown(row);
     else if (event.target.classList.contains('twist')) this.#toggleOpen(row);
-    else if (Tree.isGroup(row) && !(event.ctrlKey || event.metaKey)) this.#toggleOpen(row);
+    else if (Tree.isGroup(row) && this.tree.levelOf(row) < 3 && !(event.ctrlKey || event.metaKey)) this.#toggleOpen(row);
     else this.#choose(row, event.ctrlKey || event.metaKey);
   }
 
@@ -175,8 +186,11 @@ export class TreePanel {
 
   #choose(row, more) {
     const elements = this.tree.elementsOf(row);
-    this.#last = Tree.isGroup(row) ? elements.at(-1) : row;
-    this.#state.select(elements, more);
+    const isPart = Tree.isGroup(row) && this.tree.levelOf(row) === 3;
+    // What a component is named after is told in the details.
+    const last = isPart ? this.#model.principalOf(elements[0]) : elements.at(-1);
+    this.#last = last;
+    this.#state.select(elements, more, last);
   }
 
   #onKey(event) {

@@ -1,7 +1,12 @@
 import { Matrix4, OrthographicCamera, PerspectiveCamera, Vector3 } from 'three';
 
+import { Outline } from './Outline.js';
+
 const DEGREE = Math.PI / 180;
 const FIELD_OF_VIEW = 35 * DEGREE;
+
+// How much of the height or width of the picture is filled by what shall be seen whole.
+export const FILLED = 0.9;
 
 /** Where the eye stands for each standard view, in degrees. Z is up. */
 export const VIEWS = {
@@ -44,6 +49,14 @@ export class Camera {
       up: new Vector3(-se * ca, -se * sa, ce),
       toEye: new Vector3(ce * ca, ce * sa, se),
     };
+  }
+
+  /** Where the eye is, [x, y, z, 1]; without perspective its direction, [x, y, z, 0]. */
+  get eye() {
+    const { toEye } = this.axes();
+    if (!this.isPerspective) return [...toEye.toArray(), 0];
+    const distance = this.height / 2 / Math.tan(FIELD_OF_VIEW / 2);
+    return [...toEye.multiplyScalar(distance).add(this.target).toArray(), 1];
   }
 
   get aspect() {
@@ -103,28 +116,47 @@ export class Camera {
     this.height = Math.min(1e12, Math.max(1e-6, this.height / factor));
   }
 
+  /** Puts the eye at a place, in perspective, with the target so far before it. */
+  stand(eye, distance) {
+    this.height = 2 * distance * Math.tan(FIELD_OF_VIEW / 2);
+    this.target.copy(eye).addScaledVector(this.axes().toEye, -distance);
+  }
+
   look({ azimuth, elevation }) {
     this.azimuth = azimuth * DEGREE;
     this.elevation = elevation * DEGREE;
   }
 
-  /** Shows a box [[x, y, z], [x, y, z]] whole, with a margin. */
-  fit(box) {
-    const { right, up, toEye } = this.axes();
-    const corners = cornersOf(box);
-    const along = (axis) => {
-      const all = corners.map((corner) => corner.dot(axis));
-      return [Math.min(...all), Math.max(...all)];
-    };
-    const [[x0, x1], [y0, y1], [z0, z1]] = [along(right), along(up), along(toEye)];
+  /** Shows a box [[x, y, z], [x, y, z]] or an Outline whole: it fills most of the picture. */
+  fit(what) {
+    const outline = what instanceof Outline ? what : Outline.ofBox(what);
+    const axes = this.axes();
+    const { right, up, toEye } = axes;
+    const [[x0, x1], [y0, y1], [z0, z1]] = outline.along(right, up, toEye);
     this.target
       .set(0, 0, 0)
       .addScaledVector(right, (x0 + x1) / 2)
       .addScaledVector(up, (y0 + y1) / 2)
       .addScaledVector(toEye, (z0 + z1) / 2);
     const size = Math.max(y1 - y0, (x1 - x0) / this.aspect, (z1 - z0) * 1e-3);
-    this.height = (size > 0 ? Math.max(size, 1e-3) : this.#around()) * 1.15;
-    if (this.isPerspective) this.height += (z1 - z0) * Math.tan(FIELD_OF_VIEW / 2);
+    this.height = (size > 0 ? Math.max(size, 1e-3) : this.#around()) / FILLED;
+    if (this.isPerspective && size > 0) this.#fitInPerspective(outline, axes, z1 - z0);
+  }
+
+  // What is near looks larger: goes nearer or away until the picture is filled.
+  #fitInPerspective(outline, axes, deep) {
+    const tangent = Math.tan(FIELD_OF_VIEW / 2);
+    this.height += deep * tangent;
+    for (let i = 0; i < 12; ++i) {
+      const distance = this.height / 2 / tangent;
+      const [left, right, bottom, top] = outline.seen(axes, this.target, distance);
+      this.target
+        .addScaledVector(axes.right, ((left + right) / 2) * distance)
+        .addScaledVector(axes.up, ((bottom + top) / 2) * distance);
+      const filled = Math.max(top - bottom, (right - left) / this.aspect) / (2 * tangent);
+      // Going away makes the near parts smaller at once, and the far ones hardly.
+      this.height *= Math.min(2, Math.max(0.7, (filled / FILLED) ** 0.8));
+    }
   }
 
   // What is shown around a point, which has no size: a twentieth of the model.

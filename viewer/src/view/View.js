@@ -2,6 +2,7 @@ import {
   BufferAttribute,
   BufferGeometry,
   Color,
+  CustomBlending,
   DataTexture,
   DoubleSide,
   FrontSide,
@@ -10,10 +11,11 @@ import {
   InstancedBufferGeometry,
   Mesh,
   NearestFilter,
+  NoBlending,
   OneFactor,
   OneMinusSrcAlphaFactor,
-  CustomBlending,
   RawShaderMaterial,
+  RGBAFormat,
   RGIntegerFormat,
   Scene,
   UnsignedByteType,
@@ -25,24 +27,35 @@ import {
 } from 'three';
 
 import { Camera } from './Camera.js';
-import { MOST_COLOURS, paletteOf } from './palette.js';
-import { boxOf, coarse, countAtLeast, partsOf } from './parts.js';
-import { COLOUR, EDGES, FACTS, HIDDEN, SCREEN_VERTEX, STATE_WIDTH, VERTEX } from './shaders.js';
+import { DepthImage } from './DepthImage.js';
+import { Outline } from './Outline.js';
+import { MOST_COLOURS } from './palette.js';
+import { boxOf, partsOf } from './parts.js';
+import { AT_REST, IN_MOTION, Places, Sight } from './Places.js';
+import {
+  ALL,
+  CLEAR,
+  COLOUR,
+  EDGES,
+  FACTS,
+  FADED,
+  HIDDEN,
+  MOST_PLANES,
+  SCREEN_VERTEX,
+  STATE_WIDTH,
+  VEILED,
+  VERTEX,
+} from './shaders.js';
 
-const LINE_WIDTH = 2; // pixels of the page
-const POINT_WIDTH = 7;
+// Pixels of the page, and how much of the thickness of a middling solid.
+const LINE = { width: 2, part: 0.4 };
+const POINT = { width: 7, part: 0.6 };
 
-// Models of more elements than this are drawn with coarser meshes, and without small
-// things and edges, while they move.
-const LARGE = 20000;
-const SMALL_AT_REST = 0.5; // pixels
-const SMALL_IN_MOTION = 4;
-const KEPT_IN_MOTION = 50000; // of each mesh, the largest, or a model far away would vanish
+// While the view moves it is drawn coarser and without edges if a frame at rest takes
+// longer than this, in milliseconds; before one was drawn, if it has more triangles.
+const QUICK = 60;
+const FEW_TRIANGLES = 50000;
 const REST_AFTER = 140; // milliseconds
-
-// Where a frame in full would take longer than this, in milliseconds, as without a
-// graphics card, a large model stays as it is in motion.
-const PATIENCE = 3000;
 
 // How far around a click an element is still hit, in pixels of the page.
 const PICK_REACH = 4;
@@ -56,9 +69,16 @@ export class View {
   onDrawn = () => {};
   hasEdges = true;
 
+  /** Whether the depths of what is drawn are wanted after a frame at rest. */
+  wantsDepths = false;
+  depths = null; // a DepthImage of the last frame at rest, while the view has not changed
+
   #scene;
   #renderer;
-  #solids = []; // {mesh, sizes, isClosed, isMirrored, drawn: always, resting or moving}
+  #solids = []; // {mesh, isClosed, isMirrored}
+  #places = []; // {places, meshes: one for each level}
+  frames; // of the places of all meshes, see partsOf
+  #hasShape;
   #world = new Scene();
   #screen = new Scene();
   #states;
@@ -66,8 +86,13 @@ export class View {
   #factsAreCurrent = false;
   #frame = 0;
   #restTimer = 0;
-  #atRest = true;
-  #isSlow = null; // not known before a large model has come to rest
+  #atRest = false;
+  #restTime = null; // of the last frame at rest, in milliseconds
+  #triangles = 0; // at rest, of what is seen now
+  #hasVeil = false;
+  #strength = 1;
+  #thin = []; // {mesh, size} of points and lines
+  #planes = [];
   #uniforms;
 
   constructor(canvas, scene) {
@@ -81,21 +106,26 @@ export class View {
     this.#states = this.#makeStates();
     this.#uniforms = {
       states: { value: this.#states },
-      palette: { value: this.#palette() },
+      palette: { value: paletteTexture() },
       background: { value: new Color() },
       selection: { value: new Color() },
       ink: { value: new Color() },
       strength: { value: 1 },
-      section: { value: new Vector4() },
-      isCut: { value: false },
+      planes: { value: Array.from({ length: MOST_PLANES }, () => new Vector4()) },
+      planeCount: { value: 0 },
+      eye: { value: new Vector4() },
+      layer: { value: ALL },
       pixels: { value: new Vector2() },
     };
     const parts = partsOf(scene);
     this.boxes = parts.boxes;
+    this.frames = parts.frames;
+    this.thickness = parts.thickness || spacing(scene);
     for (const each of parts.shared) this.#addShared(each);
     for (const each of parts.joined) this.#addJoined(each);
-    this.#addLines(scene.lines);
-    this.#addPoints(scene.points);
+    this.#hasShape = this.#shapes();
+    this.#addLines(scene.lines, this.thickness * LINE.part);
+    this.#addPoints(scene.points, this.thickness * POINT.part);
     this.#addScreen();
     canvas.addEventListener('webglcontextrestored', () => this.invalidate());
   }
@@ -122,17 +152,29 @@ export class View {
     set('background', background);
     set('selection', selection);
     set('ink', ink);
-    this.#uniforms.strength.value = strength;
+    this.#strength = strength;
     this.invalidate();
   }
 
-  /** Calls stateOf(element) for [colour number, flags] of every element. */
-  setStates(stateOf) {
+  /** The colours by their numbers, as texts. */
+  setPalette(colours) {
+    const { data } = this.#uniforms.palette.value.image;
+    const colour = new Color();
+    colours.slice(0, MOST_COLOURS).forEach((each, i) => {
+      colour.set(each).convertLinearToSRGB();
+      data.set([colour.r, colour.g, colour.b, 1].map((x) => Math.round(x * 255)), i * 4);
+    });
+    this.#uniforms.palette.value.needsUpdate = true;
+    this.invalidate();
+  }
+
+  /** Calls fill(data) for colour number and flags of every element, two bytes each. */
+  setStates(fill) {
     const { data } = this.#states.image;
-    for (let i = 0; i < this.#scene.elements.count; ++i) {
-      const [colour, flags] = stateOf(i);
-      data[i * 2] = colour;
-      data[i * 2 + 1] = flags;
+    fill(data);
+    this.#hasVeil = false;
+    for (let i = 1; i < this.#scene.elements.count * 2 && !this.#hasVeil; i += 2) {
+      this.#hasVeil = (data[i] & (FADED | HIDDEN)) === FADED;
     }
     this.#states.needsUpdate = true;
     this.invalidate();
@@ -142,12 +184,17 @@ export class View {
     return (this.#states.image.data[element * 2 + 1] & HIDDEN) !== 0;
   }
 
-  /** Cuts away what lies beyond a plane, {normal, distance}; null for nothing. */
-  setSection(plane) {
-    this.#uniforms.isCut.value = plane !== null;
-    if (plane) this.#uniforms.section.value.set(...plane.normal, plane.distance);
+  isFaded(element) {
+    return (this.#states.image.data[element * 2 + 1] & FADED) !== 0;
+  }
+
+  /** Cuts away what lies beyond planes, [{normal, distance}], six at most. */
+  setSection(planes) {
+    this.#planes = planes.map(({ normal, distance }) => [...normal, distance]);
+    this.#uniforms.planeCount.value = planes.length;
+    this.#planes.forEach((plane, i) => this.#uniforms.planes.value[i].set(...plane));
     for (const { mesh, isClosed, isMirrored } of this.#solids) {
-      mesh.material.side = isClosed && !isMirrored && plane === null ? FrontSide : DoubleSide;
+      mesh.material.side = isClosed && !isMirrored && planes.length === 0 ? FrontSide : DoubleSide;
       mesh.userData.facts.side = mesh.material.side;
       mesh.material.needsUpdate = true;
       mesh.userData.facts.needsUpdate = true;
@@ -156,8 +203,7 @@ export class View {
   }
 
   isCutAway([x, y, z]) {
-    const { x: a, y: b, z: c, w } = this.#uniforms.section.value;
-    return this.#uniforms.isCut.value && a * x + b * y + c * z > w;
+    return this.#planes.some(([a, b, c, d]) => a * x + b * y + c * z > d);
   }
 
   /** The box of elements that are seen; of all elements without an argument. */
@@ -167,37 +213,60 @@ export class View {
     return boxOf(this.boxes, visible);
   }
 
+  /**
+   * The outline of elements that are seen, of all without an argument; null if none is
+   * seen. Texts count where there is nothing else.
+   */
+  outlineOfVisible(elements = null) {
+    const { count } = this.#scene.elements;
+    const wanted = new Uint8Array(count).fill(elements === null ? 1 : 0);
+    for (const element of elements ?? []) wanted[element] = 1;
+    const hasContext = elements === null && this.#scene.elements.shown.includes(0);
+    let [hasShape, isSeen] = [false, false];
+    for (let i = 0; i < count; ++i) {
+      if (this.isHidden(i) || !(this.boxes[i * 6] <= this.boxes[i * 6 + 3])) wanted[i] = 0;
+      if (hasContext && this.#scene.elements.shown[i] !== 0) wanted[i] = 0;
+      isSeen ||= wanted[i] === 1;
+      hasShape ||= wanted[i] === 1 && this.#hasShape[i] > 0;
+    }
+    if (!isSeen) return null;
+    const boxes = [];
+    for (const { elements: owners, frames } of this.frames) {
+      for (let i = 0; i < owners.length; ++i) {
+        if (!wanted[owners[i]]) continue;
+        for (let k = 0; k < 12; ++k) boxes.push(frames[i * 12 + k]);
+      }
+    }
+    for (let i = 0; i < count; ++i) {
+      if (!wanted[i] || this.#hasShape[i] === 2 || (hasShape && this.#hasShape[i] === 0)) continue;
+      const [x0, y0, z0, x1, y1, z1] = this.boxes.subarray(i * 6, i * 6 + 6);
+      boxes.push((x0 + x1) / 2, (y0 + y1) / 2, (z0 + z1) / 2);
+      boxes.push((x1 - x0) / 2, 0, 0, 0, (y1 - y0) / 2, 0, 0, 0, (z1 - z0) / 2);
+    }
+    return new Outline(boxes);
+  }
+
+  // 2 for solids and faces, 1 for lines and points, 0 for texts.
+  #shapes() {
+    const shapes = new Uint8Array(this.#scene.elements.count);
+    for (const element of this.#scene.lines.elements) shapes[element] = 1;
+    for (const element of this.#scene.points.elements) shapes[element] = 1;
+    for (const { elements } of this.frames) for (const element of elements) shapes[element] = 2;
+    return shapes;
+  }
+
   /** Asks for one frame. */
   invalidate() {
     this.#factsAreCurrent = false;
-    this.#atRest = this.#scene.elements.count <= LARGE;
-    if (!this.#atRest) {
-      clearTimeout(this.#restTimer);
-      this.#restTimer = setTimeout(() => this.#rest(), REST_AFTER);
-    }
+    this.depths = null;
+    this.#atRest = false;
+    clearTimeout(this.#restTimer);
     this.#request();
   }
 
   #rest() {
-    this.#isSlow ??= this.#wouldBeSlow();
-    if (this.#isSlow) return;
     this.#atRest = true;
     this.#request();
-  }
-
-  // From the time of a frame in motion. Reading a pixel waits until it is drawn.
-  #wouldBeSlow() {
-    const gl = this.#renderer.getContext();
-    const begin = performance.now();
-    this.drawMoving();
-    gl.readPixels(0, 0, 1, 1, gl.RGBA, gl.UNSIGNED_BYTE, new Uint8Array(4));
-    const took = performance.now() - begin;
-    const now = this.statistics.triangles;
-    let all = now;
-    for (const { mesh, sizes, drawn } of this.#solids) {
-      if (drawn === 'resting') all += (mesh.geometry.index.count / 3) * sizes.length;
-    }
-    return (took * all * 2) / Math.max(1, now) > PATIENCE;
   }
 
   /** Draws at once and in full, for a picture or a test. */
@@ -210,7 +279,8 @@ export class View {
   /** Draws at once what is drawn while a model of many elements moves. */
   drawMoving() {
     this.#factsAreCurrent = false;
-    this.#atRest = this.#scene.elements.count <= LARGE;
+    this.#atRest = false;
+    this.#restTime = Infinity;
     this.#draw();
   }
 
@@ -263,30 +333,78 @@ export class View {
   }
 
   #draw() {
+    const begin = performance.now();
     this.#renderer.info.reset();
     const camera = this.#prepare();
-    if (this.hasEdges && this.#atRest) this.#currentFacts();
+    const isWhole = this.#atRest || !this.#isBusy;
+    if (isWhole && (this.hasEdges || this.wantsDepths)) this.#currentFacts();
     this.#renderer.setRenderTarget(null);
-    this.#renderer.clear();
-    this.#renderer.render(this.#world, camera);
-    if (this.hasEdges && this.#atRest) this.#renderer.render(this.#screen, camera);
+    this.#renderWorld(camera);
+    if (isWhole && this.hasEdges) this.#renderer.render(this.#screen, camera);
+    if (isWhole) {
+      if (this.wantsDepths) this.#readDepths();
+      this.#measure(begin);
+    } else {
+      this.#restTimer = setTimeout(() => this.#rest(), REST_AFTER);
+    }
     this.onDrawn();
   }
 
-  // The camera, and how many places of each mesh are large enough to be seen.
+  // How long it took. Reading a pixel waits until it is drawn; without reading it would
+  // be the time of giving the orders.
+  #measure(begin) {
+    const gl = this.#renderer.getContext();
+    if (!this.wantsDepths) gl.readPixels(0, 0, 1, 1, gl.RGBA, gl.UNSIGNED_BYTE, new Uint8Array(4));
+    this.#restTime = performance.now() - begin;
+  }
+
+  get #isBusy() {
+    return this.#restTime === null ? this.#triangles > FEW_TRIANGLES : this.#restTime > QUICK;
+  }
+
+  // What is only a veil, and over it all else, as if it were in front.
+  #renderWorld(camera) {
+    this.#renderer.clear();
+    const layers = this.#hasVeil ? [VEILED, CLEAR] : [ALL];
+    layers.forEach((layer, i) => {
+      if (i > 0) this.#renderer.clearDepth();
+      this.#uniforms.layer.value = layer;
+      this.#renderer.render(this.#world, camera);
+    });
+  }
+
+  // The camera, and the places that are drawn.
   #prepare() {
     const camera = this.camera.toThree();
-    let unit = this.camera.unitsPerPixel;
-    if (this.camera.isPerspective) unit *= camera.near / (camera.near + this.camera.height);
-    const smallest = unit * (this.#atRest ? SMALL_AT_REST : SMALL_IN_MOTION);
-    for (const { mesh, sizes, drawn } of this.#solids) {
-      mesh.visible = drawn === 'always' || (drawn === 'resting') === this.#atRest;
-      if (!sizes) continue;
-      const kept = this.#atRest ? 0 : Math.min(KEPT_IN_MOTION, sizes.length);
-      mesh.geometry.instanceCount = Math.max(kept, countAtLeast(sizes, smallest));
+    const sight = new Sight(this.camera);
+    const states = this.#states.image.data;
+    this.#uniforms.eye.value.set(...this.camera.eye);
+    // Lines around things of a pixel or two would be all that is seen of them.
+    const across = this.thickness / this.camera.unitsPerPixel;
+    this.#uniforms.strength.value = this.#strength * Math.min(1, Math.max(0.12, (across - 1) / 5));
+    // Points and lines that would be too pale.
+    for (const { mesh, size } of this.#thin) {
+      mesh.visible = this.camera.isPerspective || (size / this.camera.unitsPerPixel) ** 2 > 0.1;
     }
     this.#renderer.getDrawingBufferSize(this.#uniforms.pixels.value);
+    const choose = (limits) => {
+      this.#triangles = 0;
+      for (const { places, meshes } of this.#places) {
+        const { triangles } = places.choose(sight, limits, AT_REST, states, this.#planes);
+        this.#triangles += triangles;
+        meshes.forEach((mesh, level) => (mesh.visible = places.levels[level].count > 0));
+      }
+    };
+    choose(this.#atRest ? AT_REST : this.#restTime > QUICK ? IN_MOTION : AT_REST);
+    if (!this.#atRest && this.#restTime === null && this.#isBusy) choose(IN_MOTION);
     return camera;
+  }
+
+  #readDepths() {
+    const { width, height } = this.#facts;
+    const bytes = new Uint8Array(width * height * 4);
+    this.#renderer.readRenderTargetPixels(this.#facts, 0, 0, width, height, bytes, 0, 2);
+    this.depths = new DepthImage(bytes, width, height, this.camera);
   }
 
   // Element, normal and depth of every pixel.
@@ -308,8 +426,7 @@ export class View {
     };
     swap();
     this.#renderer.setRenderTarget(this.#facts);
-    this.#renderer.clear();
-    this.#renderer.render(this.#world, camera);
+    this.#renderWorld(camera);
     this.#renderer.setRenderTarget(null);
     swap();
     const [elements, normals, depths] = this.#facts.textures;
@@ -357,66 +474,61 @@ export class View {
     return texture;
   }
 
-  #palette() {
-    const colours = paletteOf(this.#scene.kinds).map((each) =>
-      new Color(each).convertLinearToSRGB(),
-    );
-    while (colours.length < MOST_COLOURS) colours.push(new Color());
-    return colours;
-  }
-
   #add(geometry, defines, options = {}) {
-    const {
-      width = 0,
-      isClosed = false,
-      isMirrored = false,
-      sizes = null,
-      drawn = 'always',
-    } = options;
+    const { width = 0, size = 0, isClosed = false, isMirrored = false } = options;
+    const { places = null, middle = [0, 0, 0], halves = [0, 0, 0] } = options;
     const isSolid = 'SOLID' in defines;
-    const material = (fragmentShader) =>
+    const uniforms = {
+      ...this.#uniforms,
+      width: { value: width * Math.min(globalThis.devicePixelRatio, 2) },
+      size: { value: size },
+      isClosed: { value: isClosed },
+      places: { value: places },
+      middle: { value: new Vector3(...middle) },
+      halves: { value: new Vector3(...halves) },
+    };
+    const material = (fragmentShader, more) =>
       new RawShaderMaterial({
         glslVersion: GLSL3,
         vertexShader: VERTEX,
         fragmentShader,
         defines,
-        uniforms: {
-          ...this.#uniforms,
-          width: { value: width * Math.min(globalThis.devicePixelRatio, 2) },
-          isClosed: { value: isClosed },
-        },
+        uniforms,
         side: isSolid && isClosed && !isMirrored ? FrontSide : DoubleSide,
         forceSinglePass: true,
+        blending: NoBlending,
+        ...more,
       });
-    const mesh = new Mesh(geometry, material(COLOUR));
-    mesh.userData.facts = material(FACTS);
+    const pale = {
+      transparent: true,
+      blending: CustomBlending,
+      blendSrc: OneFactor,
+      blendDst: OneMinusSrcAlphaFactor,
+    };
+    const mesh = new Mesh(geometry, material(COLOUR, isSolid ? {} : pale));
+    // In the same order as the colours, what is pale behind what is not.
+    mesh.userData.facts = material(FACTS, isSolid ? {} : { transparent: true });
     mesh.frustumCulled = false;
     this.#world.add(mesh);
-    if (isSolid) this.#solids.push({ mesh, sizes, isClosed, isMirrored, drawn });
+    if (isSolid) this.#solids.push({ mesh, isClosed, isMirrored });
+    return mesh;
   }
 
-  #addShared({ mesh, matrices, elements, sizes }) {
-    const places = { element: new InstancedBufferAttribute(elements, 1) };
-    for (let row = 0; row < 3; ++row) {
-      const values = new Float32Array(elements.length * 4);
-      for (let i = 0; i < elements.length; ++i) {
-        values.set(matrices.subarray(i * 12 + row * 4, i * 12 + row * 4 + 4), i * 4);
-      }
-      places[`row${row}`] = new InstancedBufferAttribute(values, 4);
-    }
-    const isMirrored = hasMirror(matrices);
-    const addMesh = ({ positions, normals, indices, closed }, drawn) => {
-      const geometry = new InstancedBufferGeometry();
-      for (const [name, attribute] of Object.entries(places)) geometry.setAttribute(name, attribute);
-      geometry.setAttribute('position', new BufferAttribute(positions, 3));
-      geometry.setAttribute('normal', new BufferAttribute(normals, 3));
-      geometry.setIndex(new BufferAttribute(indices, 1));
-      const defines = { SOLID: '', SHARED: '' };
-      this.#add(geometry, defines, { isClosed: closed, isMirrored, sizes, drawn });
-    };
-    const moving = this.#scene.elements.count > LARGE ? coarse(mesh) : null;
-    addMesh(mesh, moving ? 'resting' : 'always');
-    if (moving) addMesh(moving, 'moving');
+  #addShared(part) {
+    const places = new Places(part);
+    const { isClosed, isMirrored } = places;
+    const [low, high] = [places.box.slice(0, 3), places.box.slice(3)];
+    const meshes = places.levels.map(({ geometry, isRibbon }) => {
+      const defines = { SOLID: '', SHARED: '', ...(isRibbon ? { RIBBON: '' } : {}) };
+      return this.#add(geometry, defines, {
+        isClosed: isClosed && !isRibbon,
+        isMirrored,
+        places: places.texture,
+        middle: low.map((x, k) => (x + high[k]) / 2),
+        halves: low.map((x, k) => (high[k] - x) / 2),
+      });
+    });
+    this.#places.push({ places, meshes });
   }
 
   #addJoined({ positions, normals, elements, indices, closed }) {
@@ -425,10 +537,11 @@ export class View {
     geometry.setAttribute('normal', new BufferAttribute(normals, 3));
     geometry.setAttribute('element', new BufferAttribute(elements, 1));
     geometry.setIndex(new BufferAttribute(indices, 1));
-    this.#add(geometry, { SOLID: '' }, { isClosed: closed });
+    geometry.computeBoundingSphere();
+    this.#add(geometry, { SOLID: '' }, { isClosed: closed }).frustumCulled = true;
   }
 
-  #addLines({ positions, elements }) {
+  #addLines({ positions, elements }, size) {
     if (elements.length === 0) return;
     const from = new Float32Array(elements.length * 3);
     const to = new Float32Array(elements.length * 3);
@@ -439,14 +552,14 @@ export class View {
     const geometry = quads([0, -1, 0, 1, -1, 0, 1, 1, 0, 0, 1, 0], elements);
     geometry.setAttribute('from', new InstancedBufferAttribute(from, 3));
     geometry.setAttribute('to', new InstancedBufferAttribute(to, 3));
-    this.#add(geometry, { LINE: '' }, { width: LINE_WIDTH });
+    this.#thin.push({ mesh: this.#add(geometry, { LINE: '' }, { width: LINE.width, size }), size });
   }
 
-  #addPoints({ positions, elements }) {
+  #addPoints({ positions, elements }, size) {
     if (elements.length === 0) return;
     const geometry = quads([-1, -1, 0, 1, -1, 0, 1, 1, 0, -1, 1, 0], elements);
     geometry.setAttribute('at', new InstancedBufferAttribute(positions, 3));
-    this.#add(geometry, { POINT: '' }, { width: POINT_WIDTH });
+    this.#thin.push({ mesh: this.#add(geometry, { POINT: '' }, { width: POINT.width, size }), size });
   }
 
   *#all() {
@@ -472,10 +585,15 @@ function quads(corners, elements) {
   return geometry;
 }
 
-function hasMirror(matrices) {
-  for (let i = 0; i < matrices.length; i += 12) {
-    const [a, b, c, , d, e, f, , g, h, k] = matrices.subarray(i, i + 11);
-    if (a * (e * k - f * h) - b * (d * k - f * g) + c * (d * h - e * g) < 0) return true;
-  }
-  return false;
+function paletteTexture() {
+  const texture = new DataTexture(new Uint8Array(MOST_COLOURS * 4), MOST_COLOURS, 1, RGBAFormat);
+  texture.needsUpdate = true;
+  return texture;
+}
+
+// What stands in for the thickness of solids where there are none: how far lines and
+// points are apart.
+function spacing({ bounds: [low, high], elements }) {
+  const size = Math.hypot(...low.map((x, k) => high[k] - x));
+  return size > 0 ? size / Math.sqrt(elements.count) : 1e9;
 }

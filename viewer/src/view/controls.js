@@ -9,10 +9,11 @@ const TURN = Math.PI / 500; // radians for each pixel
  *   wheel, two fingers                   enlarge, and move
  *   click                                onClick(x, y, more)
  *   pointer without a button             onHover(x, y)
+ *   drag                                 onLook(dx, dy), which may take it
  *
  * Turning goes about what the pointer is on: pivotAt(x, y), or null.
  */
-export function control(canvas, camera, { onChange, onClick, onDoubleClick, onHover, pivotAt }) {
+export function control(canvas, camera, { onChange, onClick, onDoubleClick, onHover, onLook = () => false, pivotAt }) {
   const pointers = new Map(); // by id: [x, y]
   let from = null; // where the first pointer went down
   let isDrag = false;
@@ -69,6 +70,10 @@ export function control(canvas, camera, { onChange, onClick, onDoubleClick, onHo
       }
       isDrag = true;
       pivot = pivotAt(...from.place);
+    }
+    if (onLook(dx, dy)) {
+      onChange();
+      return;
     }
     if (from.button !== 0 || event.shiftKey) camera.pan(dx, dy);
     else camera.orbit(-dx * TURN, dy * TURN, pivot ?? undefined);

@@ -5,35 +5,78 @@
 /** A mesh at fewer places than this is put together with others. */
 export const FEW_PLACES = 16;
 
+/** Corners of triangles that are put together into one mesh at most. */
+export const MOST_CORNERS = 129600;
+
 /**
  * The solids and faces of a scene:
- *   shared: [{mesh, matrices, elements, sizes}], the places sorted by size, the
- *           largest first; `sizes` are the diameters of their boxes
- *   joined: [{positions, normals, elements, indices, closed}], at most two
+ *   shared: [{mesh, matrices, elements, frames}], the largest places first
+ *   joined: [{positions, normals, elements, indices, closed}]
  *   boxes:  6 numbers for each element, low x y z, high x y z
+ *   frames: [{elements, frames}] of all meshes: for each place 12 numbers, the middle
+ *           of the mesh's box there and the three halves of its edges
+ *   thickness: what a middling solid measures across; 0 without solids
  */
 export function partsOf(scene) {
   const boxes = new Float32Array(scene.elements.count * 6);
   for (let i = 0; i < boxes.length; i += 6) boxes.set(EMPTY, i);
   const shared = [];
   const few = { true: [], false: [] };
+  const frames = [];
   for (const group of scene.groups) {
     const mesh = scene.meshes[group.mesh];
-    const sizes = addBoxes(boxes, mesh, group);
-    const places = { mesh, matrices: group.matrices, elements: group.elements, sizes };
+    const places = { mesh, matrices: group.matrices, elements: group.elements, frames: framesOf(mesh, group.matrices) };
+    addBoxes(boxes, places);
+    frames.push({ elements: places.elements, frames: places.frames });
     if (group.elements.length < FEW_PLACES) few[mesh.closed].push(places);
     else shared.push(sortedBySize(places));
   }
   const joined = [];
   for (const closed of [true, false]) {
-    if (few[closed].length > 0) joined.push({ ...join(few[closed]), closed });
+    for (const some of chunksOf(few[closed])) joined.push({ ...join(some), closed });
   }
   addPoints(boxes, scene.points.positions, scene.points.elements, 3);
   addPoints(boxes, scene.lines.positions, scene.lines.elements, 6);
   for (const text of scene.texts) {
     addPoints(boxes, cornersOfText(text), Array(4).fill(text.element), 3);
   }
-  return { shared, joined, boxes };
+  return { shared, joined, boxes, frames, thickness: middleThickness(frames) };
+}
+
+// Neighbours in the file lie near each other in the plant mostly, so that a part of
+// them can be left out as a whole where it is not seen.
+function chunksOf(groups) {
+  const chunks = [];
+  let corners = MOST_CORNERS;
+  const sorted = [...groups].sort((a, b) => a.elements[0] - b.elements[0]);
+  for (const group of sorted) {
+    if (corners >= MOST_CORNERS) {
+      chunks.push([]);
+      corners = 0;
+    }
+    chunks.at(-1).push(group);
+    corners += group.mesh.indices.length * group.elements.length;
+  }
+  return chunks;
+}
+
+/** The length of the three half edges of a frame, the longest first. */
+export function edgesOf(frames, place) {
+  const at = place * 12 + 3;
+  const length = (k) => Math.hypot(frames[at + k], frames[at + k + 1], frames[at + k + 2]);
+  const [a, b, c] = [length(0), length(3), length(6)];
+  const most = Math.max(a, b, c);
+  const least = Math.min(a, b, c);
+  return [most, a + b + c - most - least, least];
+}
+
+function middleThickness(all) {
+  const thick = [];
+  for (const { elements, frames } of all) {
+    const step = Math.max(1, Math.floor(elements.length / 500));
+    for (let i = 0; i < elements.length; i += step) thick.push(2 * edgesOf(frames, i)[1]);
+  }
+  return thick.sort((a, b) => a - b)[thick.length >> 1] ?? 0;
 }
 
 // The last ones differ from the first where the record says how wide the text is.
@@ -56,17 +99,6 @@ export function boxOf(boxes, elements) {
   return all[0] <= all[3] ? [all.slice(0, 3), all.slice(3)] : null;
 }
 
-/** How many of the sizes, which fall, are at least this large. */
-export function countAtLeast(sizes, size) {
-  let [low, high] = [0, sizes.length];
-  while (low < high) {
-    const middle = (low + high) >> 1;
-    if (sizes[middle] >= size) low = middle + 1;
-    else high = middle;
-  }
-  return low;
-}
-
 /** The place of a point of a mesh, by row k of 12 numbers of the matrix. */
 export function placed(matrices, k, x, y, z) {
   const at = k * 12;
@@ -78,7 +110,8 @@ export function placed(matrices, k, x, y, z) {
   return place;
 }
 
-function meshBox({ positions }) {
+/** Low x y z and high x y z of a mesh. */
+export function meshBox({ positions }) {
   const box = [...EMPTY];
   for (let i = 0; i < positions.length; i += 3) {
     for (let k = 0; k < 3; ++k) {
@@ -89,31 +122,34 @@ function meshBox({ positions }) {
   return box;
 }
 
-// Widens the boxes of the elements by those of the mesh at its places; returns the
-// diameters of these.
-function addBoxes(boxes, mesh, { matrices, elements }) {
+// The box of the mesh at each of its places: the middle and the halves of three edges.
+function framesOf(mesh, matrices) {
   const box = meshBox(mesh);
-  const sizes = new Float32Array(elements.length);
-  for (let place = 0; place < elements.length; ++place) {
-    let square = 0;
+  const middle = [0, 1, 2].map((k) => (box[k] + box[k + 3]) / 2);
+  const half = [0, 1, 2].map((k) => (box[k + 3] - box[k]) / 2);
+  const frames = new Float32Array(matrices.length);
+  for (let at = 0; at < matrices.length; at += 12) {
     for (let row = 0; row < 3; ++row) {
-      const m = place * 12 + row * 4;
-      let low = matrices[m + 3];
-      let high = low;
-      for (let k = 0; k < 3; ++k) {
-        const a = matrices[m + k] * box[k];
-        const b = matrices[m + k] * box[k + 3];
-        low += Math.min(a, b);
-        high += Math.max(a, b);
-      }
-      const at = elements[place] * 6 + row;
-      boxes[at] = Math.min(boxes[at], low);
-      boxes[at + 3] = Math.max(boxes[at + 3], high);
-      square += (high - low) ** 2;
+      const m = at + row * 4;
+      frames[at + row] =
+        matrices[m] * middle[0] + matrices[m + 1] * middle[1] + matrices[m + 2] * middle[2] + matrices[m + 3];
+      for (let k = 0; k < 3; ++k) frames[at + 3 + k * 3 + row] = matrices[m + k] * half[k];
     }
-    sizes[place] = Math.sqrt(square);
   }
-  return sizes;
+  return frames;
+}
+
+// Widens the boxes of the elements by those of the mesh at its places.
+function addBoxes(boxes, { elements, frames }) {
+  for (let place = 0; place < elements.length; ++place) {
+    const f = place * 12;
+    for (let row = 0; row < 3; ++row) {
+      const half = Math.abs(frames[f + 3 + row]) + Math.abs(frames[f + 6 + row]) + Math.abs(frames[f + 9 + row]);
+      const at = elements[place] * 6 + row;
+      boxes[at] = Math.min(boxes[at], frames[f + row] - half);
+      boxes[at + 3] = Math.max(boxes[at + 3], frames[f + row] + half);
+    }
+  }
 }
 
 function addPoints(boxes, positions, elements, width) {
@@ -126,19 +162,20 @@ function addPoints(boxes, positions, elements, width) {
   }
 }
 
-function sortedBySize({ mesh, matrices, elements, sizes }) {
+function sortedBySize({ mesh, matrices, elements, frames }) {
+  const sizes = Float32Array.from(elements, (_, i) => edgesOf(frames, i)[0]);
   const order = Uint32Array.from({ length: elements.length }, (_, i) => i);
   order.sort((a, b) => sizes[b] - sizes[a] || a - b);
   const sorted = {
     mesh,
     matrices: new Float32Array(matrices.length),
     elements: new Uint32Array(elements.length),
-    sizes: new Float32Array(elements.length),
+    frames: new Float32Array(frames.length),
   };
   order.forEach((from, to) => {
     sorted.matrices.set(matrices.subarray(from * 12, from * 12 + 12), to * 12);
+    sorted.frames.set(frames.subarray(from * 12, from * 12 + 12), to * 12);
     sorted.elements[to] = elements[from];
-    sorted.sizes[to] = sizes[from];
   });
   return sorted;
 }

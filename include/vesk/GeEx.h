@@ -1,0 +1,33 @@
+#ifndef VESK_GEEX_H
+#define VESK_GEEX_H
+
+#include <vesk/TovExWhere.h>
+
+// The three failures of the geometry kernel.
+namespace GeEx {
+
+// A unit direction was asked of a vector that is too short to have one.
+class VESK_EXCEPTION NullDir : public Vesk::TovExWhere {
+ public:
+  using Vesk::TovExWhere::TovExWhere;
+  const char* what() const noexcept override { return "Direction should not be Null or Infinity"; }
+};
+
+// An array of three doubles was expected and a null pointer came.
+class VESK_EXCEPTION NullPtr : public Vesk::TovExWhere {
+ public:
+  using Vesk::TovExWhere::TovExWhere;
+  const char* what() const noexcept override { return "Pointer to array should not be NULL"; }
+};
+
+// A vector was divided by exactly 0.0, or an angle was asked of a vector whose
+// length is 0.0.
+class VESK_EXCEPTION DivZero : public Vesk::TovExWhere {
+ public:
+  using Vesk::TovExWhere::TovExWhere;
+  const char* what() const noexcept override { return "Division by zero"; }
+};
+
+}  // namespace GeEx
+
+#endif

@@ -1,0 +1,90 @@
+#ifndef VESK_GEO_H
+#define VESK_GEO_H
+
+#include <cstdint>
+
+#include <vesk/Extents.h>
+#include <vesk/GeMatrix.h>
+#include <vesk/GePoint.h>
+#include <vesk/GeVector.h>
+
+namespace Vesk {
+
+class Input;
+class Output;
+
+// A geometric primitive: what every kind can do.
+//
+// The kinds are plain value classes with public fields; they are copied freely
+// and none of them checks its fields. Lengths are in the unit of the record
+// file, by custom millimetres; angles are radians.
+class Geo {
+ public:
+  virtual ~Geo() = default;
+
+  // Which kind this is: 1 Cyl, 2 Box, 3 Relb, 4 Torus, 5 Red, 6 Cone, 7 Pline,
+  // 8 Pgon, 9 Txt.
+  virtual std::int32_t typeCode() const = 0;
+
+  // Fills the primitive from record lines and returns 0. Throws ExceptionInfo,
+  // and the primitive may be partly filled then.
+  virtual std::int32_t read(Input& in);
+
+  // Writes the primitive's records in the assembler's mode; in a mode other
+  // than 2 and 3 nothing. Returns the number of lines now in the assembler's
+  // `recs`, to which the record's last line does not belong yet. Throws what
+  // the assembler throws.
+  virtual std::int32_t write(Output& out) const;
+
+  // Shifts by a vector.
+  virtual void move(const GeVector& v);
+
+  // Transforms by a rigid matrix: points with its translation, vectors without.
+  virtual void rot(const GeMatrix& m);
+
+  // Multiplies by `factor` about the world origin, sizes too. A factor of zero
+  // or below is not rejected.
+  virtual void scale(double factor);
+
+  // Enlarges the box to enclose the primitive exactly; returns the box. A
+  // diameter, width or depth below zero counts by its absolute value; what has no
+  // point leaves the box as it is.
+  virtual Extents& addExtents(Extents& box) const = 0;
+
+  // 0 usable; 1 degenerate: a size or axis below the smallest size; 2 invalid:
+  // a size below zero, or a tube wider than its bend.
+  virtual std::int32_t checkSize() const = 0;
+
+  // 1, but for polylines and polygons of many vertices.
+  virtual std::int32_t pieceCount() const;
+
+  virtual bool isSolid() const = 0;
+
+  // 0.0 for what is not solid.
+  virtual double volume() const;
+
+  // Writes the centre of gravity into `p` and returns p.
+  virtual GePoint& centroid(GePoint& p) const = 0;
+
+  // Whether `other` is of the same kind and describes the same shape, every
+  // difference being at most `tolerance`.
+  virtual bool equal(const Geo& other, double tolerance) const;
+
+ protected:
+  Geo() = default;
+  Geo(const Geo&) = default;
+  Geo& operator=(const Geo&) = default;
+
+  // `other` as a Primitive if it has this one's type code and is one.
+  template <class Primitive>
+  const Primitive* sameKind(const Geo& other) const {
+    return other.typeCode() == typeCode() ? dynamic_cast<const Primitive*>(&other) : nullptr;
+  }
+
+ private:
+  void printNotSupported(const char* operation) const;
+};
+
+}  // namespace Vesk
+
+#endif

@@ -1,0 +1,23 @@
+#ifndef VESK_TOVEXCEPTION_H
+#define VESK_TOVEXCEPTION_H
+
+#include <exception>
+
+// The exception classes are defined in their headers and keep default
+// visibility, so that a C++ host catches by class what the shared library
+// throws.
+#if defined(__GNUC__) && !defined(_WIN32)
+#define VESK_EXCEPTION __attribute__((visibility("default")))
+#else
+#define VESK_EXCEPTION
+#endif
+
+namespace Vesk {
+
+// The root of everything that this library throws on its own account.
+// Thrown by value, caught by reference.
+class VESK_EXCEPTION TovException : public std::exception {};
+
+}  // namespace Vesk
+
+#endif

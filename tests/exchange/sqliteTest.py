@@ -1,0 +1,67 @@
+"""sqliteTest RECORDS DATABASE QUERIES - the tables against arithmetic, and ten queries."""
+import collections
+import math
+import re
+import sqlite3
+import sys
+
+import expect
+
+records, path, queries = sys.argv[1:]
+failures = 0
+
+
+def check(truth, what):
+    global failures
+    if not truth:
+        print('failed:', what)
+        failures += 1
+
+
+database = sqlite3.connect(path)
+check(database.execute('PRAGMA integrity_check').fetchone()[0] == 'ok', 'integrity')
+check(database.execute('PRAGMA user_version').fetchone()[0] == 1, 'version of the schema')
+metres = collections.Counter()
+volume = 0.0
+count = 0
+with open(records) as lines:
+    tame = [line for line in lines if not line.startswith('BAD')]
+with open('tame.dat', 'w') as out:
+    out.writelines(tame)
+for line, kind, values in expect.elements('tame.dat'):
+    count += 1
+    row = database.execute('SELECT kind, volume, length FROM elements WHERE line = ?',
+                           (line,)).fetchone()
+    check(row is not None, 'line %d is missing' % line)
+    if row is None:
+        continue
+    if values.get('volume'):
+        check(math.isclose(row[1], values['volume'], rel_tol=1e-9), 'volume of line %d' % line)
+        volume += values['volume']
+    if kind in ('cylinder', 'torus'):
+        metres[values['header']] += (values['length'] if kind == 'cylinder'
+                                     else values['radius'] * values['sweep']) / 1000
+check(database.execute('SELECT count(*) FROM elements').fetchone()[0] == count + 1, 'elements')
+check(database.execute('SELECT count(*) FROM boxes').fetchone()[0] == count + 1, 'boxes')
+check(database.execute('SELECT count(*) FROM faults').fetchone()[0] == 1, 'faults')
+
+text = open(queries).read()
+questions = [q for q in re.sub('--[^\n]*\n', '', text).split(';') if q.strip()]
+check(len(questions) == 10, '%d questions' % len(questions))
+first = database.execute("SELECT id, min_x, min_y, min_z FROM element_list WHERE f1 = 'LINE-11' "
+                         "AND f2 = '01' ORDER BY id LIMIT 1").fetchone()
+given = {'id': first[0], 'x': first[1], 'y': first[2], 'z': first[3]}
+answers = [database.execute(q, given).fetchall() for q in questions]
+check(first[0] in [row[0] for row in answers[0]], 'what is near')
+check(len(answers[0]) < count, 'what is near is not all')
+check({(r[0] + ' ' + r[1]): round(r[2], 6) for r in answers[1] if r[0] != 'BAD'} ==
+      {h: round(m, 6) for h, m in metres.items()}, 'metres of pipe')
+check(len(answers[2]) == 10 and answers[2] == sorted(answers[2], key=lambda r: -r[4]), 'boxes')
+check(math.isclose(sum(r[2] or 0 for r in answers[4]), volume / 1e9, rel_tol=1e-9), 'volume')
+check(len(answers[7]) == sum(1 for _, k, _ in expect.elements('tame.dat') if k == 'text'), 'texts')
+check(answers[8] == [('item-code', 'PIPE 6'), ('pipeline', 'P-11 "A"')], 'attributes')
+check(len(answers[9]) == 2, 'faults and troubles')
+for number, answer in enumerate(answers):
+    check(number == 9 or answer, 'question %d has no answer' % (number + 1))
+print('%d elements, %d questions, %d failures' % (count, len(questions), failures))
+sys.exit(1 if failures else 0)

@@ -1,0 +1,291 @@
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/Command.h"
+#include "export/Dxf.h"
+#include "export/Gltf.h"
+#include "export/Ifc.h"
+#include "export/Report.h"
+#include "export/Sqlite.h"
+#include "export/Step.h"
+#include "export/StreamedExport.h"
+#include "export/Writers.h"
+#include "files/Files.h"
+#include "files/SceneReader.h"
+#include "files/SelectionOptions.h"
+#include "terminal/Options.h"
+#include "text/Numbers.h"
+
+namespace VeskTool {
+namespace {
+
+enum class Format { kNone, kGlb, kGltf, kObj, kPly, kStl, kStep, kIfc, kDxf, kSqlite };
+
+struct FormatName {
+  Format format;
+  std::string_view name;
+};
+
+constexpr FormatName kFormats[] = {
+    {Format::kGlb, "glb"}, {Format::kGltf, "gltf"}, {Format::kObj, "obj"},
+    {Format::kPly, "ply"}, {Format::kStl, "stl"},   {Format::kStep, "step"},
+    {Format::kIfc, "ifc"}, {Format::kDxf, "dxf"},   {Format::kSqlite, "sqlite"}};
+
+// The others are written from a scene that is in memory as a whole.
+bool isStreamed(Format format) {
+  return format == Format::kStep || format == Format::kIfc || format == Format::kDxf ||
+         format == Format::kSqlite;
+}
+
+// "glb, gltf, obj, ply or stl"
+std::string formatList() {
+  std::string list;
+  for (const FormatName& each : kFormats) {
+    const bool isLast = &each == std::end(kFormats) - 1;
+    if (!list.empty()) list += isLast ? " or " : ", ";
+    list += each.name;
+  }
+  return list;
+}
+
+std::vector<std::string> formatNames() {
+  std::vector<std::string> names;
+  for (const FormatName& each : kFormats) names.emplace_back(each.name);
+  return names;
+}
+
+Format formatNamed(std::string_view name) {
+  for (const FormatName& each : kFormats) {
+    if (name == each.name) return each.format;
+  }
+  return name == "stp" ? Format::kStep : name == "db" ? Format::kSqlite : Format::kNone;
+}
+
+std::string_view nameOf(Format format) {
+  for (const FormatName& each : kFormats) {
+    if (format == each.format) return each.name;
+  }
+  return "none";
+}
+
+// By what stands behind the last point, in small letters.
+Format formatOf(const std::string& file) {
+  const std::size_t point = file.find_last_of("./\\");
+  if (point == std::string::npos || file[point] != '.') return Format::kNone;
+  std::string ending = file.substr(point + 1);
+  for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  return formatNamed(ending);
+}
+
+std::string amount(std::size_t count, std::string_view one, std::string_view many) {
+  return grouped(count) + ' ' + std::string(count == 1 ? one : many);
+}
+
+class ExportCommand : public Command {
+ public:
+  CommandText text() const override {
+    return {"export",
+            Group::kChange,
+            "FILE...",
+            "files for viewers, CAD, BIM and databases",
+            "All nine primitives, solids closed. In a .glb or .gltf, which is in metres and has y "
+            "up, every element is a node whose extras name its header, kind, file and line, below "
+            "a node for its header and one for its group; colours are by kind. The others keep the "
+            "unit and z up. What the format can't hold (.obj and .ply texts; .stl texts, lines and "
+            "points) is counted on stderr, and elements that can't be shown are named with their "
+            "lines; the exit code is then 1. For large plants: --instances writes each shape once "
+            "and its places as EXT_mesh_gpu_instancing, which three.js draws, assimp reads as "
+            "shapes of unit size without a word and f3d as one lump; --merge writes one mesh for "
+            "each kind of a header, which every reader opens, but files grow. \n"
+            ".step and .ifc keep the true surfaces, .dxf has meshes in layers by kind, and "
+            ".sqlite has every value, with the sidecar's, to be asked by SQL; these four stream. "
+            "docs/formats.md tells what each keeps and loses.\n--report tells for "
+            "each kind how far the meshes are "
+            "from the true surfaces, their volume, and whether they are closed. For meshes but "
+            ".dxf the whole model is in memory.",
+            {{"vesk export plant.dat -o plant.glb", "for any viewer of glTF"},
+             {"vesk export zones -o plant.obj --quality draft", "all files of a folder, coarse"},
+             {"vesk export plant.dat -o p.stl --tolerance 0.1", "within a tenth of a millimetre"},
+             {"vesk export plant.dat -o p.glb --header 'P-10*'", "some of its headers"},
+             {"vesk export plant.dat --report", "only the certificate of the meshes"}}};
+  }
+
+  void define(CLI::App& app) override {
+    app.add_option("FILE", words_, "record files, folders of *.dat files or patterns; - is stdin")
+        ->required();
+    app.add_option("-o,--output", output_, "the file to write; - is stdout")
+        ->type_name("OUT")
+        ->default_str("none, with --report");
+    app.add_option("--to", to_, formatList())
+        ->type_name("FORMAT")
+        ->default_str("by the ending of OUT")
+        ->check(CLI::IsMember(formatNames()));
+    CLI::Option* instances = app.add_flag(
+        "--instances", instances_, "glTF: each shape once, its places as instances (see above)");
+    app.add_flag("--merge", merge_, "glTF: one mesh for each kind of a header")
+        ->excludes(instances);
+    fineness_.define(app);
+    app.add_option("--unit", unit_, "length of the file's unit in millimetres")
+        ->type_name("MM")
+        ->check(aboveZero())
+        ->capture_default_str();
+    CLI::Option* report = app.add_flag("--report", report_, "print how good the meshes are");
+    app.add_flag("--json", json_, "the report as one JSON document")->needs(report);
+    app.add_flag("-f,--force", force_, "replace OUT");
+    selection_.define(app, Beside::kTolerance);
+  }
+
+  Exit run(Session& session) override {
+    const Format format = chosenFormat();
+    const std::vector<std::string> files = expandFiles(words_);
+    std::optional<OutputFile> out;
+    if (format != Format::kNone) {
+      for (const std::string& file : files) refuseSameFile(file, output_);
+      out.emplace(output_, force_);
+    }
+    Choice choice(selection_, files, session);
+    if (isStreamed(format)) return writeStream(format, files, choice, *out, session);
+    Vesk::Scene scene;
+    Exit exit = readScene(files, fineness_.fineness(), choice, session, scene);
+    if (choice.isNothing()) return worst(exit, choice.finish(session));
+    if (out) exit = worst(exit, write(format, scene, *out, session));
+    if (report_) exit = worst(exit, report(format, scene, session));
+    if (out) out->commit();
+    return exit;
+  }
+
+ private:
+  Format chosenFormat() const {
+    if (output_.empty()) {
+      if (!report_) throw Failure(Exit::kUsage, "-o is missing", "-o plant.glb, or --report");
+      if (!to_.empty()) throw Failure(Exit::kUsage, "--to needs -o");
+      return Format::kNone;
+    }
+    if (output_ == "-" && report_) {
+      throw Failure(Exit::kUsage, "mesh and report can't both go to stdout", "-o FILE");
+    }
+    const Format format = to_.empty() ? formatOf(output_) : formatNamed(to_);
+    if ((instances_ || merge_) && format != Format::kNone && !isGltf(format)) {
+      throw Failure(Exit::kUsage, "--instances and --merge are for glb and gltf");
+    }
+    if (format != Format::kNone) return format;
+    throw Failure(Exit::kUsage, "the ending of \"" + output_ + "\" names no format",
+                  "--to " + formatList());
+  }
+
+  std::unique_ptr<ElementWriter> makeWriter(Format format, OutputFile& out) const {
+    if (format == Format::kDxf) return makeDxfWriter(fineness_.fineness(), unit_, out);
+    if (format == Format::kIfc) return makeIfcWriter(unit_, out);
+    if (format == Format::kSqlite) return makeSqliteWriter(unit_, output_, out);
+    return makeStepWriter(unit_, out);
+  }
+
+  Exit writeStream(Format format, const std::vector<std::string>& files, Choice& choice,
+                   OutputFile& out, Session& session) const {
+    if (report_) throw Failure(Exit::kUsage, "--report is for meshes: glb, gltf, obj, ply, stl");
+    const std::unique_ptr<ElementWriter> writer = makeWriter(format, out);
+    const Exit exit = exportStream(files, nameOf(format), choice, *writer, session);
+    if (choice.isNothing()) return worst(exit, choice.finish(session));
+    out.commit();
+    return exit;
+  }
+
+  static bool isGltf(Format format) { return format == Format::kGlb || format == Format::kGltf; }
+
+  GltfOptions gltfOptions(Format format) const {
+    using Grouping = GltfOptions::Grouping;
+    return {format == Format::kGlb, instances_ ? Grouping::kInstances
+                                    : merge_   ? Grouping::kMerged
+                                               : Grouping::kElements};
+  }
+
+  Exit write(Format format, const Vesk::Scene& scene, OutputFile& out, Session& session) const {
+    if (!(scene.offset == GeVector())) {
+      session.warning("far from the origin: " + pointText(GePoint(scene.offset)) +
+                          " is taken off all coordinates",
+                      isGltf(format)           ? "the extras of the node \"model\" keep it"
+                      : format == Format::kStl ? "STL has no place for it"
+                                               : "a comment at the top keeps it");
+    }
+    if (merge_) {
+      constexpr std::uint64_t kMegabyte = 1000000;
+      session.note("merged: about " + grouped(mergedBytes(scene) / kMegabyte + 1) +
+                   " MB of corners and triangles");
+    }
+    LeftOut left;
+    switch (format) {
+      case Format::kGlb:
+      case Format::kGltf:
+        writeGltf(scene, unit_, gltfOptions(format), out);
+        break;
+      case Format::kPly:
+        left = writePly(scene, unit_, out);
+        break;
+      case Format::kObj:
+        left = writeObj(scene, unit_, out);
+        break;
+      default:
+        left = writeStl(scene, out);
+    }
+    return say(format, left, session);
+  }
+
+  static Exit say(Format format, const LeftOut& left, Session& session) {
+    if (left.triangles > 0) {
+      session.note(amount(left.triangles, "triangle has", "triangles have") +
+                   " no area in 32 bits and are left out");
+    }
+    std::string text;
+    const auto add = [&](std::size_t count, std::string_view one, std::string_view many) {
+      if (count > 0) text += (text.empty() ? "" : ", ") + amount(count, one, many);
+    };
+    add(left.points, "point", "points");
+    add(left.lines, "line", "lines");
+    add(left.texts, "text", "texts");
+    if (text.empty()) return Exit::kDone;
+    session.warning("left out: " + text,
+                    "." + std::string(nameOf(format)) + " has no place for them; .glb has");
+    return Exit::kNo;
+  }
+
+  Exit report(Format format, const Vesk::Scene& scene, Session& session) const {
+    const std::vector<KindReport> rows = reportOf(scene);
+    std::string text;
+    if (json_) {
+      JsonWriter json(text);
+      json.beginObject().key("schema").value("vesk.export/1");
+      json.key("format").value(nameOf(format)).key("unit").value(unit_);
+      json.key("offset").value(GePoint(scene.offset));
+      json.key("kinds");
+      appendReport(json, rows, unit_);
+      json.endObject();
+    } else {
+      text = reportTable(rows, unit_);
+    }
+    session.out().write(text);
+    for (const KindReport& row : rows) {
+      if (!row.isGood()) return Exit::kNo;
+    }
+    return Exit::kDone;
+  }
+
+  std::vector<std::string> words_;
+  std::string output_;
+  std::string to_;
+  FinenessOptions fineness_;
+  SelectionOptions selection_;
+  double unit_ = 1.0;
+  bool report_ = false;
+  bool instances_ = false;
+  bool merge_ = false;
+  bool json_ = false;
+  bool force_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeExport() { return std::make_unique<ExportCommand>(); }
+
+}  // namespace VeskTool

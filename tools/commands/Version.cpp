@@ -1,0 +1,61 @@
+#include "commands/Command.h"
+#include "terminal/Libraries.h"
+#include "text/Json.h"
+
+namespace VeskTool {
+namespace {
+
+class VersionCommand : public Command {
+ public:
+  CommandText text() const override {
+    return {"version",
+            Group::kHelp,
+            "",
+            "the version of the tool and its library",
+            "",
+            {{"vesk version", "for people"},
+             {"vesk version --json", "for programs"},
+             {"vesk version --licences", "the libraries of others in this build"}}};
+  }
+
+  void define(CLI::App& app) override {
+    CLI::Option* json = app.add_flag("--json", json_, "one JSON document");
+    app.add_flag("--licences", licences_, "the licence of each library of others")->excludes(json);
+  }
+
+  Exit run(Session& session) override {
+    std::string text;
+    if (json_) {
+      JsonWriter json(text);
+      json.beginObject().key("schema").value("vesk.version/1");
+      json.key("version").value(VESK_VERSION).key("libraries").beginArray();
+      for (const Library& library : libraries()) {
+        json.beginObject().key("name").value(library.name).key("licence").value(library.licence);
+        json.key("use").value(library.use).key("in").value(library.isIn).endObject();
+      }
+      json.endArray().endObject();
+    } else {
+      text = "vesk " VESK_VERSION ", under the MIT licence\n";
+      for (const Library& library : libraries()) text += lineOf(library);
+    }
+    session.out().write(text);
+    return Exit::kDone;
+  }
+
+ private:
+  std::string lineOf(const Library& library) const {
+    std::string line = std::string(library.isIn ? "  with " : "  without ") + library.name;
+    if (licences_) line += std::string(" (") + library.licence + ')';
+    if (!library.isIn) line += std::string(": no ") + library.use;
+    return line + '\n';
+  }
+
+  bool json_ = false;
+  bool licences_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeVersion() { return std::make_unique<VersionCommand>(); }
+
+}  // namespace VeskTool

@@ -1,0 +1,70 @@
+#include "export/StreamedExport.h"
+
+#include "elements/Kinds.h"
+#include "files/Files.h"
+#include "text/Numbers.h"
+
+namespace VeskTool {
+namespace {
+
+std::string listOf(const std::map<std::string, std::uint64_t>& counts) {
+  std::string text;
+  for (const auto& [what, count] : counts) {
+    text += (text.empty() ? "" : ", ") + counted(count, what.c_str());
+  }
+  return text;
+}
+
+void sayTrouble(const std::string& file, const Vesk::RecordElement& element,
+                const std::string& trouble, Session& session) {
+  Finding finding;
+  finding.code = "V401";
+  finding.file = file;
+  finding.line = element.firstLine;
+  finding.message = std::string(wordOf(kindOf(*element.geo))) + " can't be shown: " + trouble;
+  session.say(finding);
+}
+
+Exit exportFile(const std::string& file, Choice& choice, ElementWriter& writer, Session& session) {
+  InputCount count;
+  Vesk::RecordFile records = openRecords(file, count, session);
+  const std::string name = shownName(file);
+  std::uint64_t elements = 0;
+  Exit exit = Exit::kDone;
+  writer.beginFile(file);
+  for (Vesk::RecordFile::Found found; (found = records.next()) != Vesk::RecordFile::Found::kEnd;) {
+    if (found == Vesk::RecordFile::Found::kFault) {
+      if (records.mode() != 0) session.say(findingOf(records));
+      writer.fault(records.fault());
+      exit = Exit::kNo;
+      continue;
+    }
+    ++elements;
+    if (!choice.takes(records.element())) continue;
+    const std::string trouble = writer.add({records.element(), name});
+    if (trouble.empty()) continue;
+    sayTrouble(name, records.element(), trouble, session);
+    exit = Exit::kNo;
+  }
+  requireRecords(records, count, elements);
+  return exit;
+}
+
+}  // namespace
+
+Exit exportStream(const std::vector<std::string>& files, std::string_view ending, Choice& choice,
+                  ElementWriter& writer, Session& session) {
+  for (const std::string& file : files) expectInput(file, session.progress());
+  Exit exit = Exit::kDone;
+  for (const std::string& file : files)
+    exit = worst(exit, exportFile(file, choice, writer, session));
+  writer.finish();
+  const std::string lost = listOf(writer.lost());
+  if (!lost.empty()) session.warning("not kept: " + lost);
+  const std::string leftOut = listOf(writer.leftOut());
+  if (leftOut.empty()) return exit;
+  session.warning("left out: " + leftOut, "." + std::string(ending) + " has no place for them");
+  return worst(exit, Exit::kNo);
+}
+
+}  // namespace VeskTool

@@ -1,3 +1,0 @@
-// What tinygltf consists of.
-#define TINYGLTF_IMPLEMENTATION
-#include "export/TinyGltf.h"

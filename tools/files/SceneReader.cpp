@@ -1,0 +1,92 @@
+#include "files/SceneReader.h"
+
+#include "elements/Describe.h"
+#include "elements/Kinds.h"
+#include "files/Files.h"
+#include "mesh/SceneBuilder.h"
+#include "terminal/Options.h"
+#include "terminal/Streams.h"
+
+namespace VeskTool {
+namespace {
+
+Exit readFile(const std::string& file, Choice& choice, Vesk::SceneBuilder& builder,
+              Session& session) {
+  InputCount count;
+  Vesk::RecordFile records = openRecords(file, count, session);
+  const std::uint32_t fileId = builder.addFile(shownName(file));
+  std::uint64_t elements = 0;
+  Exit exit = Exit::kDone;
+  for (;;) {
+    const Vesk::RecordFile::Found found = records.next();
+    if (found == Vesk::RecordFile::Found::kEnd) break;
+    if (found == Vesk::RecordFile::Found::kFault) {
+      if (records.mode() != 0) session.say(findingOf(records));
+      exit = Exit::kNo;
+      continue;
+    }
+    ++elements;
+    const Vesk::RecordElement& element = records.element();
+    if (!choice.takes(element)) continue;
+    Vesk::SceneElement shown;
+    shown.kind = static_cast<std::uint8_t>(kindOf(*element.geo));
+    shown.header = builder.headerId(headerText(element.header), trimmedField(element.header.f2));
+    shown.file = fileId;
+    shown.line = element.firstLine;
+    shown.lines = static_cast<std::uint32_t>(element.lastLine - element.firstLine + 1);
+    builder.add(*element.geo, shown);
+  }
+  requireRecords(records, count, elements);
+  return exit;
+}
+
+}  // namespace
+
+void FinenessOptions::define(CLI::App& app) {
+  CLI::Option* tolerance =
+      app.add_option("--tolerance", tolerance_,
+                     "the most that a round surface and its triangles may be apart, in the unit "
+                     "of the file")
+          ->type_name("LENGTH")
+          ->default_str("by --quality")
+          ->check(aboveZero());
+  app.add_option("--quality", quality_, "draft, normal or fine: 16, 32 or 64 pieces for a circle")
+      ->type_name("QUALITY")
+      ->check(CLI::IsMember(std::vector<std::string>{"draft", "normal", "fine"}))
+      ->capture_default_str()
+      ->excludes(tolerance);
+}
+
+Vesk::Fineness FinenessOptions::fineness() const {
+  using Vesk::Fineness;
+  if (tolerance_ > 0.0) return Fineness::ofTolerance(tolerance_);
+  if (quality_ == "draft") return Fineness::ofSegments(Fineness::kDraft);
+  return Fineness::ofSegments(quality_ == "fine" ? Fineness::kFine : Fineness::kNormal);
+}
+
+Exit sayFailures(const Vesk::Scene& scene, Session& session) {
+  for (const Vesk::SceneFailure& failure : scene.failures) {
+    const Vesk::SceneElement& element = scene.elements[failure.element];
+    Finding finding;
+    finding.code = "V401";
+    finding.file = scene.files[element.file];
+    finding.line = element.line;
+    finding.message =
+        std::string(wordOf(static_cast<Kind>(element.kind))) + " can't be shown: " + failure.reason;
+    session.say(finding);
+  }
+  return scene.failures.empty() ? Exit::kDone : Exit::kNo;
+}
+
+Exit readScene(const std::vector<std::string>& files, const Vesk::Fineness& fineness,
+               Choice& choice, Session& session, Vesk::Scene& scene) {
+  for (const std::string& file : files) expectInput(file, session.progress());
+  Vesk::SceneBuilder builder(fineness);
+  Exit exit = Exit::kDone;
+  for (const std::string& file : files)
+    exit = worst(exit, readFile(file, choice, builder, session));
+  scene = builder.finish();
+  return worst(exit, sayFailures(scene, session));
+}
+
+}  // namespace VeskTool

@@ -1,0 +1,61 @@
+#include "files/SidecarFile.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "terminal/Exit.h"
+#include "terminal/Terminal.h"
+#include "text/Numbers.h"
+
+namespace VeskTool {
+
+namespace fs = std::filesystem;
+
+SidecarFile::SidecarFile(std::ifstream stream, const std::string& name)
+    : stream_(std::move(stream)), reader_(stream_, name), join_(reader_) {}
+
+std::unique_ptr<SidecarFile> SidecarFile::open(const std::string& recordFile,
+                                               const std::string& name) {
+  if (name.empty() && recordFile == "-") return nullptr;
+  const std::string file = name.empty() ? Vesk::sidecarNameOf(recordFile) : name;
+  std::error_code error;
+  if (name.empty() && !fs::is_regular_file(pathOf(file), error)) return nullptr;
+  errno = 0;
+  std::ifstream stream(pathOf(file), std::ios::binary);
+  if (!stream) throw Failure(Exit::kInput, file + ": " + errorText(errno));
+  std::unique_ptr<SidecarFile> sidecar(new SidecarFile(std::move(stream), file));
+  const std::string& fault = sidecar->reader_.fault();
+  if (!fault.empty()) throw Failure(Exit::kInput, fault, "docs/sidecar.md tells what it holds");
+  return sidecar;
+}
+
+std::size_t SidecarFile::columnOf(const std::string& name) const {
+  const int place = reader_.columnOf(name);
+  if (place >= 0) return static_cast<std::size_t>(place);
+  std::string names;
+  for (const std::string& column : columns()) names += (names.empty() ? "" : ", ") + column;
+  throw Failure(Exit::kUsage, reader_.name() + ": there is no column \"" + name + '"',
+                "columns: " + names);
+}
+
+const Vesk::SidecarRow* SidecarFile::find(const Vesk::RecordElement& element) {
+  const Vesk::HeaderFields& header = element.header;
+  return join_.find(header.f1.view(), header.f2.view(), element.counter());
+}
+
+void SidecarFile::finish(Session& session) {
+  join_.finish();
+  if (!reader_.fault().empty()) throw Failure(Exit::kInput, reader_.fault());
+  if (join_.rowsWithoutElements() > 0) {
+    session.note(reader_.name() + ": " + counted(join_.rowsWithoutElements(), "row") +
+                 " without elements");
+  }
+  if (join_.elementsWithoutRows() > 0) {
+    session.note(reader_.name() + ": " + counted(join_.elementsWithoutRows(), "element") +
+                 " without a row");
+  }
+}
+
+}  // namespace VeskTool

@@ -199,7 +199,7 @@ ShapeFault shapeFaultOf(const Geo& geo) {
 const char* textOf(ShapeFault fault) {
   switch (fault) {
     case kNone:
-      return "";
+      break;
     case kNotFinite:
       return "a number is infinite or NaN";
     case kTooLarge:

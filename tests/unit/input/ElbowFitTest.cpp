@@ -100,6 +100,52 @@ TEST(ElbowFitTest, WhatWasWrittenIsWrittenAgain) {
   EXPECT_EQ(changed, 0);
 }
 
+// Numbers so large that nine characters hold them with an exponent only.
+TEST(ElbowFitTest, ElbowsOfMillionsOfKilometresStayFromTheFirstRewriteOn) {
+  RandomElbow random(3);
+  for (int i = 0; i < 500; ++i) {
+    Relb relb = random.next();
+    relb.scale(1e8);
+    const Recs first = again(linesOf(relb, kFixedColumns));
+    EXPECT_EQ(again(first), first) << i;
+  }
+}
+
+// Of sections so narrow that rounding turns the axis.
+TEST(ElbowFitTest, NarrowSectionsStayFromTheFirstRewriteOn) {
+  RandomElbow random(4);
+  for (int i = 0; i < 500; ++i) {
+    Relb relb = random.next();
+    relb.width = random.number(0, 0.05);
+    const Recs first = again(linesOf(relb, kFixedColumns));
+    EXPECT_EQ(again(first), first) << i;
+  }
+}
+
+// Half a turn without a width: the two right angles ask for the same.
+TEST(ElbowFitTest, HalfTurnsWithoutWidthStayFromTheFirstRewriteOn) {
+  RandomElbow random(5);
+  for (int i = 0; i < 500; ++i) {
+    const GeVector reach = random.direction() * random.number(10, 1000);
+    const ElbowCorners corners{
+        {0, 0, 0}, {0, 0, 0.001}, GePoint(reach), GePoint(reach * -1.0), random.number(1, 5)};
+    const Recs first = linesOf(fitElbow(corners), kFixedColumns);
+    EXPECT_EQ(again(first), first) << i;
+  }
+}
+
+TEST(ElbowFitTest, AnElbowWithoutVectorsWritesNoCorners) {
+  EXPECT_FALSE(writesCorners(Relb(), ElbowCorners()));
+}
+
+TEST(ElbowFitTest, StepIsThatOfTheFurthestPoint) {
+  const Relb relb = RandomElbow(6).next();
+  ElbowCorners record = cornersOf(relb);
+  record.a.x += 3;
+  record.e.y -= 4;
+  EXPECT_NEAR(stepOf(relb, record), 4, 1e-9);
+}
+
 // Points that no elbow has: each is off by up to fifty last decimals.
 TEST(ElbowFitTest, PointsOutOfSquareStayFromTheFirstRewriteOn) {
   RandomElbow random(2);

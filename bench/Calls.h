@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_BENCH_CALLS_H
 #define VESK_BENCH_CALLS_H
 

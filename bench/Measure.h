@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_BENCH_MEASURE_H
 #define VESK_BENCH_MEASURE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PlantFile.h"
 
 #include "Calls.h"

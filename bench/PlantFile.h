@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_BENCH_PLANTFILE_H
 #define VESK_BENCH_PLANTFILE_H
 

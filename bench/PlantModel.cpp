@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PlantModel.h"
 
 #include <cmath>

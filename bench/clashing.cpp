@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a record file to its clashes: how long a plant of pipelines takes, how many
 // pairs are measured for it, and how much memory.
 //

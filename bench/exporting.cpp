@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a record file to triangles: how long a mixed plant takes at normal quality,
 // how many triangles come of it, and how many bytes.
 //

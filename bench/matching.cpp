@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the time to match two lists of points grows with their length:
 //
 //   matching [MOST]      by custom 1,600

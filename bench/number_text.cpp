@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A number's text beside its rivals, on the numbers of a plant in their order.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading a plant's file, element by element, beside its rivals in the same run:
 //
 //   reading [ELEMENTS [ROUNDS]]      by custom 1,000,000 and 3

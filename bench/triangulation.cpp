@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the time of a triangulation grows with the vertices: triangulation [MOST]
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole way of a plant's elements, from the call to the bytes in the file,
 // beside its rivals in the same run:
 //

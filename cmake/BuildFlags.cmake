@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Flags for what is built here; none of them reaches a user of the library.
 add_library(vesk_build_flags INTERFACE)
 

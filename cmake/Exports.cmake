@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # vesk_export_file(TEMPLATE OUT): configures TEMPLATE with the names that the
 # shared library exports. src/api/exports.txt is the one list of them.
 function(vesk_export_file template out)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # GTest::gtest and GTest::gtest_main: the installed ones, or, for Windows, built
 # from the sources that Debian's package googletest installs.
 if(NOT CMAKE_CROSSCOMPILING)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What an installed tree holds, the CMake package, pkg-config files and packages.
 #
 #   bin/                 CVeskDll.dll; vesk, the tool

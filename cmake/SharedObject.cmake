@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # CVeskDll on ELF systems: the version script.
 include(${PROJECT_SOURCE_DIR}/cmake/Exports.cmake)
 

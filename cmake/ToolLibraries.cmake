@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What the tool is built on besides the project's own code, each library by one
 # call. The table of all of them is what `vesk version` shows.
 #

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # CVeskDll on Windows: module definition, version resource and an import library
 # for each family of linkers.
 include(${PROJECT_SOURCE_DIR}/cmake/Exports.cmake)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Cross-builds for 64-bit Windows with MinGW-w64, and runs what was built under
 # Wine with a prefix of its own in the build folder.
 set(CMAKE_SYSTEM_NAME Windows)

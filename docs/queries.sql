@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 -- Ten questions to a database of `vesk export -o plant.sqlite`. A test runs them as they
 -- stand, with what :name means given beside.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_FUZZ_FUZZ_H
 #define VESK_FUZZ_FUZZ_H
 

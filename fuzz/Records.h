@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_FUZZ_RECORDS_H
 #define VESK_FUZZ_RECORDS_H
 

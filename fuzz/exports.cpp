@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Programs of up to 64 calls of the exports, with hostile numbers and texts,
 // beside a model: it knows whether a file is open, what each call returns, and
 // the record of each element whose tokens fit into one line.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Number text: any double, any number of decimals, any width, beside the C
 // library's formatted print, and read back.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Piping component files: any bytes, as one file and as two. Every component has one
 // fate, every body is finite and has a size, no header is given twice, and the messages
 // do not grow with the junk.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Polygons: triangles have valid corners and cover the polygon; what mode 2
 // writes reads back.
 //

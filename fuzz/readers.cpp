@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One reader: what it takes is written, read and written again, and stays the
 // same; what it refuses it refuses with its own exception.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole-file reader: any bytes, also in pieces of 1 and 7; a file behind
 // itself reads as the sum; what was written again reads and writes the same.
 //

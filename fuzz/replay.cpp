@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // replay FOLDER_OR_FILE... - gives every file to the harness that it is linked
 // with, without libFuzzer. Ends with 0 if there was at least one file.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reader of review models and of their attributes: any bytes, also in pieces of
 // 1 and 7; no header twice, no number that is not finite.
 //

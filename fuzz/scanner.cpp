@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scanner: any lines, any sequence of its operations; and the text of one
 // number beside the C library's reader.
 //

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * vesk.h - write plant geometry as Vesk record files.
  *

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Sourced by the scripts beside it: strict mode, the project's folder as the
 # current one, and a word about what is going on.
 

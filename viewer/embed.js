@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes a file a part of a program:
 //
 //   node embed.js INPUT OUTPUT.cpp

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Brings node_modules up to package-lock.json; does nothing when it is.
 #
 #   cmake -DNPM=npm -P install.cmake

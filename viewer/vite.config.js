@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { createHash } from 'node:crypto';
 import { readFileSync } from 'node:fs';
 import { gzipSync } from 'node:zlib';
@@ -44,7 +45,9 @@ function singleFile() {
         "base-uri 'none'",
         "form-action 'none'",
       ].join('; ');
+      // The licence of this source is not that of the model which a page will hold.
       let html = page.source
+        .replace(/\n<!-- SPDX[^>]*-->/, '')
         .replace(/\s*<script type="module"[^>]*><\/script>/, '')
         .replace(/\s*<link rel="stylesheet"[^>]*>/, '');
       const put = (place, text) => {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_BENCH_PLAIN_PLAINREADER_H
 #define VESK_BENCH_PLAIN_PLAINREADER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plain/PlainText.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * elements - writes each of the eleven elements once into veskelements.dat: a small
  * air handling unit with its duct, its pipe and its label. Lengths are millimetres.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // piping - draws a piping component file as a Vesk record file.
 //
 // The library vesk_pcf reads the file and makes primitives of it; this host writes them

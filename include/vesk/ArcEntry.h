@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_ARCENTRY_H
 #define VESK_ARCENTRY_H
 

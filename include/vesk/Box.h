@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_BOX_H
 #define VESK_BOX_H
 

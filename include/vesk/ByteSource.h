@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_BYTESOURCE_H
 #define VESK_BYTESOURCE_H
 

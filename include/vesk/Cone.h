@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_CONE_H
 #define VESK_CONE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_CYL_H
 #define VESK_CYL_H
 

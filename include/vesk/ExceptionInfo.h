@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_EXCEPTIONINFO_H
 #define VESK_EXCEPTIONINFO_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_EXTENTS_H
 #define VESK_EXTENTS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_FIXSTR_H
 #define VESK_FIXSTR_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_FIXSTRB_H
 #define VESK_FIXSTRB_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_GECONSTANTS_H
 #define VESK_GECONSTANTS_H
 

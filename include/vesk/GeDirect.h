@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_GEDIRECT_H
 #define VESK_GEDIRECT_H
 

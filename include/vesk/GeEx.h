@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_GEEX_H
 #define VESK_GEEX_H
 

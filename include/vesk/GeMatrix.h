@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_GEMATRIX_H
 #define VESK_GEMATRIX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_GEPOINT_H
 #define VESK_GEPOINT_H
 

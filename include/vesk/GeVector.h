@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_GEVECTOR_H
 #define VESK_GEVECTOR_H
 

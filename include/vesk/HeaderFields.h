@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_HEADERFIELDS_H
 #define VESK_HEADERFIELDS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PGON_H
 #define VESK_PGON_H
 

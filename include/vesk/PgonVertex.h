@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PGONVERTEX_H
 #define VESK_PGONVERTEX_H
 

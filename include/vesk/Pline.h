@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PLINE_H
 #define VESK_PLINE_H
 

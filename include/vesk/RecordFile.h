@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_RECORDFILE_H
 #define VESK_RECORDFILE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_RECORDSTYLE_H
 #define VESK_RECORDSTYLE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_RECORDWRITER_H
 #define VESK_RECORDWRITER_H
 

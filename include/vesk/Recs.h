@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_RECS_H
 #define VESK_RECS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_RELB_H
 #define VESK_RELB_H
 

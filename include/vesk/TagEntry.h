@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TAGENTRY_H
 #define VESK_TAGENTRY_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TORUS_H
 #define VESK_TORUS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOVEXWHERE_H
 #define VESK_TOVEXWHERE_H
 

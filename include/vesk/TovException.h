@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOVEXCEPTION_H
 #define VESK_TOVEXCEPTION_H
 

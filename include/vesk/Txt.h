@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TXT_H
 #define VESK_TXT_H
 

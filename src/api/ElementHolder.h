@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_API_ELEMENTHOLDER_H
 #define VESK_API_ELEMENTHOLDER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_API_GLOBALS_H
 #define VESK_API_GLOBALS_H
 

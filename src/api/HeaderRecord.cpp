@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "api/HeaderRecord.h"
 
 #include "api/ElementRecords.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Only in the DLL, which carries a C++ runtime of its own.
 #ifdef _WIN32
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "distance/Body.h"
 
 #include <algorithm>

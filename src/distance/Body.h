@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_DISTANCE_BODY_H
 #define VESK_DISTANCE_BODY_H
 

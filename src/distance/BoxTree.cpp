@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "distance/BoxTree.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_DISTANCE_BOXTREE_H
 #define VESK_DISTANCE_BOXTREE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "distance/Convex.h"
 
 #include <algorithm>

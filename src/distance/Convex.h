@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_DISTANCE_CONVEX_H
 #define VESK_DISTANCE_CONVEX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The search for the distance of two bodies, see Body.h.
 
 #include <algorithm>

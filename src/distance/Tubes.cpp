@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "distance/Tubes.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_DISTANCE_TUBES_H
 #define VESK_DISTANCE_TUBES_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "draw/DepthBand.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_DRAW_SCREENPLANE_H
 #define VESK_DRAW_SCREENPLANE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_DRAW_SEENLINES_H
 #define VESK_DRAW_SEENLINES_H
 

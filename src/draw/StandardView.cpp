@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "draw/StandardView.h"
 
 namespace Vesk {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "draw/StrokeChains.h"
 
 #include <algorithm>

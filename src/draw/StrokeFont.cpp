@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "draw/StrokeFont.h"
 
 #include <algorithm>

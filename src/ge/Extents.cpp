@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/Extents.h"
 
 #include <initializer_list>

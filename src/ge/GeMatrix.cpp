@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/GeMatrix.h"
 
 #include "vesk/GeConstants.h"

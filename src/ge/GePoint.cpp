@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/GePoint.h"
 
 #include "vesk/GeEx.h"

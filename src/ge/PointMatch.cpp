@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ge/PointMatch.h"
 
 #include <algorithm>

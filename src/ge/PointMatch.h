@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_GE_POINTMATCH_H
 #define VESK_GE_POINTMATCH_H
 

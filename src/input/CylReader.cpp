@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "input/ReaderFrame.h"
 #include "vesk/Cyl.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_INPUT_ELBOWFIT_H
 #define VESK_INPUT_ELBOWFIT_H
 

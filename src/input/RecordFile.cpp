@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/RecordFile.h"
 
 #include <utility>

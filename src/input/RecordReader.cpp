@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "input/RecordReader.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "input/ReaderFrame.h"
 #include "output/RecordWords.h"
 #include "vesk/Torus.h"

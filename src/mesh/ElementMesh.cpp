@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/mesh/ElementMesh.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mesh/FaceMesh.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_MESH_FACEMESH_H
 #define VESK_MESH_FACEMESH_H
 

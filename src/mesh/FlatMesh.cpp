@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mesh/FlatMesh.h"
 
 #include <limits>

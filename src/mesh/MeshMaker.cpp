@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mesh/MeshMaker.h"
 
 #include <algorithm>

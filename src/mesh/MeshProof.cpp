@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mesh/MeshProof.h"
 
 #include <algorithm>

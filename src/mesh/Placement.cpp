@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mesh/Placement.h"
 
 namespace Vesk {

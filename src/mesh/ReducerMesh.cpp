@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mesh/ReducerMesh.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_MESH_REDUCERMESH_H
 #define VESK_MESH_REDUCERMESH_H
 

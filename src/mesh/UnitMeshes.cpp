@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mesh/UnitMeshes.h"
 
 #include <cmath>

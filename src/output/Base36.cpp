@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/Base36.h"
 
 namespace Vesk {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/FixStrB.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_OUTPUT_FIXEDDECIMALS_H
 #define VESK_OUTPUT_FIXEDDECIMALS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/TextFile.h"
 
 #ifdef _WIN32

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/Utf16.h"
 
 #include <cstddef>

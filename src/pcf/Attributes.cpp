@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pcf/Attributes.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PCF_ATTRIBUTES_H
 #define VESK_PCF_ATTRIBUTES_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pcf/LineHeaders.h"
 
 #include <algorithm>

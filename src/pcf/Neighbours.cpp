@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pcf/Neighbours.h"
 
 #include <algorithm>

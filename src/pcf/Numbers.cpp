@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pcf/Numbers.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PCF_RUNS_H
 #define VESK_PCF_RUNS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PCF_SIZES_H
 #define VESK_PCF_SIZES_H
 

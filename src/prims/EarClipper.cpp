@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prims/EarClipper.h"
 
 #include <cmath>

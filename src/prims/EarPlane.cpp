@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prims/EarPlane.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PRIMS_EARPLANE_H
 #define VESK_PRIMS_EARPLANE_H
 

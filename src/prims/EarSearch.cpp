@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prims/EarSearch.h"
 
 #include <algorithm>

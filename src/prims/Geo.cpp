@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/Geo.h"
 
 #include <cstdio>

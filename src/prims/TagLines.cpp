@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prims/TagLines.h"
 
 #include <algorithm>

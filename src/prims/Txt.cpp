@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/Txt.h"
 
 #include <array>

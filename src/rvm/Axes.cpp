@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/Axes.h"
 
 #include <algorithm>

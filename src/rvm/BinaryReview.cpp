@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/BinaryReview.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/FacetHoles.h"
 
 #include <algorithm>

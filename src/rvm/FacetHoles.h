@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_RVM_FACETHOLES_H
 #define VESK_RVM_FACETHOLES_H
 

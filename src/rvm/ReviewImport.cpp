@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/ReviewImport.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/ReviewModel.h"
 
 #include "rvm/BinaryReview.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/ReviewNames.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/TextReview.h"
 
 #include <algorithm>

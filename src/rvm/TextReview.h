@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_RVM_TEXTREVIEW_H
 #define VESK_RVM_TEXTREVIEW_H
 

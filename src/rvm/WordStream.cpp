@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/WordStream.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "select/Kinds.h"
 
 #include <algorithm>

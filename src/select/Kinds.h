@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_SELECT_KINDS_H
 #define VESK_SELECT_KINDS_H
 

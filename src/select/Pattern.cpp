@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "select/Pattern.h"
 
 namespace Vesk {

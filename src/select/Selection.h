@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_SELECT_SELECTION_H
 #define VESK_SELECT_SELECTION_H
 

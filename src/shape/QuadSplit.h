@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_SHAPE_QUADSPLIT_H
 #define VESK_SHAPE_QUADSPLIT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "shape/ReducerShape.h"
 
 #include <algorithm>

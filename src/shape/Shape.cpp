@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "shape/Shape.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_SHAPE_SHAPE_H
 #define VESK_SHAPE_SHAPE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_SIDECAR_SIDECAR_H
 #define VESK_SIDECAR_SIDECAR_H
 

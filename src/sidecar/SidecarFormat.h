@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_SIDECAR_SIDECARFORMAT_H
 #define VESK_SIDECAR_SIDECARFORMAT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sidecar/Sidecar.h"
 #include "sidecar/Utf8.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sidecar/Utf8.h"
 
 #include <array>

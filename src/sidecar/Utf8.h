@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_SIDECAR_UTF8_H
 #define VESK_SIDECAR_UTF8_H
 

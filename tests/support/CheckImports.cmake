@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Fails if a library takes a function of a list from elsewhere.
 #
 #   cmake -DNM=nm -DLIBRARY=libCVeskDll.so -DLIST=forbidden.txt -P CheckImports.cmake

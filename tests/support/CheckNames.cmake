@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Fails if a static library defines a name that a host may have too: anything but
 # the thirteen functions, the kernel's classes Ge..., the namespace GeEx and what
 # is in the namespace Vesk.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Fails unless the dynamic symbols that a library defines are those of a list.
 #
 #   cmake -DNM=nm -DLIBRARY=libCVeskDll.so -DLIST=exports.txt -P CompareExports.cmake

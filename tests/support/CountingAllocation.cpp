@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // In a source of its own, so that no caller sees that new and malloc go together.
 #include "support/CountingAllocation.h"
 

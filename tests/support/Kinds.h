@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TESTS_SUPPORT_KINDS_H
 #define VESK_TESTS_SUPPORT_KINDS_H
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Makes private copies of locales in FOLDER, for LOCPATH; those that are there
 # already stay.
 #

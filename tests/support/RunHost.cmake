@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs a host in an empty folder; fails unless it ends with 0 and, where EXPECTED
 # is given, leaves a file OUTPUT of the same bytes (on Windows but for the
 # line ends).

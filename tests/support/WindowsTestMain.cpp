@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main of the test programs on Windows.
 #include <gtest/gtest.h>
 #include <windows.h>

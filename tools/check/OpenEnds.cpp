@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/OpenEnds.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOOLS_CHECK_REPORTS_H
 #define VESK_TOOLS_CHECK_REPORTS_H
 

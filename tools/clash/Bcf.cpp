@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clash/Bcf.h"
 
 #include <array>

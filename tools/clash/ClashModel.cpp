@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clash/ClashModel.h"
 
 #include <optional>

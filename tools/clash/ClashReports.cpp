@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clash/ClashReports.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "clash/ClashSearch.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/MeasureBy.h"
 
 #include "elements/Kinds.h"

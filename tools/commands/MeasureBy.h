@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOOLS_MEASUREBY_H
 #define VESK_TOOLS_MEASUREBY_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "elements/Describe.h"
 
 #include <numbers>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "elements/Encoder.h"
 
 #include <algorithm>

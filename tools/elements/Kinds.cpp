@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "elements/Kinds.h"
 
 #include "output/RecordLayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/Dxf.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ElementWriter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/Sqlite.h"
 #include "terminal/Libraries.h"
 

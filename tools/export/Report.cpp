@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/Report.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOOLS_EXPORT_SQLITE_H
 #define VESK_TOOLS_EXPORT_SQLITE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/StepText.h"
 
 #include "text/Json.h"

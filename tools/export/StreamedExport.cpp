@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/StreamedExport.h"
 
 #include "elements/Kinds.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/PlantTarget.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/SceneReader.h"
 
 #include "elements/Describe.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/Zip.h"
 
 #include <zlib.h>

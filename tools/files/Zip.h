@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOOLS_FILES_ZIP_H
 #define VESK_TOOLS_FILES_ZIP_H
 

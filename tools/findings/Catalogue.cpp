@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "findings/Catalogue.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "findings/Findings.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOOLS_FINDINGS_H
 #define VESK_TOOLS_FINDINGS_H
 

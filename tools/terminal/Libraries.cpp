@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "terminal/Libraries.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "terminal/Nearest.h"
 
 #include <algorithm>

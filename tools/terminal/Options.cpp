@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "terminal/Options.h"
 
 #include <cmath>

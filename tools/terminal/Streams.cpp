@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "terminal/Streams.h"
 
 #include <algorithm>

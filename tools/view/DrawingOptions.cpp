@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "view/DrawingOptions.h"
 
 #include <charconv>

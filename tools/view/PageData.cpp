@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "view/PageData.h"
 
 #include <zlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "view/Palette.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TOOLS_VIEW_SVG_H
 #define VESK_TOOLS_VIEW_SVG_H
 

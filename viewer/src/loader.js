@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What runs first: it takes the code of the page out of its block. The page's policy
 // names the code by its hash, as it does this.
 const alone = document.currentScript;

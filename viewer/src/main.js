@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import './style.css';
 
 import { bytesOf, decodeScene, inflated } from './scene/decode.js';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens pages in headless Chromium and looks at them.
 import { mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';

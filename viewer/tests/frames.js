@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the page with many elements:
 //
 //   node frames.js [--chromium PROGRAM] [--page FILE | --count N]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looks at the page in headless Chromium. Each check opens a page of its own, and
 // none may complain on the console or ask for anything but the page itself.
 //

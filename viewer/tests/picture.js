@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes the picture of docs/viewer.md:
 //
 //   node picture.js [--chromium PROGRAM] PAGE OUT.png

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the record file of a plant that nobody has built:
 //
 //   node plant.js COUNT [OUT.dat [OUT.csv]]

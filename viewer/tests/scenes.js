@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes the head and the data of a page by hand, apart from the code of the tool:
 // every number stands in it as it is, without a hint.
 import { deflateSync } from 'node:zlib';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes all eleven elements. VESK is the folder of the library:
 //
 //     mcs -out:model.exe Model.cs Vesk.cs

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The thirteen functions for C#. An exception of the library cannot pass through the
 // runtime, it would end the program: so what would throw is refused here, as an
 // ArgumentException, before the call.

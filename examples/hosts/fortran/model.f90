@@ -1,3 +1,4 @@
+! SPDX-License-Identifier: MIT
 ! Writes all eleven elements. VESK is the folder of the library:
 !
 !     gfortran vesk.f90 model.f90 -o model -L"$VESK/lib" -lCVeskDll -Wl,-rpath,"$VESK/lib"

@@ -1,3 +1,4 @@
+! SPDX-License-Identifier: MIT
 ! The thirteen functions for Fortran.
 !
 ! A point is a value of type(point), three numbers side by side: it cannot be of another

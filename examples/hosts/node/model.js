@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes all eleven elements. VESK is the folder of the library:
 //
 //     npm ci --ignore-scripts

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The thirteen functions for Node, by koffi. An exception of the library cannot pass through
 // Node, it would end the process: so what would throw is refused here, as a TypeError or a
 // RangeError, before the call.

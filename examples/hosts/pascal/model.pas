@@ -1,3 +1,4 @@
+{ SPDX-License-Identifier: MIT }
 { Writes all eleven elements. VESK is the folder of the library:
 
       fpc -v0 -Fl"$VESK/lib" -k"-rpath=$VESK/lib" model.pas

@@ -1,3 +1,4 @@
+{ SPDX-License-Identifier: MIT }
 { The thirteen functions for Free Pascal.
 
   A point is an array[0..2] of Double, passed by its address: the compiler refuses one of

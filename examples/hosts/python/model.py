@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Writes all eleven elements. VESK is the folder of the library:
 #
 #     VESK_LIBRARY="$VESK/lib/libCVeskDll.so" python3 model.py fan

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Write plant geometry as Vesk record files.
 
     import vesk

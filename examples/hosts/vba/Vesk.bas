@@ -1,4 +1,5 @@
 Attribute VB_Name = "Vesk"
+' SPDX-License-Identifier: MIT
 ' The thirteen functions for VBA in 64-bit Office, and WriteModel, which writes all eleven
 ' elements. In the VBA editor: File, Import File, this file; put CVeskDll.dll beside the
 ' workbook; in the immediate window

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PCF_SHAPES_BUILDER_H
 #define VESK_PCF_SHAPES_BUILDER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pcf/shapes/Ruled.h"
 
 #include <algorithm>

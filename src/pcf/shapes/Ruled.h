@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_PCF_SHAPES_RULED_H
 #define VESK_PCF_SHAPES_RULED_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "examples/HostRun.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """dxfJudge RECORDS DXF - ezdxf's audit finds nothing, every element of the record file is
 there on the layer of its kind with header and line, and the volumes of the meshes are
 those of the records but for what chords cut off."""

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the elements of a record file in the token style are, by arithmetic of its own."""
 import math
 

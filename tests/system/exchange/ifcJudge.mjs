@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ifcJudge EXPECTED IFC - opens an IFC file with web-ifc: every product is there once,
 // radii, lengths and sweeps of swept solids are those of the records, and volumes within
 // 1.5 % (its circles have 48 sides). EXPECTED is JSON by expect.py: [line, kind, values].

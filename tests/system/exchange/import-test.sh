@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # import-test.sh VESK HERE WORK - review models through the tool: both forms, counts,
 # sidecar, selection, several files, standard output, and files that are damaged.
 set -euo pipefail

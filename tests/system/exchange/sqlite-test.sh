@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # sqlite-test.sh VESK HERE WORK - exports a plant with sidecar and faults to SQLite twice,
 # the same bytes, and runs the ten questions of docs/queries.sql by another SQLite.
 set -euo pipefail

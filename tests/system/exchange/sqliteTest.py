@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """sqliteTest RECORDS DATABASE QUERIES - the tables against arithmetic, and ten queries."""
 import collections
 import math

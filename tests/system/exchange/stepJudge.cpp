@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // stepJudge RECORDS STEP - reads a STEP file with Open CASCADE and compares it with the
 // record file that it was made of, element by element: every solid is valid, its volume
 // is that of the record within 1e-9, its box within 0.001; names and colours are there.

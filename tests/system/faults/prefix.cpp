@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // prefix WHOLE CUT - whether CUT is WHOLE cut off somewhere, and reads like that:
 // first the elements of WHOLE as far as they go, then, if CUT ends inside an
 // element, a fault that says so, and nothing else.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The checks of the Python module. VESK_MODULE is its folder, VESK_LIBRARY the library."""
 
 import errno

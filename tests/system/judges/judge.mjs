@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looks at exported meshes with readers that are not ours.
 //
 //   node judge.mjs validator FILE.glb...

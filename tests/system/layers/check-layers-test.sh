@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Each row is a small source tree of one or two files and what check-layers says
 # about it.
 #

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * host CASE LIBRARY [COUNT]: loads the shared library by hand, as a host that is not C++ does,
  * and prints "ok CASE" if what the case says is so.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Loading a shared library by hand, and what a process holds, on both kinds of system. */
 #ifndef VESK_TESTS_LOAD_MODULE_H
 #define VESK_TESTS_LOAD_MODULE_H

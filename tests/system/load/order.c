@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* order LIBRARY: loads and unloads the library, telling when. */
 #include <stdio.h>
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs a program in an empty folder; fails unless it ends with 0 and prints what
 # OUTPUT says as its last line, or the text of the file EXPECTED and no other.
 #

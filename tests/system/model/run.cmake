@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs PROGRAMS in FOLDER, emptied before, and compares what they print, or write
 # to turned.dat, with the texts in SHOWN.
 file(REMOVE_RECURSE ${FOLDER})

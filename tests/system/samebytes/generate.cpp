@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the same elements on every run, for comparing the bytes of one build
 // with those of another.
 //

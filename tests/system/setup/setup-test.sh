@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs setup against a package system of our own, which writes down what it is
 # asked for.
 #

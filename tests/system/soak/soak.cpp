@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // soak [ELEMENTS [OPENS [FAILURES]]] - writes that many elements through the
 // exports and reads all of them back, a million a file; opens and closes a file
 // that often; lets that many calls fail. The memory in use may not grow.

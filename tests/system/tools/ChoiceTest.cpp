@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One selection for every command that reads records.
 #include <gtest/gtest.h>
 

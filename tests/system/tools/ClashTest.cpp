@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scenes whose clashes are known.
 
 #include <gtest/gtest.h>

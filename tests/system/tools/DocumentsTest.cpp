@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the documents show is what the tool does.
 #include <gtest/gtest.h>
 

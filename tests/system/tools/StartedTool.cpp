@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/StartedTool.h"
 
 #include <gtest/gtest.h>

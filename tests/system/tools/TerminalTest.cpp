@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool at a real terminal: a pseudo-terminal, whose other end is here.
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/ToolRun.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TESTS_TOOLS_TOOLRUN_H
 #define VESK_TESTS_TOOLS_TOOLRUN_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole answers of every command: its text, its JSON, its exit codes, its errors.
 #include "tools/Transcript.h"
 

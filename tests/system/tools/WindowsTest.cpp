@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is special on Windows: file names, line ends and pipes.
 #include <gtest/gtest.h>
 

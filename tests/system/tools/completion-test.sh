@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Completes words as each shell does, with what `vesk completion` prints.
 #
 #   completion-test.sh SHELL VESK

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The manual page has no flaw that mandoc knows.
 #
 #   man-test.sh PAGE

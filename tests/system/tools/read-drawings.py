@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Reads what `vesk view` draws by Python's own parser of XML and zlib.
 
     read-drawings.py VESK

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Lets the system refuse each call of the tool in turn, and kills it at each write.
 #
 #   refusals-test.sh VESK ELEMENTS.dat PIPING.pcf

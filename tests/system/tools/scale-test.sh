@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs the scripts of docs/scale.md on three zones, task by task as a job array
 # would, and looks at the joined report.
 #

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* fileVersion DLL VERSION: checks the version resource of a DLL. */
 #include <stdio.h>
 #include <string.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts the allocations of a call. An executable of its own, for it replaces
 // operator new.
 

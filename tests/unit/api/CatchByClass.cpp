@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host in C++: catches by class what the shared library throws, though the
 // library shows it no more of the classes than their type information.
 #include <vesk.h>

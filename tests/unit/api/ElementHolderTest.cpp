@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "api/ElementHolder.h"
 
 #include <gtest/gtest.h>

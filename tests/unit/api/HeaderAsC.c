@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The header compiles alone, and twice, as strict C99. */
 #include "vesk.h"
 

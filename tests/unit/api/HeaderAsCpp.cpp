@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The header compiles alone, and twice, as C++, and its functions have C linkage.
 #include "vesk.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs with LOCPATH set to a folder that holds the locales named below.
 #include <dlfcn.h>
 #include <gtest/gtest.h>

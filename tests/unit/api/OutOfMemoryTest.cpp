@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every allocation of the exports and of the readers fails once, and from then
 // on: nothing is lost but the call itself.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A host in C: calls the thirteen functions in their order and leaves
    veskthirteen.dat in the current folder. Exit code 0 if every result is as it
    should be. */

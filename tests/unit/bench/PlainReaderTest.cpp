@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plain/PlainReader.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The distance of convex bodies beside that of a library of others, from the same
 // points that lie furthest in a direction. In millimetres about a near origin, and
 // unsigned, as it is exact there.

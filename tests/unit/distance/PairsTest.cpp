@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random pairs of all kinds against points of theirs: no two points of the bodies
 // are nearer to each other than the distance, and the nearest two that it names are
 // points of the bodies and as far apart as it says.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a drawing has besides the model: scale bar, axes and level texts.
 #include "draw/Drawing.h"
 

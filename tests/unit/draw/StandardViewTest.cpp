@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "draw/StandardView.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "input/ReaderTesting.h"
 #include "vesk/Cone.h"
 

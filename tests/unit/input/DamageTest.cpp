@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files cut at every byte, and files with any bytes.
 #include <gtest/gtest.h>
 

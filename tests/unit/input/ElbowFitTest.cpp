@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "input/ElbowFit.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "input/LineReader.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Write, read, write: the same bytes. Elements are generated over everything
 // that the style keeps.
 #include <gtest/gtest.h>

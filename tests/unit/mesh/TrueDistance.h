@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef VESK_TESTS_MESH_TRUEDISTANCE_H
 #define VESK_TESTS_MESH_TRUEDISTANCE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/FixStr.h"
 
 #include <gtest/gtest.h>

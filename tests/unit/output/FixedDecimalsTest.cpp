@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/FixedDecimals.h"
 
 #include <gtest/gtest.h>

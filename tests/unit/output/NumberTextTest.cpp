@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/NumberText.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/TextFile.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compares the number text of many values with the C library and with
 // std::to_chars: numbertext_proof [COUNT [FIRST]], by custom 10 million from 0.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/Box.h"
 
 #include <gtest/gtest.h>

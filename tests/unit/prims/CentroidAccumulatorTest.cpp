@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prims/CentroidAccumulator.h"
 
 #include <gtest/gtest.h>

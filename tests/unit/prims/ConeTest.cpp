@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/Cone.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What all nine kinds promise, asked through the base class alone.
 
 #include <gtest/gtest.h>

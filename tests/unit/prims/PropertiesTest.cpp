@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What holds for any primitive of any kind, anywhere. GeoContractTest asks the
 // same of fixed samples, and how far the extents reach and what the volume is.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/Red.h"
 
 #include <gtest/gtest.h>

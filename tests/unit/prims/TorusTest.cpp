@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vesk/Torus.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rvm/ReviewWriter.h"
 
 #include <bit>

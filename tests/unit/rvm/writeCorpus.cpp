@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // writeCorpus FOLDER - writes small review models of both forms, a file for each kind
 // of shape, from which the fuzzer begins.
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "select/Selection.h"
 
 #include <gtest/gtest.h>

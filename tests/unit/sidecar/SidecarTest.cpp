@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sidecar/Sidecar.h"
 
 #include <gtest/gtest.h>

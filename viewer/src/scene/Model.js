@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { harmless } from './decode.js';
 
 // How many numbers a value of a layout takes: number, integer and text one (a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { LEVELS } from '../view/palette.js';
 import { FADED, GHOST, HIDDEN, SELECTED } from '../view/shaders.js';
 

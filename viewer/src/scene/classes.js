@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { FIRST_OF_MANY, FIRST_OF_RAMP, GREY, LEVELS, MANY, RAMP } from '../view/palette.js';
 
 /**

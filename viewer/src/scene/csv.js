@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fields that a spreadsheet would take for a formula get an apostrophe in front.
 const FORMULA = /^[=+\-@\t\r]/;
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { HEAD, joinLines, placesOf, recordStarts, valuesOf, valueStarts } from './hints.js';
 
 // A page holds a head in JSON and little-endian binary data, both compressed and in

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes back the hints by which the tool makes a page small (tools/view/PageCode.h):
 // most numbers of a page are numbers of its records, which are in the page as text.
 // The arithmetic is that of the tool, so that every bit comes back.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Distances between places that the pointer snaps to.
 
 const REACH = { place: 14, vertex: 10 }; // pixels of the page

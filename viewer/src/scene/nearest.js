@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The smallest distance between the drawn shapes of two elements, triangle by triangle.
 // Lines and points are triangles without an area.
 

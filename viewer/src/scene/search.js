@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds elements by the words of a query. Every word must stand in the element's
 // header, in the name of its kind, in the name of its file or in its record;
 // capitals do not matter.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { placed } from '../view/parts.js';
 
 /** The vertices of the meshes, lines and points of single elements. */

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The state of a page in its address, behind the #, so that a link opens the same view of
 // the same file:
 //

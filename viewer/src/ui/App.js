@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { csvOf, tableOf } from '../scene/csv.js';
 import { Model } from '../scene/Model.js';
 import { State } from '../scene/State.js';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { LEVELS } from '../view/palette.js';
 import { h, icon } from './dom.js';
 import { countText, numberText } from './numbers.js';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { classesOf, waysOf } from '../scene/classes.js';
 import { paletteOf } from '../view/palette.js';
 import { h } from './dom.js';

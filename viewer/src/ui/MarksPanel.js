@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { LEVELS } from '../view/palette.js';
 import { h } from './dom.js';
 import { countText } from './numbers.js';

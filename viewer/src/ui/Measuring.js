@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { angleAt, measured, snap } from '../scene/measure.js';
 import { nearestOf } from '../scene/nearest.js';
 import { Vertices } from '../scene/vertices.js';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { h } from './dom.js';
 import { lengthText } from './numbers.js';
 

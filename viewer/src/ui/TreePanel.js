@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { groupingsOf } from '../scene/classes.js';
 import { Search } from '../scene/search.js';
 import { Tree } from '../scene/Tree.js';

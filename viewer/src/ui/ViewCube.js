@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { VIEWS } from '../view/Camera.js';
 import { h } from './dom.js';
 

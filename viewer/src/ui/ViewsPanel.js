@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { h, icon } from './dom.js';
 
 /** Views with names, kept by the browser for this page; each is an address too. */

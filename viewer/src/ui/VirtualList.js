@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { h } from './dom.js';
 
 const MORE = 6; // rows made above and below what is seen

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 const SVG = 'http://www.w3.org/2000/svg';
 
 /**

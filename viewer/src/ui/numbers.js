@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /** A number with at most so many decimals and without useless zeros: 12.5, 0, 1e-9. */
 export function numberText(value, decimals = 3) {
   if (!Number.isFinite(value)) return String(value);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { Matrix4, OrthographicCamera, PerspectiveCamera, Vector3 } from 'three';
 
 import { Outline } from './Outline.js';

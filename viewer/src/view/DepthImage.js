@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 const NOTHING = 0;
 const MOST = 16777215;
 

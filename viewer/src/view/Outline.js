@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /**
  * What is to be seen whole: boxes that may lie askew, 12 numbers each: the middle and
  * the halves of three edges. It is nearer to the outline of a plant than the corners of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 const MOST_LABELS = 400;
 const LEAST_TEXT = 7; // pixels; smaller texts are drawn level and in this size
 const LEAST_LABEL = 1.2; // pixels; of texts that would be smaller none is drawn over the plant

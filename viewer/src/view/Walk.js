@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import { Vector3 } from 'three';
 
 const EYES = 1700; // millimetres between the eye and the floor that a walk begins on

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 const CLICK = 5; // pixels that a click may wander
 const TURN = Math.PI / 500; // radians for each pixel
 

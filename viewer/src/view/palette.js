@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colours of the kinds of elements and of marks, for light and dark alike.
 
 export const KIND_COLOURS = {

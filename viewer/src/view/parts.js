@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What of a scene is drawn by one call each, as plain arrays. A mesh that stands
 // at many places is drawn by one call for all of them; the meshes that stand at few
 // places are put together into one.

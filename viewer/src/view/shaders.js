@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every drawn thing knows the number of its element, and looks up in a texture
 // how that element is drawn now: to hide, mark or select thousands of elements is
 // to write a few bytes. A texel is: colour number, flags.

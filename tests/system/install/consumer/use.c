@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include <vesk.h>
 int main(void) {
   const double a[3] = {0, 0, 0}, b[3] = {0, 0, 10};

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vesk/Cyl.h>
 #include <vesk/RecordWriter.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // judge.js FILE.bcf CLASHES.json
 //
 // Reads the archive by a reader that is not ours and compares it with what

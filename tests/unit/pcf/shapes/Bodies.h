@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TESTS_PCF_SHAPES_BODIES_H
 #define TESTS_PCF_SHAPES_BODIES_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PartText.h"
 
 #include <sstream>

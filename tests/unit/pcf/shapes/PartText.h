@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TESTS_PCF_SHAPES_PARTTEXT_H
 #define TESTS_PCF_SHAPES_PARTTEXT_H
 

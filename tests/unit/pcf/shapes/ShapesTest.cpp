@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pcf/shapes/Shapes.h"
 
 #include <gtest/gtest.h>

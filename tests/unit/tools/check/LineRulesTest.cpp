@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/LineRules.h"
 
 #include <gtest/gtest.h>

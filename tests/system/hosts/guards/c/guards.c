@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The functions of the model, called as its own main does not. */
 #define main modelMain
 #include "model.c"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Ends inside the library: nobody here catches what it throws. */
 #include "vesk.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file of the model, when exceptions pass by.
 #include <cstdlib>
 

@@ -1,3 +1,4 @@
+! SPDX-License-Identifier: MIT
 program guards
   use, intrinsic :: iso_c_binding, only: dp => c_double
   use vesk

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import assert from 'node:assert';
 import fs from 'node:fs';
 import {VeskFile} from './vesk.js';

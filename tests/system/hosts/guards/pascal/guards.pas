@@ -1,3 +1,4 @@
+{ SPDX-License-Identifier: MIT }
 program guards;
 
 {$mode objfpc}{$H+}

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host whose headers and classes have names of the library's.
 #include <string>
 

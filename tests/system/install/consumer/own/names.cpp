@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host with classes of its own that have names of the model's: what the library
 // throws inside is the library's.
 #include <vesk.h>

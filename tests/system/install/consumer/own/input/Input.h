@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef HOST_INPUT_H
 #define HOST_INPUT_H
 

@@ -206,7 +206,7 @@ TEST_P(ShapeTest, TellsTheFault) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Elements, ShapeTest, testing::ValuesIn(kShapes),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ShapesTest, KindsOfOthersHaveNone) {
   EXPECT_EQ(shapeFaultOf(OfAHost()), kNoShape);

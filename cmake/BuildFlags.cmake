@@ -4,11 +4,24 @@ add_library(vesk_build_flags INTERFACE)
 
 # Without contraction the same numbers give the same bytes with every compiler
 # and at every level of optimisation.
-target_compile_options(vesk_build_flags INTERFACE
-  -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
-  $<$<BOOL:${VESK_WERROR}>:-Werror>
-  $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
-  -Wcast-qual -Wformat=2>)
+if(MSVC)
+  target_compile_options(vesk_build_flags INTERFACE /fp:precise /utf-8 /permissive-)
+else()
+  target_compile_options(vesk_build_flags INTERFACE -ffp-contract=off)
+endif()
+
+# In another's build its own warnings are enough, which it may have made errors.
+if(PROJECT_IS_TOP_LEVEL)
+  if(MSVC)
+    target_compile_options(vesk_build_flags INTERFACE /W4 $<$<BOOL:${VESK_WERROR}>:/WX>)
+  else()
+    target_compile_options(vesk_build_flags INTERFACE
+      -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+      $<$<BOOL:${VESK_WERROR}>:-Werror>
+      $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
+      -Wcast-qual -Wformat=2>)
+  endif()
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # At -O3 it takes copies inside its own std::string for overlapping ones.
   target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)

@@ -1,4 +1,25 @@
 # SPDX-License-Identifier: MIT
+include(GoogleTest)
+
+# vesk_add_tests(PROGRAM [ENVIRONMENT NAME=VALUE]): makes the tests of a program
+# known to CTest, each on its own. Under Wine, whose every start takes longer than
+# most tests, the program runs in two parts that share its tests out.
+function(vesk_add_tests program)
+  cmake_parse_arguments(tests "" "ENVIRONMENT" "" ${ARGN})
+  if(NOT CMAKE_CROSSCOMPILING)
+    gtest_discover_tests(${program} PROPERTIES ENVIRONMENT "${tests_ENVIRONMENT}")
+  else()
+    foreach(part RANGE 1)
+      add_test(NAME ${program}.${part} COMMAND ${program})
+      set_tests_properties(${program}.${part} PROPERTIES TIMEOUT 900
+        ENVIRONMENT "GTEST_TOTAL_SHARDS=2;GTEST_SHARD_INDEX=${part};${tests_ENVIRONMENT}")
+    endforeach()
+  endif()
+  if(VESK_PRECOMPILE)
+    target_precompile_headers(${program} REUSE_FROM vesk_test_headers)
+  endif()
+endfunction()
+
 # GTest::gtest and GTest::gtest_main: the installed ones, or, for Windows, built
 # from the sources that Debian's package googletest installs.
 if(NOT CMAKE_CROSSCOMPILING)

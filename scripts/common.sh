@@ -14,10 +14,12 @@ fail() {
   exit 1
 }
 
-# Compiles through ccache where it is installed.
+# Compiles through ccache where it is installed; its key to a source is the whole
+# text, without headers that were read before.
 launcher=()
 if command -v ccache >/dev/null; then
-  launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache
+    -DVESK_PRECOMPILE=OFF)
 fi
 
 # configure PRESET, build PRESET [TARGET...]

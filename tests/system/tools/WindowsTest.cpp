@@ -92,7 +92,7 @@ TEST(WindowsStreams, AClosedPipeEndsQuietly) {
   CloseHandle(read);
   const HANDLE input = openForTool("pipe.dat", true);
   const HANDLE errors = openForTool("errors", false);
-  EXPECT_EQ(StartedTool("list pipe.dat", input, write, errors).exitCode(), 0);
+  EXPECT_EQ(StartedTool("list pipe.dat", input, write, errors).exitCode(), 141);
   for (const HANDLE handle : {write, input, errors}) CloseHandle(handle);
   EXPECT_EQ(bytesOf("errors"), "");
 }

@@ -4,15 +4,14 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <initializer_list>
 #include <optional>
-#include <span>
 #include <utility>
 
+#include "mesh/BendFrame.h"
 #include "mesh/FaceMesh.h"
 #include "mesh/ReducerMesh.h"
+#include "mesh/SceneBounds.h"
 #include "mesh/UnitMeshes.h"
-#include "prims/BendArc.h"
 #include "prims/Visit.h"
 #include "shape/ReducerShape.h"
 #include "shape/Shape.h"
@@ -21,17 +20,8 @@
 namespace Vesk {
 namespace {
 
-enum UnitShape { kUnitCone, kUnitTorus, kUnitElbow, kUnitCube };
-
 // Sines of angles that come from rounding.
 constexpr double kRightAngle = 1e-12;
-
-// A float keeps 24 bits: what is further away than so many tolerances is moved,
-// and then a quarter of the tolerance is kept.
-constexpr double kFarTolerances = 0x1p23 / 4.0;
-
-// So many times nearer to the origin it must get, or it stays.
-constexpr double kNearer = 4.0;
 
 // Rounds to 40 bits: it swallows the last digits, in which equal shapes at
 // different places differ.
@@ -47,63 +37,9 @@ GeVector acrossOf(const GeVector& d) {
   return side / side.length();
 }
 
-// Frame of a bend that has a shape: x along its start, z along its axis.
-struct BendFrame {
-  GeVector x;
-  GeVector y;
-  GeVector z;
-  double radius = 0.0;
-  double sweep = 0.0;
-};
-
-BendFrame bendFrame(const GePoint& centre, const GeVector& start, const GeVector& end) {
-  BendFrame frame;
-  const BendArc arc(centre, start, end);
-  const GeVector& from = arc.startDirection();
-  const GeVector& to = arc.endDirection();
-  frame.x = from;
-  frame.y = cross(arc.normal(), from);
-  frame.y /= frame.y.length();
-  frame.z = cross(frame.x, frame.y);
-  frame.radius = arc.meanRadius();
-  frame.sweep = std::atan2(cross(from, to).length(), dot(from, to));
-  return frame;
-}
-
 const char* textOf(SceneLimit limit) {
-  switch (limit) {
-    case SceneLimit::kNone:  // GCOVR_EXCL_LINE: what keeps the limits is not asked
-      break;                 // GCOVR_EXCL_LINE
-    case SceneLimit::kTooFine:
-      return "more than 1048576 segments for a circle at this tolerance";
-    case SceneLimit::kTooManyTriangles:
-      return "reducer needs too many triangles at this tolerance";
-  }
-  return "";  // GCOVR_EXCL_LINE
-}
-
-void mix(std::uint64_t& hash, std::uint64_t value) {
-  hash = (hash ^ value) * 0x9E3779B97F4A7C15U;
-  hash ^= hash >> 29U;
-}
-
-template <class Vector>
-void mixAll(std::uint64_t& hash, const std::vector<Vector>& vectors) {
-  for (const Vector& v : vectors) {
-    for (const double d : {v.x, v.y, v.z}) mix(hash, std::bit_cast<std::uint64_t>(d));
-  }
-}
-
-std::uint64_t hashOf(const Mesh& mesh) {
-  std::uint64_t hash = mesh.closed ? 1U : 2U;
-  mixAll(hash, mesh.positions);
-  mixAll(hash, mesh.normals);
-  return hash;
-}
-
-bool isSame(const Mesh& a, const Mesh& b) {
-  return a.closed == b.closed && a.positions == b.positions && a.normals == b.normals &&
-         a.triangles == b.triangles && a.triangleNormals == b.triangleNormals;
+  return limit == SceneLimit::kTooFine ? "more than 1048576 segments for a circle at this tolerance"
+                                       : "reducer needs too many triangles at this tolerance";
 }
 
 // The cube with other edges, right-handed.
@@ -148,11 +84,10 @@ std::uint32_t SceneBuilder::add(const Geo& geo, const SceneElement& element) {
 }
 
 Scene SceneBuilder::finish() {
-  findBounds();
-  moveFromAfar();
+  scene_.meshes = meshes_.take();
+  findBounds(scene_);
+  moveFromAfar(scene_, fineness_);
   headers_.clear();
-  units_.clear();
-  own_.clear();
   return std::exchange(scene_, Scene());
 }
 
@@ -202,7 +137,7 @@ SceneLimit SceneBuilder::addRound(const GePoint& origin, const GeVector& axis, d
   solid.volume = kPi / 3.0 * height * (radius1 * radius1 + radius1 * radius2 + radius2 * radius2);
   solid.deviation = sagitta(radius, 2.0 * kPi / segments);
   solid.tolerance = fineness_.tolerance(radius);
-  addUnit({kUnitCone, segments, 0, settled(ratio), 0.0}, solid,
+  addUnit({UnitShape::kCone, segments, 0, settled(ratio), 0.0}, solid,
           [&] { return unitCone(segments, settled(ratio)); });
   return SceneLimit::kNone;
 }
@@ -219,7 +154,7 @@ SceneLimit SceneBuilder::add(const Box& box) {
   solid.placement.origin = box.origin;
   if (isRight(e1, e2) && isRight(e2, e3) && isRight(e3, e1)) {
     solid.placement = {e1, e2, e3, box.origin};
-    addUnit({kUnitCube, 0, 0, 0.0, 0.0}, solid, unitCube);
+    addUnit({UnitShape::kCube, 0, 0, 0.0, 0.0}, solid, unitCube);
   } else {
     addOwn(skewCube(e1, e2, e3), solid);
   }
@@ -243,7 +178,7 @@ SceneLimit SceneBuilder::add(const Torus& torus) {
   solid.deviation = sagitta(tube, 2.0 * kPi / around) + sagitta(outer, frame.sweep / along);
   const double ratio = settled(tube / radius);
   const double sweep = settled(frame.sweep);
-  addUnit({kUnitTorus, along, around, ratio, sweep}, solid,
+  addUnit({UnitShape::kTorus, along, around, ratio, sweep}, solid,
           [&] { return unitTorus(along, around, ratio, sweep); });
   return SceneLimit::kNone;
 }
@@ -263,7 +198,7 @@ SceneLimit SceneBuilder::add(const Relb& relb) {
   solid.deviation = sagitta(outer, frame.sweep / along);
   const double ratio = settled(depth / radius);
   const double sweep = settled(frame.sweep);
-  addUnit({kUnitElbow, along, 0, ratio, sweep}, solid,
+  addUnit({UnitShape::kElbow, along, 0, ratio, sweep}, solid,
           [&] { return unitElbow(along, ratio, sweep); });
   return SceneLimit::kNone;
 }
@@ -323,76 +258,17 @@ SceneLimit SceneBuilder::add(const Txt& txt) {
 }
 
 template <class Make>
-void SceneBuilder::addUnit(const UnitKey& key, const Solid& solid, Make make) {
-  const auto [place, isNew] =
-      units_.try_emplace(key, static_cast<std::uint32_t>(scene_.meshes.size()));
-  if (isNew) scene_.meshes.push_back(make());
-  addInstance(place->second, solid);
+void SceneBuilder::addUnit(const MeshStore::UnitKey& key, const Solid& solid, Make make) {
+  addInstance(meshes_.unit(key, make), solid);
 }
 
 void SceneBuilder::addOwn(Mesh mesh, const Solid& solid) {
-  const std::uint64_t hash = hashOf(mesh);
-  const auto [first, last] = own_.equal_range(hash);
-  for (auto each = first; each != last; ++each) {
-    if (isSame(scene_.meshes[each->second], mesh)) return addInstance(each->second, solid);
-  }
-  const auto index = static_cast<std::uint32_t>(scene_.meshes.size());
-  scene_.meshes.push_back(std::move(mesh));
-  own_.emplace(hash, index);
-  addInstance(index, solid);
+  addInstance(meshes_.own(std::move(mesh)), solid);
 }
 
 void SceneBuilder::addInstance(std::uint32_t mesh, const Solid& solid) {
   scene_.instances.push_back(
       {mesh, element(), solid.placement, solid.volume, solid.deviation, solid.tolerance});
-}
-
-void SceneBuilder::findBounds() {
-  Extents& bounds = scene_.bounds;
-  for (const SceneInstance& instance : scene_.instances) {
-    for (const GePoint& p : scene_.meshes[instance.mesh].positions) {
-      bounds.add(instance.placement.point(p));
-    }
-  }
-  for (const ScenePoint& point : scene_.points) bounds.add(point.position);
-  for (const GePoint& p : scene_.lineVertices) bounds.add(p);
-  for (const SceneText& text : scene_.texts) {
-    const GeVector along = text.along * text.width;
-    const GeVector up = text.up * text.height;
-    const GePoint& p = text.position;
-    bounds.add(p).add(p + along).add(p + up).add(p + along + up);
-  }
-}
-
-// The tolerance that counts is that of the round shapes; of many the middle one.
-void SceneBuilder::moveFromAfar() {
-  Extents& bounds = scene_.bounds;
-  if (!(bounds.min.x <= bounds.max.x)) return;
-  const GeVector size = bounds.max - bounds.min;
-  std::vector<double> tolerances;
-  for (const SceneInstance& instance : scene_.instances) {
-    if (instance.deviation > 0.0) tolerances.push_back(instance.tolerance);
-  }
-  double tolerance = fineness_.tolerance(size.length() / 2.0);
-  if (!tolerances.empty()) {
-    const auto middle = tolerances.begin() + static_cast<std::ptrdiff_t>(tolerances.size() / 2);
-    std::nth_element(tolerances.begin(), middle, tolerances.end());
-    tolerance = *middle;
-  }
-  double furthest = 0.0;
-  for (const GePoint& p : {bounds.min, bounds.max}) {
-    furthest = std::max({furthest, std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
-  }
-  const double halfSize = std::max({size.x, size.y, size.z}) / 2.0;
-  if (furthest <= kFarTolerances * tolerance || furthest < kNearer * halfSize) return;
-  const GePoint middle = bounds.min + size / 2.0;
-  const GeVector offset(std::round(middle.x), std::round(middle.y), std::round(middle.z));
-  for (SceneInstance& instance : scene_.instances) instance.placement.origin += -offset;
-  for (ScenePoint& point : scene_.points) point.position += -offset;
-  for (GePoint& p : scene_.lineVertices) p += -offset;
-  for (SceneText& text : scene_.texts) text.position += -offset;
-  bounds = Extents(bounds.min - offset, bounds.max - offset);
-  scene_.offset = offset;
 }
 
 }  // namespace Vesk

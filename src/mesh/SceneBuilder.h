@@ -2,15 +2,12 @@
 #ifndef VESK_MESH_SCENEBUILDER_H
 #define VESK_MESH_SCENEBUILDER_H
 
-#include <array>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <unordered_map>
-#include <vector>
 
+#include "mesh/MeshStore.h"
 #include "mesh/Scene.h"
 #include "vesk/Geo.h"
 #include "vesk/mesh/Fineness.h"
@@ -67,9 +64,6 @@ class SceneBuilder {
   Scene finish();
 
  private:
-  // Shape, pieces in two directions, proportions.
-  using UnitKey = std::tuple<int, std::uint32_t, std::uint32_t, double, double>;
-
   // What is known of an instance but its mesh.
   struct Solid {
     Placement placement;
@@ -102,18 +96,14 @@ class SceneBuilder {
   std::uint32_t element() const { return static_cast<std::uint32_t>(scene_.elements.size() - 1); }
 
   template <class Make>
-  void addUnit(const UnitKey& key, const Solid& solid, Make make);
+  void addUnit(const MeshStore::UnitKey& key, const Solid& solid, Make make);
   void addOwn(Mesh mesh, const Solid& solid);
   void addInstance(std::uint32_t mesh, const Solid& solid);
-
-  void findBounds();
-  void moveFromAfar();
 
   Fineness fineness_;
   Scene scene_;
   std::unordered_map<std::string, std::uint32_t> headers_;
-  std::map<UnitKey, std::uint32_t> units_;
-  std::unordered_multimap<std::uint64_t, std::uint32_t> own_;  // by what is in the mesh
+  MeshStore meshes_;
 };
 
 }  // namespace Vesk

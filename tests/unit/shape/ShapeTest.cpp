@@ -117,7 +117,7 @@ Element pline(const std::vector<GePoint>& points) {
 
 Element pgon(const std::vector<GePoint>& points) {
   auto pgon = std::make_shared<Pgon>();
-  for (const GePoint& p : points) pgon->vertices.emplace_back(p);
+  for (const GePoint& p : points) pgon->vertices.push_back(PgonVertex{p, {}, false});
   return pgon;
 }
 

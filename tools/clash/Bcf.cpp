@@ -141,13 +141,23 @@ std::string point(std::string_view tag, double x, double y, double z) {
                 tagged("X", shortest(x)) + tagged("Y", shortest(y)) + tagged("Z", shortest(z)));
 }
 
+// Both elements, by the GlobalIds that they have in an export to IFC.
+std::string componentsOf(const Clash& clash, const ClashModel& model) {
+  std::string xml = "<Components>\n<Selection>\n";
+  for (const std::uint32_t index : {clash.a, clash.b}) {
+    xml += "<Component IfcGuid=\"" + model.globalIds()[index] + "\"/>\n";
+  }
+  return xml + "</Selection>\n<Visibility DefaultVisibility=\"true\"/>\n</Components>\n";
+}
+
 // From the south-west above, as plants are shown.
-std::string viewpointOf(const Clash& clash, const std::string& guid) {
+std::string viewpointOf(const Clash& clash, const ClashModel& model, const std::string& guid) {
   const double part = std::sqrt(1.0 / 3.0);
   const double off = kViewDistance * part;
   const GePoint& p = clash.place;
   std::string xml(kProlog);
-  xml += "<VisualizationInfo Guid=\"" + guidOf("view\n" + guid) + "\">\n<PerspectiveCamera>\n";
+  xml += "<VisualizationInfo Guid=\"" + guidOf("view\n" + guid) + "\">\n" +
+         componentsOf(clash, model) + "<PerspectiveCamera>\n";
   xml += point("CameraViewPoint", p.x * kMetre - off, p.y * kMetre - off, p.z * kMetre + off);
   xml += point("CameraDirection", part, part, -part);
   xml += point("CameraUpVector", part * std::sqrt(0.5), part * std::sqrt(0.5),
@@ -177,7 +187,7 @@ std::string bcfOf(std::span<const Clash> clashes, const ClashModel& model,
     if (before > 0) content += '\n' + std::to_string(before);
     const std::string guid = guidOf(content);
     zip.add(guid + "/markup.bcf", markupOf(findingOf(clash, model, search), model, guid, date));
-    zip.add(guid + "/viewpoint.bcfv", viewpointOf(clash, guid));
+    zip.add(guid + "/viewpoint.bcfv", viewpointOf(clash, model, guid));
   }
   return zip.finish();
 }

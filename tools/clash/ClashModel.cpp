@@ -44,6 +44,7 @@ void ClashModel::add(const Vesk::RecordElement& element, const std::string& comp
     const auto next = static_cast<std::uint32_t>(components_.size() + 1);
     added.component = components_.try_emplace(name, next).first->second;
   }
+  if (keepsGlobalIds_) globalIds_.push_back(ifcGlobalId(ids_.contentOf(element)));
   elements_.push_back(std::move(added));
 }
 

@@ -12,6 +12,7 @@
 #include "check/Joints.h"
 #include "distance/Body.h"
 #include "elements/Kinds.h"
+#include "export/GlobalIds.h"
 #include "vesk/RecordFile.h"
 
 namespace VeskTool {
@@ -45,12 +46,17 @@ class ClashModel {
   // What is added from now on is of this file.
   void beginFile(const std::string& name) { files_.push_back(name); }
 
+  // From now on the GlobalId of each element is kept, as in an export to IFC.
+  void keepGlobalIds() { keepsGlobalIds_ = true; }
+
   // `component` tells components of the file apart; empty: of none.
   void add(const Vesk::RecordElement& element, const std::string& component);
 
   const std::vector<std::string>& files() const { return files_; }
   const std::vector<ClashHeader>& headers() const { return headers_; }
   const std::vector<ClashElement>& elements() const { return elements_; }
+  // Of each element, if they are kept.
+  const std::vector<std::string>& globalIds() const { return globalIds_; }
   std::uint64_t withoutBody() const { return withoutBody_; }
 
   // The ends of a cylinder, cone or torus: at most two.
@@ -69,6 +75,9 @@ class ClashModel {
   std::unordered_map<std::string, std::uint32_t> lines_;
   std::unordered_map<std::string, std::uint32_t> components_;
   std::vector<PipeEnd> ends_;
+  GlobalIds ids_;
+  std::vector<std::string> globalIds_;
+  bool keepsGlobalIds_ = false;
   std::uint64_t withoutBody_ = 0;
 };
 

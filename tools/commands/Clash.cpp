@@ -148,6 +148,7 @@ class ClashCommand : public Command {
     takeOptions(files);
     for (const std::string& file : files) expectInput(file, session.progress());
     ClashModel model;
+    if (!bcf_.empty()) model.keepGlobalIds();
     Exit exit = Exit::kDone;
     for (const std::string& file : files) exit = worst(exit, read(model, file, session));
     session.progress().clear();

@@ -8,12 +8,12 @@
 #include <numbers>
 #include <optional>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "elements/Describe.h"
 #include "elements/Kinds.h"
 #include "export/ExactShape.h"
+#include "export/GlobalIds.h"
 #include "export/StepText.h"
 #include "sidecar/Sidecar.h"
 #include "terminal/Exit.h"
@@ -32,16 +32,6 @@ constexpr std::size_t kBatch = 64;
 
 constexpr Word kNone{"$"};
 constexpr Word kDerived{"*"};
-
-std::uint64_t hashOf(std::string_view text, std::uint64_t seed) {
-  std::uint64_t hash = seed;
-  for (const char c : text) {
-    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
-    hash ^= hash >> 29U;
-  }
-  hash *= 0x9E3779B97F4A7C15U;
-  return hash ^ hash >> 32U;
-}
 
 // An IFC class for an element, and its predefined type.
 struct Class {
@@ -218,9 +208,7 @@ class IfcWriter : public ElementWriter {
 
   Id addProduct(const Vesk::RecordElement& record, const Vesk::SidecarRow* row) {
     const Kind kind = kindOf(*record.geo);
-    std::string content = ifcContentOf(record);
-    // No GlobalId twice: what is drawn twice gets another one.
-    while (!seen_.insert(hashOf(content, 1)).second) content += '+';
+    const std::string content = ids_.contentOf(record);
     content_ = content;
     Representation made = std::visit([&](const auto& shape) { return represent(shape); }, shape_);
     const Id shape = ifc_.add("IFCSHAPEREPRESENTATION", body_, Word{"'Body'"}, made.type,
@@ -456,7 +444,7 @@ class IfcWriter : public ElementWriter {
   std::vector<std::string> order_;
   std::vector<Id> onSite_;
   std::uint64_t siteRelations_ = 0;
-  std::unordered_set<std::uint64_t> seen_;
+  GlobalIds ids_;
   std::optional<std::ifstream> stream_;
   std::optional<Vesk::SidecarReader> reader_;
   std::optional<Vesk::SidecarJoin> join_;
@@ -466,33 +454,6 @@ class IfcWriter : public ElementWriter {
 };
 
 }  // namespace
-
-std::string ifcGlobalId(std::string_view content) {
-  constexpr std::string_view kDigits =
-      "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
-  const std::uint64_t words[] = {hashOf(content, 0xCBF29CE484222325U),
-                                 hashOf(content, 0x84222325CBF29CE4U)};
-  // 128 bits: one digit of 2 bits, then 21 of 6.
-  std::string id;
-  for (int at = 126; at >= 0; at -= 6) {
-    std::uint64_t digit = 0;
-    for (int bit = std::min(at + 5, 127); bit >= at; --bit) {
-      digit = digit << 1U | (words[bit / 64] >> static_cast<unsigned>(bit % 64) & 1U);
-    }
-    id += kDigits[digit];
-  }
-  return id;
-}
-
-std::string ifcContentOf(const Vesk::RecordElement& record) {
-  std::string content = headerText(record.header) + '\n' + std::to_string(record.counter()) + '\n';
-  content += nameOf(kindOf(*record.geo));
-  for (const Property& property : propertiesOf(*record.geo)) {
-    content += '\n' + property.name + ' ';
-    content += property.type == Property::Type::kText ? property.text : pointText(property.value);
-  }
-  return content;
-}
 
 std::unique_ptr<ElementWriter> makeIfcWriter(double millimetres, TextSink& out) {
   return std::make_unique<IfcWriter>(millimetres, out);

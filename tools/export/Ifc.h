@@ -24,12 +24,6 @@ namespace VeskTool {
 // twice. The unit is `millimetres` long.
 std::unique_ptr<ElementWriter> makeIfcWriter(double millimetres, TextSink& out);
 
-// The GlobalId for this content, 22 characters: the same for the same text.
-std::string ifcGlobalId(std::string_view content);
-
-// What the GlobalId of an element is made of: header fields, kind and values.
-std::string ifcContentOf(const Vesk::RecordElement& record);
-
 }  // namespace VeskTool
 
 #endif

@@ -10,6 +10,8 @@
 #                        are for hosts of the C library too
 #   include/vesk/mesh/   the meshes: #include <vesk/mesh/ElementMesh.h>
 #   share/               the tool's manual page and completions, on Unix
+#   share/vesk/bindings/ modules for other languages
+#   share/doc/vesk/      README, licence, documents
 #
 # All of it may be moved to another place.
 include(GNUInstallDirs)
@@ -48,8 +50,10 @@ if(TARGET vesk_tool)
 endif()
 if(TARGET vesk_completions)
   set(data ${CMAKE_INSTALL_DATADIR})
-  install(FILES ${PROJECT_SOURCE_DIR}/docs/vesk.1
-    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  if(NOT VESK_DEBIAN_LAYOUT)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/vesk.1
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  endif()
   set(from ${PROJECT_BINARY_DIR}/completions)
   install(FILES ${from}/bash DESTINATION ${data}/bash-completion/completions RENAME vesk
     COMPONENT tools)
@@ -74,35 +78,21 @@ foreach(name vesk vesk-model vesk-mesh)
   install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${pc_folder} COMPONENT development)
 endforeach()
 
-set(CPACK_PACKAGE_NAME vesk)
-set(CPACK_PACKAGE_VENDOR Vesk)
-set(CPACK_PACKAGE_CONTACT "The maintainers of Vesk <vesk@localhost>")
-set(CPACK_PACKAGE_CHECKSUM SHA256)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL runtime development)
-if(TARGET vesk_tool)
-  list(APPEND CPACK_COMPONENTS_ALL tools)
-endif()
-set(CPACK_VERBATIM_VARIABLES ON)
-if(WIN32)
-  set(CPACK_GENERATOR ZIP)
-  set(CPACK_SYSTEM_NAME win64)
+# Modules for other languages, as docs/hosts.md shows them.
+set(bindings ${CMAKE_INSTALL_DATADIR}/vesk/bindings)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/hosts/ DESTINATION ${bindings} COMPONENT bindings
+  PATTERN node_modules EXCLUDE PATTERN __pycache__ EXCLUDE)
+
+if(VESK_DEBIAN_LAYOUT)
+  include(${PROJECT_SOURCE_DIR}/cmake/DebianFiles.cmake)
 else()
-  set(CPACK_GENERATOR DEB TGZ)
+  set(documents share/doc/vesk)
+  install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/LICENSE
+    ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/SECURITY.md
+    DESTINATION ${documents} COMPONENT documents)
+  install(FILES ${PROJECT_SOURCE_DIR}/cmake/packages/copyright.others
+    DESTINATION ${documents} RENAME licences-of-others.txt COMPONENT documents)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documents} COMPONENT documents)
 endif()
 
-# Debian packages: what a program needs to run, and to be built, and the tool.
-set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libcveskdll${PROJECT_VERSION_MAJOR})
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libcveskdll-dev)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-  "libcveskdll${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}), libstdc++-dev | libstdc++-12-dev")
-set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME vesk-tools)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-include(CPack)
+include(${PROJECT_SOURCE_DIR}/cmake/Packages.cmake)

@@ -44,6 +44,10 @@ def main():
               json.loads(subprocess.check_output([tool, "version", "--json"]))["libraries"]}
     faults = [f"{name}: no licence" for name, row in listed.items() if not row["licence"]]
 
+    others = (project / "cmake" / "packages" / "copyright.others").read_text()
+    faults += [f"{name}: not in cmake/packages/copyright.others" for name in listed
+               if f"Files: {name}\n" not in others]
+
     def want(name, where):
         if name not in listed:
             faults.append(f"{where}: {name} is not listed by `vesk version`")

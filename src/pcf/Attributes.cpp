@@ -136,6 +136,14 @@ GeVector directionOf(std::string_view words) {
   return direction;
 }
 
+GeVector flatDirectionOf(const Plan& plan, const Component& component) {
+  GeVector direction;
+  visitAttributes(plan, component, [&](const KeyValue& entry, std::string_view) {
+    if (isWord(entry.key, "FLAT-DIRECTION")) direction = directionOf(entry.value);
+  });
+  return direction;
+}
+
 SpindleData spindleOf(const Plan& plan, const Component& component) {
   SpindleData spindle;
   visitAttributes(plan, component, [&](const KeyValue& entry, std::string_view) {

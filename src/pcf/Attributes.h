@@ -35,6 +35,9 @@ struct SpindleData {
   GeVector direction = {};  // null: not given
   Actuator actuator = Actuator::kNotTold;
 };
+// FLAT-DIRECTION of an eccentric reducer; null if it has none.
+GeVector flatDirectionOf(const Plan& plan, const Component& component);
+
 SpindleData spindleOf(const Plan& plan, const Component& component);
 
 // A direction by its words, x to the EAST, y to the NORTH, z UP; null for any other.

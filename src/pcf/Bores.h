@@ -22,8 +22,8 @@ enum class BoreMeaning {
 // is drawn as it is. What was decided is said once.
 void resolveBores(Plan& plan, const Joints& joints, BoreMeaning meaning, Messages& messages);
 
-// Gives ends and branches without a bore the diameter of what they meet, else that of
-// another end of their component.
+// Gives ends and branches without a bore the diameter that is given where they meet
+// something, else that of another end of their component, else of what has got its own so.
 void resolveMissingBores(Plan& plan, const Joints& joints, Messages& messages);
 
 }  // namespace Vesk::Pcf

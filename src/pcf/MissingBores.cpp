@@ -28,7 +28,8 @@ class Filling {
   }
   bool sweep();
   bool fill(const Component& component);
-  double ofNeighbour(const Point& point) const;
+  double ofNeighbour(const Point& point, bool onlyGiven) const;
+  void fillByWhatIsGiven(const Component& component);
   double ofComponent(const Component& component, const Point& point) const;
   void fillByAnyOther(const Component& component);
 
@@ -37,10 +38,11 @@ class Filling {
   Messages& messages_;
 };
 
-double Filling::ofNeighbour(const Point& point) const {
+double Filling::ofNeighbour(const Point& point, bool onlyGiven) const {
   double outside = 0;
   joints_.visit(point.at, kSamePlace, [&](const Point& other) {
     if (other.component == point.component || other.outside <= 0) return;
+    if (onlyGiven && !(other.bore > 0)) return;
     const Kind& kind = plan_.kindOf(plan_.components[other.component]);
     if (isSupport(kind.family) || kind.meaning == Word::kMessage) return;
     outside = std::max(outside, other.outside);
@@ -57,12 +59,18 @@ double Filling::ofComponent(const Component& component, const Point& point) cons
   return 0;
 }
 
+void Filling::fillByWhatIsGiven(const Component& component) {
+  for (Point& point : plan_.pointsOf(component)) {
+    if (isLineEnd(point) && point.outside <= 0) point.outside = ofNeighbour(point, true);
+  }
+}
+
 bool Filling::fill(const Component& component) {
   bool isFilled = false;
   for (Point& point : plan_.pointsOf(component)) {
     if (!isLineEnd(point) || point.outside > 0) continue;
     point.outside = ofComponent(component, point);
-    if (point.outside <= 0) point.outside = ofNeighbour(point);
+    if (point.outside <= 0) point.outside = ofNeighbour(point, false);
     isFilled = isFilled || point.outside > 0;
   }
   return isFilled;
@@ -97,6 +105,9 @@ void Filling::fill() {
   for (const Point& point : plan_.points)
     isMissing = isMissing || (isLineEnd(point) && point.outside <= 0);
   if (!isMissing) return;
+  for (const Component& component : plan_.components) {
+    if (isBody(component)) fillByWhatIsGiven(component);
+  }
   // A chain of components without bores takes as many sweeps as it has against the
   // order of the file.
   constexpr int kMostSweeps = 32;

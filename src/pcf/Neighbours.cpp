@@ -22,10 +22,6 @@ int signOf(EndKind kind) {
   return kind == EndKind::kNotTold ? 0 : kind == EndKind::kFlanged ? 1 : -1;
 }
 
-EndKind endOfSkey(const std::string& skey) {
-  return skey.size() < 4 ? EndKind::kNotTold : endKindOf(std::string_view(skey).substr(2, 2));
-}
-
 bool isPipeLike(Family family) {
   switch (family) {
     case Family::kPipe:
@@ -55,7 +51,7 @@ bool isJointPart(Family family) {
 
 // The direction in which a component goes on from its point, with the right to say so:
 // a straight piece by its other end, what has a centre towards it.
-GeVector Neighbours::directionInto(const Point& other) const {
+GeVector Neighbours::directionInto(const Point& other, bool takesReducers) const {
   const Component& component = plan_.components[other.component];
   const Point* centre = nullptr;
   const Point* far = nullptr;
@@ -66,21 +62,23 @@ GeVector Neighbours::directionInto(const Point& other) const {
   }
   if (centre != nullptr && distance(centre->at, other.at) > kShortest)
     return unit(centre->at - other.at);
-  // A reducer's own axis may slant.
-  if (far == nullptr || plan_.kindOf(component).family == Family::kReducer) return {};
+  if (far == nullptr) return {};
+  if (plan_.kindOf(component).family == Family::kReducer && !takesReducers) return {};
   return unit(far->at - other.at);
 }
 
-GeVector Neighbours::lineAt(const Point& point) const {
+GeVector Neighbours::lineAt(const Point& point, bool takesReducers) const {
   for (const double radius : {kSamePlace, kGap}) {
     GeVector line;
     double nearest = radius;
     joints_.visit(point.at, radius, [&](const Point& other) {
       if (other.component == point.component || other.role == Role::kPlace) return;
-      const Kind& kind = plan_.kindOf(plan_.components[other.component]);
+      const Component& component = plan_.components[other.component];
+      const Kind& kind = plan_.kindOf(component);
+      if (component.isRepeated) return;
       if (kind.meaning != Word::kBody && kind.meaning != Word::kUnknown) return;
       if (isSupport(kind.family)) return;
-      const GeVector direction = directionInto(other);
+      const GeVector direction = directionInto(other, takesReducers);
       const double away = distance(point.at, other.at);
       if (direction == GeVector() || away > nearest) return;
       line = direction;
@@ -97,18 +95,20 @@ std::optional<Neighbours::Meets> Neighbours::meetsOf(const Point& other) const {
   if (kind.meaning == Word::kWeld) return Meets::kPipe;
   if (kind.meaning == Word::kMark && kind.word.ends_with("-EQUIPMENT")) return Meets::kFace;
   if (kind.meaning == Word::kNothing && kind.word == "BOLT") return Meets::kFace;
-  if (kind.meaning != Word::kBody || isSupport(kind.family)) return std::nullopt;
+  const bool isBody = kind.meaning == Word::kBody || kind.meaning == Word::kUnknown;
+  if (!isBody || isSupport(kind.family)) return std::nullopt;
   if (isJointPart(kind.family)) return Meets::kFace;
   if (isPipeLike(kind.family)) return Meets::kPipe;
   if (kind.family == Family::kInstrumentDial) return std::nullopt;
-  const EndKind end = other.kind == EndKind::kNotTold ? endOfSkey(kind.skey) : other.kind;
+  const EndKind end = other.kind == EndKind::kNotTold ? endKindOfSkey(kind.skey) : other.kind;
   return signOf(end) < 0 ? Meets::kWeldedMate : Meets::kMate;
 }
 
 Neighbours::Meets Neighbours::meetsAt(const Point& end, const Point& opposite) const {
   std::optional<Meets> found;
   const auto take = [&](const Point& other) {
-    if (other.component == end.component) return;
+    // What stands in the file before is drawn once: it is no neighbour of itself.
+    if (other.component == end.component || plan_.components[other.component].isRepeated) return;
     const std::optional<Meets> meets = meetsOf(other);
     // Joint parts tell more than pipes, pipes more than valves.
     const auto rank = [](Meets which) {

@@ -23,7 +23,16 @@ class Neighbours {
 
   // The unit vector from the point into what meets its component there; null if
   // nothing does, or nothing that has a direction.
-  GeVector lineAt(const Point& point) const;
+  GeVector lineAt(const Point& point) const { return lineAt(point, false); }
+
+  // The same; where only a reducer is met, whose own axis may slant, that axis.
+  GeVector roughLineAt(const Point& point) const { return lineAt(point, true); }
+
+  // Whether anything meets the end of a straight component there, or up to 10 mm
+  // further along.
+  bool isMet(const Point& end, const Point& opposite) const {
+    return meetsAt(end, opposite) != Meets::kOpen;
+  }
 
   // Which of two ends of a flange is its face. In this order: the kinds of the ends;
   // gaskets, flanges, bolts and equipment, which meet a face; pipes, fittings and
@@ -39,7 +48,8 @@ class Neighbours {
 
   std::optional<Meets> meetsOf(const Point& other) const;
   Meets meetsAt(const Point& end, const Point& opposite) const;
-  GeVector directionInto(const Point& other) const;
+  GeVector lineAt(const Point& point, bool takesReducers) const;
+  GeVector directionInto(const Point& other, bool takesReducers) const;
 
   const Plan& plan_;
   const Joints& joints_;

@@ -88,7 +88,10 @@ class Reader {
   void readAngle(std::string_view value);
   void readPipelineOfComponent(std::string_view value);
 
-  bool hasPointBelow() const;
+  Role roleBelow() const;
+  bool hasPointBelow() const { return roleBelow() != Role::kNone; }
+  bool isComponentOfItsOwn(Word meaning, const KeyValue& entry) const;
+  bool havePointsToCome() const;
   bool isOpen() const { return below_ == Below::kComponent; }
   Component& open() { return plan_.components.back(); }
   void start(const std::string& word, Word meaning, std::string_view value);
@@ -202,6 +205,10 @@ void Reader::readUnits(bool ofBores, std::string_view value) {
 void Reader::readMargin(const KeyValue& entry) {
   std::string word;
   const Word meaning = meaningOf(entry.key, word);
+  if (isComponentOfItsOwn(meaning, entry)) {
+    start(word, Word::kUnknown, entry.value);
+    return;
+  }
   switch (meaning) {
     case Word::kPoint:
     case Word::kAttribute:
@@ -213,7 +220,7 @@ void Reader::readMargin(const KeyValue& entry) {
           say(Severity::kNote,
               word + ": expected to be indented; taken for a part of the component above");
         readAttribute(entry);
-      } else if (meaning == Word::kPoint && below_ == Below::kNothing) {
+      } else if (meaning == Word::kPoint) {
         readAttribute(entry);
       }
       return;
@@ -271,7 +278,8 @@ void Reader::readByName(const KeyValue& entry) {
     return;
   }
   const bool ofMark = isOpen() && plan_.kindOf(open()).meaning == Word::kMark;
-  const bool opensLine = word == "PIPELINE-REFERENCE" && !ofMark;
+  const bool opensLine = word == "PIPELINE-REFERENCE" && !ofMark &&
+                         !(isOpen() && open().points == 0 && havePointsToCome());
   if (opensLine || (meaning == Word::kHeader && (!isOpen() || word.ends_with("-FILES")))) {
     close();
     readHeader(word, entry.value);
@@ -280,12 +288,35 @@ void Reader::readByName(const KeyValue& entry) {
   readAttribute(entry);
 }
 
-// Whether the next line that is not empty has co-ordinates.
-bool Reader::hasPointBelow() const {
+// What the next line that is not empty gives, if it has co-ordinates.
+Role Reader::roleBelow() const {
   for (Lines ahead = lines_; ahead.next();) {
     const std::string_view text = trimmed(ahead.line());
     if (text.empty() || isComment(text)) continue;
-    return roleOf(keyValueOf(text).key) != Role::kNone;
+    return roleOf(keyValueOf(text).key);
+  }
+  return Role::kNone;
+}
+
+// A word that begins like an attribute or a header but has ends: FLOW-METER.
+bool Reader::isComponentOfItsOwn(Word meaning, const KeyValue& entry) const {
+  if (meaning != Word::kAttribute && meaning != Word::kHeader) return false;
+  if (!entry.value.empty()) return false;
+  const Role below = roleBelow();
+  return below != Role::kNone && below != Role::kPlace;
+}
+
+// Whether points come before the next component, in a file that indents nothing.
+bool Reader::havePointsToCome() const {
+  constexpr int kMostAttributes = 64;
+  int count = 0;
+  for (Lines ahead = lines_; count < kMostAttributes && ahead.next();) {
+    const KeyValue entry = keyValueOf(ahead.line());
+    if (entry.key.empty() || isComment(entry.key)) continue;
+    ++count;
+    const Word meaning = wordOf(capitals(entry.key));
+    if (meaning == Word::kPoint) return true;
+    if (meaning == Word::kMaterials || (isComponent(meaning) && entry.value.empty())) return false;
   }
   return false;
 }
@@ -368,6 +399,7 @@ void Reader::readMaterial(const KeyValue& entry) {
 // ---- attributes ------------------------------------------------------------------
 
 void Reader::readAttribute(const KeyValue& entry) {
+  const Role role = roleOf(entry.key);
   switch (below_) {
     case Below::kComponent:
       readOfComponent(entry);
@@ -378,15 +410,15 @@ void Reader::readAttribute(const KeyValue& entry) {
     case Below::kPipeline:
       if (isWord(entry.key, "PIPING-SPEC") && pipeline_ != kNoPipeline)
         plan_.pipelines[pipeline_].spec = std::string(entry.value);
-      return;
+      break;
     case Below::kHeader:
-      if (isWord(entry.key, "PIPELINE-REFERENCE")) readHeader("PIPELINE-REFERENCE", entry.value);
-      return;
     case Below::kNothing:
+      if (isWord(entry.key, "PIPELINE-REFERENCE")) readHeader("PIPELINE-REFERENCE", entry.value);
       break;
   }
-  if (isWord(entry.key, "PIPELINE-REFERENCE")) readHeader("PIPELINE-REFERENCE", entry.value);
-  if (roleOf(entry.key) != Role::kNone)
+  // A header may have a place.
+  const bool mayHaveIt = role == Role::kPlace && below_ != Below::kNothing;
+  if (role != Role::kNone && !mayHaveIt)
     say(Severity::kError, capitals(entry.key) + ": expected a component before it");
 }
 

@@ -83,7 +83,12 @@ const Runs& Resolver::runs() {
   return *runs_;
 }
 
-End Resolver::endOf(const Point& point) const { return {point.at, point.outside, point.kind, {}}; }
+// Of valves that say nothing behind the bore the SKEY tells how they end.
+End Resolver::endOf(const Point& point) const {
+  const Kind& kind = plan_.kindOf(plan_.components[point.component]);
+  const bool bySkey = point.kind == EndKind::kNotTold && isValve(kind.family);
+  return {point.at, point.outside, bySkey ? endKindOfSkey(kind.skey) : point.kind, {}};
+}
 
 void Resolver::addEnds(Resolved& resolved, const Points& points) const {
   for (const Point* end : points.ends) resolved.part.ends.push_back(endOf(*end));
@@ -133,10 +138,8 @@ Resolved Resolver::resolve(const Component& component) {
   if (part.family == Family::kBend) resolveBend(resolved, points, component);
   if (isFlange(part.family) || part.family == Family::kStubEnd || closesLine(part.family))
     resolveFace(resolved, points, component);
-  if (part.family == Family::kReducer) {
-    for (std::size_t i = 0; i < part.ends.size(); ++i)
-      part.ends[i].line = neighbours_.lineAt(*points.ends[i]);
-  }
+  if (part.family == Family::kReducer) resolveReducer(resolved, points, component);
+  resolveWay(resolved, points, component);
   if (isValve(part.family)) {
     const SpindleData spindle = spindleOf(plan_, component);
     part.spindle = spindle.direction;
@@ -154,9 +157,70 @@ void Resolver::resolveStraight(Resolved& resolved, const Points& points,
   const Family family = resolved.part.family;
   if ((hasTwoEnds(family) || family == Family::kPipe) && points.ends.size() > 2)
     warn(component, "expected two END-POINTs, found more; those are drawn from its middle");
-  const bool isPipe = family == Family::kPipe && points.ends.size() >= 2;
+  const bool isPiece = family == Family::kPipe || family == Family::kMisc;
+  const bool isPipe = isPiece && points.ends.size() == 2 && points.branches.empty();
   if (isPipe && std::fabs(points.ends[0]->outside - points.ends[1]->outside) > 0.05)
     warn(component, "its ends have different bores; drawn as a cone");
+}
+
+// A reducer is square to the pipes that it joins. Where it meets none, an eccentric one
+// is square to the axis from which its ends are as far apart as its bores say.
+void Resolver::resolveReducer(Resolved& resolved, const Points& points,
+                              const Component& component) {
+  Part& part = resolved.part;
+  for (std::size_t i = 0; i < part.ends.size(); ++i)
+    part.ends[i].line = neighbours_.lineAt(*points.ends[i]);
+  const bool isEccentric =
+      plan_.kindOf(component).word.find("ECC") != std::string::npos && part.ends.size() == 2;
+  if (!isEccentric || std::fabs(part.ends[0].outside - part.ends[1].outside) < kShortest) return;
+  const GeVector chord = part.ends[1].at - part.ends[0].at;
+  const bool isFree = isNull(part.ends[0].line) && isNull(part.ends[1].line);
+  const GeVector line = isNull(part.ends[1].line) ? part.ends[0].line : part.ends[1].line;
+  const GeVector axis = isFree ? reducerAxisOf(part, component) : unit(line);
+  if (isNull(axis)) {
+    warn(component, "nothing tells to which pipes it is square; drawn along its ends");
+    return;
+  }
+  if (isFree) {
+    part.ends[0].line = -axis;
+    part.ends[1].line = axis;
+  }
+  if (cross(chord, axis).length() < kSamePlace)
+    messages_.add(Severity::kNote, component.line,
+                  plan_.kindOf(component).word + ": its ends lie on one line; drawn concentric");
+}
+
+// Null if nothing fits.
+GeVector Resolver::reducerAxisOf(const Part& part, const Component& component) const {
+  const GeVector chord = part.ends[1].at - part.ends[0].at;
+  const double offset = std::fabs(part.ends[0].outside - part.ends[1].outside) / 2;
+  const GeVector aside[] = {
+      unit(flatDirectionOf(plan_, component)), {0, 0, 1}, {0, 1, 0}, {1, 0, 0}};
+  for (const GeVector& direction : aside) {
+    const double part1 = dot(chord, direction);
+    const GeVector axis = chord - direction * part1;
+    const bool fits = std::fabs(std::fabs(part1) - offset) < kSamePlace;
+    if (!isNull(direction) && fits && axis.length() > kSamePlace) return unit(axis);
+  }
+  for (const GeVector& direction : aside) {
+    if (isNull(direction)) continue;
+    if (cross(chord, direction).length() < kSamePlace) return unit(chord);
+  }
+  return {};
+}
+
+// What goes by way of its centre, by its word, and has none.
+void Resolver::resolveWay(Resolved& resolved, const Points& points, const Component& component) {
+  Part& part = resolved.part;
+  const std::string& word = plan_.kindOf(component).word;
+  const bool hasWay = word.find("-ANGLE") != std::string::npos ||
+                      word.find("-OFFSET") != std::string::npos ||
+                      word.find("-RETURN") != std::string::npos;
+  if (!hasWay || part.centre || part.ends.size() != 2 || !part.branches.empty()) return;
+  part.centre = cornerOf(points);
+  warn(component, part.centre
+                      ? "expected a CENTRE-POINT; it lies where the pipes that meet it would"
+                      : "expected a CENTRE-POINT, found none; drawn straight");
 }
 
 // More END-POINTs than two: the run is the pair that lies opposite across the centre.
@@ -251,8 +315,8 @@ void Resolver::resolveBend(Resolved& resolved, const Points& points, const Compo
 }
 
 // Half a turn has no tangents that meet. Its CENTRE-POINT is the middle of its ends,
-// and then only the pipes that arrive across prove it; or it is the farthest point of the
-// arc, and then ANGLE says so.
+// or the farthest point of the arc, which ANGLE must say; the pipes that arrive across
+// prove either.
 GeVector Resolver::halfTurnOf(const Points& points, const Component& component) const {
   const Point& from = *points.ends[0];
   const Point& to = *points.ends[1];
@@ -276,11 +340,8 @@ GeVector Resolver::halfTurnOf(const Points& points, const Component& component) 
   const double radius = distance(from.at, to.at) / 2;
   const bool isFarthest = std::fabs(outwards.length() - radius) < kSamePlace &&
                           std::fabs(dot(unit(outwards), chord)) < 0.01;
-  if (!isMarked || !isFarthest) return {};
-  // A quarter of a turn whose pipes arrive along its legs, in spite of the ANGLE.
-  const bool isQuarter =
-      dot(line1, unit(from.at - centre)) > kAlong || dot(line2, unit(to.at - centre)) > kAlong;
-  return isQuarter ? GeVector() : outwards;
+  const bool isProven = isAcross(line1) || isAcross(line2);
+  return isMarked && isFarthest && isProven ? outwards : GeVector();
 }
 
 // Where the lines of the two neighbours meet.
@@ -306,13 +367,20 @@ std::optional<GePoint> Resolver::cornerOf(const Points& points) const {
 void Resolver::resolveFace(Resolved& resolved, const Points& points, const Component& component) {
   Part& part = resolved.part;
   for (std::size_t i = 0; i < part.ends.size(); ++i)
-    part.ends[i].line = neighbours_.lineAt(*points.ends[i]);
+    part.ends[i].line = neighbours_.roughLineAt(*points.ends[i]);
   if (part.ends.size() < 2) return;
+  const Point& first = *points.ends[0];
+  const Point& second = *points.ends[1];
+  // A SKEY of a blind flange stands in running lines too.
+  const bool isBlindByKey = part.family == Family::kFlangeBlind &&
+                            familyOf(plan_.kindOf(component).word, {}) != Family::kFlangeBlind;
+  if (isBlindByKey && neighbours_.isMet(first, second) && neighbours_.isMet(second, first))
+    part.family = Family::kFlangeWeldNeck;
   const bool isBetween = !isNull(part.ends[0].line) && !isNull(part.ends[1].line);
   const bool closes =
       closesLine(part.family) && !(part.family == Family::kFlangeBlind && isBetween);
-  const Side side = closes ? neighbours_.arrivalOf(*points.ends[0], *points.ends[1], part.family)
-                           : neighbours_.faceOf(*points.ends[0], *points.ends[1]);
+  const Side side = closes ? neighbours_.arrivalOf(first, second, part.family)
+                           : neighbours_.faceOf(first, second);
   part.face = side.index;
   if (!side.isGuess) return;
   warn(component, closes ? "nothing tells where the line arrives; taken for its first END-POINT"
@@ -327,7 +395,7 @@ void Resolver::resolveGasket(Resolved& resolved, const Points& points) {
   const Point* place = points.ends.empty() ? points.place : points.ends[0];
   if (place == nullptr || (part.ends.size() >= 2 && !isFlat)) return;
   part.ends = {endOf(*place)};
-  part.ends[0].line = neighbours_.lineAt(*place);
+  part.ends[0].line = neighbours_.roughLineAt(*place);
 }
 
 void Resolver::resolveSpot(Resolved& resolved, const Points& points) {

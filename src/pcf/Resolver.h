@@ -34,6 +34,9 @@ class Resolver {
   End endOf(const Point& point) const;
   void addEnds(Resolved& resolved, const Points& points) const;
   void resolveBend(Resolved& resolved, const Points& points, const Component& component);
+  void resolveReducer(Resolved& resolved, const Points& points, const Component& component);
+  GeVector reducerAxisOf(const Part& part, const Component& component) const;
+  void resolveWay(Resolved& resolved, const Points& points, const Component& component);
   void resolveTee(Resolved& resolved, const Component& component);
   void resolveOlet(Resolved& resolved, const Points& points, const Component& component);
   void resolveFace(Resolved& resolved, const Points& points, const Component& component);

@@ -98,12 +98,24 @@ std::optional<Run> Runs::runAt(const GePoint& at) const {
 }
 
 bool Runs::isCovered(const GePoint& from, const GePoint& to) const {
-  bool isCovered = false;
-  visit(from, [&](const Run& run) {
-    isCovered =
-        isCovered || (distanceTo(run, from) <= kSamePlace && distanceTo(run, to) <= kSamePlace);
-  });
-  return isCovered;
+  constexpr int kMostPipes = 64;
+  GePoint at = from;
+  for (int i = 0; i < kMostPipes; ++i) {
+    GePoint next = at;
+    bool isThere = false;
+    visit(at, [&](const Run& run) {
+      if (distanceTo(run, at) > kSamePlace) return;
+      if (distanceTo(run, to) <= kSamePlace) isThere = true;
+      for (const GePoint& end : {run.from, run.to}) {
+        const bool isOnTheWay = distanceTo({from, to, 0, 0}, end) <= kSamePlace;
+        if (isOnTheWay && distance(end, to) < distance(next, to)) next = end;
+      }
+    });
+    if (isThere) return true;
+    if (distance(next, to) > distance(at, to) - kSamePlace) return false;
+    at = next;
+  }
+  return false;
 }
 
 }  // namespace Vesk::Pcf

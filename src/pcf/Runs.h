@@ -29,7 +29,7 @@ class Runs {
   // of its surface; none if there is none.
   std::optional<Run> runAt(const GePoint& at) const;
 
-  // Whether one pipe runs through both places on its axis.
+  // Whether pipes that follow each other run through both places on their axis.
   bool isCovered(const GePoint& from, const GePoint& to) const;
 
  private:

@@ -27,6 +27,7 @@ constexpr Row kRows[] = {
     {"SYMBOL",                      Word::kNothing},
     {"COORDINATE-SYMBOL",           Word::kNothing},
     {"REFERENCE-LOCATION",          Word::kNothing},
+    {"FLOW-ARROW",                  Word::kNothing},
     {"LOCATION-POINT",              Word::kNothing},
     {"CLEANING-SYMBOL",             Word::kNothing},
 

@@ -90,11 +90,8 @@ std::string_view lacks(const Part& part) {
 }
 
 bool hasLength(const Part& part) {
-  if (part.ends.size() < 2 || standsAtPoint(part) || isValve(part.family)) return true;
-  const End& first = part.ends[0];
-  if (distance(first.at, part.ends[1].at) >= kShortest) return true;
-  const bool byWayOfCentre = !isFlange(part.family) && !closesLine(part.family);
-  return byWayOfCentre && part.centre && distance(first.at, *part.centre) >= kShortest;
+  if (part.ends.size() < 2 || standsAtPoint(part)) return true;
+  return distance(part.ends[0].at, part.ends[1].at) >= kShortest;
 }
 
 // A flange with the SKEY of a blind one, but with neighbours at both ends.
@@ -168,6 +165,10 @@ EndKind endKindOf(std::string_view code) {
   for (const EndRow& row : kEnds)
     if (row.code == word) return row.kind;
   return EndKind::kNotTold;
+}
+
+EndKind endKindOfSkey(std::string_view skey) {
+  return skey.size() < 4 ? EndKind::kNotTold : endKindOf(skey.substr(2, 2));
 }
 
 Actuator actuatorOf(std::string_view word) {

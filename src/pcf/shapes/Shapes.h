@@ -19,6 +19,9 @@ enum class EndKind { kNotTold, kButt, kSocket, kScrewed, kFlanged, kPlain, kComp
 // By the two letters; kNotTold for any others.
 EndKind endKindOf(std::string_view code);
 
+// By a SKEY, whose third and fourth letters may be such a code.
+EndKind endKindOfSkey(std::string_view skey);
+
 // Where a component meets the line. Lengths are millimetres.
 struct End {
   GePoint at;

@@ -150,6 +150,9 @@ const MissingCase kMissing[] = {
     {"OfAPipeTheNeighbours",
      "PIPE\n END-POINT 0 0 0\n END-POINT 9 0 0\nPIPE\n END-POINT 9 0 0 100\n END-POINT 20 0 0 100\n",
      "c 0 0 0,9 0 0,114.3", nullptr},
+    {"OfAPipeTheNeighboursFirst",
+     "PIPE\n END-POINT 0 0 0 100\n END-POINT 9 0 0\nPIPE\n END-POINT 9 0 0 50\n END-POINT 20 0 0 50\n",
+     "n 0 0 0,9 0 0,114.3,60.3", "warning: PIPE: its ends have different bores; drawn as a cone"},
     {"AlongAChain",
      "PIPE\n END-POINT 0 0 0\n END-POINT 9 0 0\nPIPE\n END-POINT 9 0 0\n END-POINT 20 0 0\n"
      "PIPE\n END-POINT 20 0 0\n END-POINT 30 0 0\nPIPE\n END-POINT 30 0 0 50\n END-POINT 40 0 0 50\n",

@@ -217,10 +217,15 @@ const DrawingCase kDrawings[] = {
      "ELBOW\n END-POINT 0 0 0 100\n END-POINT 50 50 0 100\n CENTRE-POINT 50 0 0\n",
      "c 0 0 0,50 0 0,114.3\nc 50 0 0,0 50 0,114.3\nl pt 0 0 0,pt 50 0 0\nl pt 50 0 0,pt 0 50 0\n",
      "in.pcf:1: warning: ELBOW: its arc is tighter than its pipe; drawn with a corner\n"},
-    {"HalfTurnByItsFarthestPoint", 1,  // ends 200 apart, R = 100 about their middle
+    {"HalfTurnByItsFarthestPointAndTheLineThatArrivesAcross", 2,  // ends 200 apart, R = 100 about their middle
+     "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\n"
      "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 100 100 0\n ANGLE 18000\n",
+     "c -500 0 0,500 0 0,60.3\nl pt -500 0 0,pt 500 0 0\n"
      "t 0 100 0,0 -100 0,100 0 0,60.3\nt 0 100 0,100 0 0,0 100 0,60.3\n"
      "l pt 0 0 0,pt 100 0 0\nl pt 100 0 0,pt 0 200 0\nl pt 100 200 0,pt -100 0 0\n", nullptr},
+    {"TheAngleAloneIsNoHalfTurn", 1,  // t = 100 sqrt 2, a quarter of R = t about (-100, 100)
+     "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 100 100 0\n ANGLE 18000\n",
+     "t -100 100 0,100 -100 0,100 100 0,60.3\nl pt 0 0 0,pt 100 100 0\nl pt 100 100 0,pt -100 100 0\n", nullptr},
     {"HalfTurnByTheLineThatArrivesAcross", 2,
      "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\n"
      "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n",
@@ -252,6 +257,17 @@ const DrawingCase kDrawings[] = {
     {"ConcentricReducer", 1,
      "REDUCER-CONCENTRIC\n END-POINT 0 0 0 100\n END-POINT 90 0 0 50\n",
      "n 0 0 0,90 0 0,114.3,60.3\nl pt 0 0 0,pt 90 0 0\n", nullptr},
+    // Class 150: 230 wide. A leg of 100 begins with a disc of 0.15 x 114.3 = 17.145.
+    {"EndsOfAValveByItsSkey", 1,
+     "VALVE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n SKEY VVFL\n",
+     "c 0 0 0,17.145 0 0,230\nn 17.145 0 0,82.855 0 0,114.3,0\nc 200 0 0,-17.145 0 0,230\nn 182.855 0 0,-82.855 0 0,114.3,0\n"
+     "l pt 0 0 0,pt 100 0 0\nl pt 200 0 0,pt -100 0 0\n", nullptr},
+    {"CodesOfEndsComeBeforeTheSkey", 1,
+     "VALVE\n END-POINT 0 0 0 100 BW\n END-POINT 200 0 0 100 SW\n SKEY VVFL\n",
+     "n 0 0 0,100 0 0,114.3,0\nl pt 0 0 0,pt 100 0 0\nn 200 0 0,-100 0 0,114.3,0\nl pt 200 0 0,pt -100 0 0\n", nullptr},
+    {"WeldedBySkey", 1,
+     "VALVE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n SKEY VVBW\n",
+     "n 0 0 0,100 0 0,114.3,0\nl pt 0 0 0,pt 100 0 0\nn 200 0 0,-100 0 0,114.3,0\nl pt 200 0 0,pt -100 0 0\n", nullptr},
     // ---- what stands at one place
     {"WeldIsAPoint", 2, "WELD\n CO-ORDS 1 2 3 100\nWELD\n END-POINT 4 5 6 100\n END-POINT 4 5 6 100\n",
      "l pt 1 2 3\nl pt 4 5 6\n", nullptr},

@@ -52,6 +52,8 @@ const FaceCase kFaces[] = {
     {"Equipment",            "- -", P(100, 500) AT("END-CONNECTION-EQUIPMENT", 0), 0},
     {"FarAwayInTheFile",     "- -", P(9000, 9100) P(9200, 9300) P(9400, 9500) P(9600, 9700) P(9800, 9900)
                                     P(10000, 10100) P(10200, 10300) P(10400, 10500) P(10600, 10700) P(10800, 10900) G(100, 103), 100},
+    {"TheSameFlangeTwice",   "- -", P(-500, 0) TWO("FLANGE", 0, 100) P(-500, 0), 100},
+    {"BlindKeyBehindAGasketOfOnePlace", "- -", P(-500, 0) AT("GASKET", 100), 100, false, "FLBL"},
     {"SameCodesAtBothEnds",  "BW BW", G(100, 103) P(-500, 0), 100},
     // ---- 3. what meets the pipe's end
     {"Pipe",                 "- -", P(-500, 0), 100},
@@ -77,6 +79,7 @@ const FaceCase kFaces[] = {
     {"Instrument",           "- -", P(-500, 0) TWO("INSTRUMENT", 100, 300), 100},
     {"Filter",               "- -", P(-500, 0) TWO("FILTER", 100, 300), 100},
     {"Miscellaneous",        "- -", P(-500, 0) TWO("MISC-COMPONENT", 100, 300), 100},
+    {"UnknownWord",          "- -", TWO("FOO", 100, 300), 100},
     {"CodesOfTheValve",      "- -", "VALVE\n END-POINT 100 0 0 100 BW\n END-POINT 300 0 0 100 BW\n", 0},
     // ---- 5. a little further along
     {"GasketThatIsNotListed", "- -", V(103, 300), 100},
@@ -151,6 +154,7 @@ const ClosingCase kClosings[] = {
     {"CapTheOtherWay",        TWO("CAP", 60, 0) P(-500, 0), 0, 60},
     {"CapWithOneEnd",         "CAP\n END-POINT 0 0 0 100\n" P(-500, 0), 0, 57.15},
     {"CapToTheLeft",          "CAP\n END-POINT 0 0 0 100\n" P(500, 0), 0, -57.15},
+    {"CapOnAReducer",         "CAP\n END-POINT 0 0 0 100\nREDUCER-CONCENTRIC\n END-POINT -100 0 0 150\n END-POINT 0 0 0 100\n", 0, 57.15},
     {"BlindWithOneEnd",       "FLANGE-BLIND\n END-POINT 0 0 0 100\n" G(-3, 0), 0, 22.86},
     {"BlindWithTwoEnds",      TWO("FLANGE-BLIND", 24, 0) G(-3, 0), 0, 24},
     {"PlugBehindABend",       "PLUG\n END-POINT 0 0 0 100\nELBOW\n END-POINT 0 0 0 100\n END-POINT -152 152 0 100\n CENTRE-POINT -152 0 0\n", 0, 45.72},

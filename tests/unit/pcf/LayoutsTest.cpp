@@ -144,6 +144,64 @@ TEST(Messages, WithoutAPlaceStandAtWhatFollows) {
   EXPECT_EQ(texts[1], "x FIELD WELD TO SUIT");
 }
 
+// ---- words ---------------------------------------------------------------------------
+
+struct WordCase {
+  const char* name;
+  const char* text;  // behind a pipe
+  std::uint64_t components;
+  std::uint64_t drawn;
+  const char* said;  // part of what is said; nullptr: nothing
+};
+
+void PrintTo(const WordCase& row, std::ostream* out) { *out << row.name; }
+
+// clang-format off
+const WordCase kWords[] = {
+    {"FlowArrowsAreNoAttribute", "FLOW-ARROW\n    CO-ORDS 5 0 0\n    SKEY FLOW\n", 2, 1, nullptr},
+    {"UnknownComponentsMayBeginLikeAnAttribute", "FLOW-METER\n    END-POINT 9 0 0 100\n    END-POINT 20 0 0 100\n", 2, 2,
+     "warning: FLOW-METER: unknown component; drawn like a piece of pipe"},
+    {"UnknownComponentsMayBeginLikeAHeader", "SPOOL-PIECE\n    END-POINT 9 0 0 100\n    END-POINT 20 0 0 100\n", 2, 2,
+     "warning: SPOOL-PIECE: unknown component; drawn like a piece of pipe"},
+    {"PointsBelowAHeaderAreNamed", "AREA 51\n    END-POINT 9 0 0 100\n    END-POINT 20 0 0 100\n", 1, 1,
+     "error: END-POINT: expected a component before it"},
+    {"PointsBesideAHeaderAreNamed", "AREA 51\nEND-POINT 9 0 0 100\n", 1, 1,
+     "error: END-POINT: expected a component before it"},
+    {"PlacesBelowAHeaderAreItsOwn", "AREA 51\n    CO-ORDS 9 0 0\n", 1, 1, nullptr},
+};
+// clang-format on
+
+class Words : public testing::TestWithParam<WordCase> {};
+
+TEST_P(Words, AreTakenForWhatTheyAre) {
+  const WordCase& row = GetParam();
+  const PcfRun run =
+      runPcf("PIPE\n    END-POINT 0 0 0 100\n    END-POINT 9 0 0 100\n    SKEY PIPW\n" +
+             std::string(row.text));
+  EXPECT_EQ(run.components, row.components) << run.messageText();
+  EXPECT_EQ(run.drawn, row.drawn) << run.messageText();
+  EXPECT_EQ(run.rows.at(0).values[7], "PIPW");
+  if (row.said == nullptr) {
+    EXPECT_EQ(run.messageText(), "");
+  } else {
+    EXPECT_NE(run.messageText().find(row.said), std::string::npos) << run.messageText();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Pcf, Words, testing::ValuesIn(kWords),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Words, OfALineMayStandBeforeThePointsOfAFileThatIndentsNothing) {
+  const PcfRun run = runPcf(
+      "PIPE\nEND-POINT 0 0 0 100\nEND-POINT 9 0 0 100\n"
+      "PIPE\nPIPELINE-REFERENCE Q\nEND-POINT 9 0 0 100\nEND-POINT 20 0 0 100\n"
+      "PIPELINE-REFERENCE R\nPIPE\nEND-POINT 20 0 0 100\nEND-POINT 30 0 0 100\n");
+  EXPECT_EQ(run.drawn, 3U);
+  EXPECT_EQ(run.messageText(), "");
+  EXPECT_EQ(run.headers.at(2).substr(0, 1), "Q");
+  EXPECT_EQ(run.headers.at(4).substr(0, 1), "R");
+}
+
 // ---- junk --------------------------------------------------------------------------
 
 struct JunkCase {

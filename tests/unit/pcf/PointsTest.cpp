@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <ostream>
 
 #include "pcf/PcfRun.h"
@@ -46,6 +47,15 @@ const LegCase kLegs[] = {
     {"OletAtTheEndOfItsRun", "OLET\n " RUN_100 " CENTRE-POINT 200 0 0\n" BRANCH(1, 200, 90), "0 0 0>200 0 0 200 0 0>200 90 0", nullptr},
     {"OletOnAPipe",     "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) "PIPE\n END-POINT -500 0 0 100\n END-POINT 500 0 0 100\n",
      "100 0 0>100 90 0", nullptr},
+    {"OletOnTwoPipesThatMeetBelowIt", "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90)
+     "PIPE\n END-POINT -500 0 0 100\n END-POINT 100 0 0 100\nPIPE\n END-POINT 500 0 0 100\n END-POINT 100 0 0 100\n",
+     "100 0 0>100 90 0", nullptr},
+    {"OletOnPipesWithAGap", "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90)
+     "PIPE\n END-POINT -500 0 0 100\n END-POINT 50 0 0 100\nPIPE\n END-POINT 500 0 0 100\n END-POINT 150 0 0 100\n",
+     "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"OletOnAPipeThatTurnsAway", "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90)
+     "PIPE\n END-POINT 0 0 0 100\n END-POINT 0 0 500 100\nPIPE\n END-POINT 200 0 0 100\n END-POINT 200 0 500 100\n",
+     "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
     {"OletBetweenPipes", "OLET\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) "PIPE\n END-POINT -500 0 0 100\n END-POINT 0 0 0 100\n"
      "PIPE\n END-POINT 200 0 0 100\n END-POINT 500 0 0 100\n", "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
     {"OletWithOneEnd",  "OLET\n END-POINT 100 57 0 300\n" BRANCH(1, 100, 200), "100 57 0>100 200 0", nullptr},
@@ -53,6 +63,11 @@ const LegCase kLegs[] = {
     // ---- valves
     {"Valve",           "VALVE\n " RUN_100, "0 0 0>100 0 0 200 0 0>100 0 0", nullptr},
     {"AngleValve",      "VALVE-ANGLE\n END-POINT 0 0 0 100\n END-POINT 90 90 0 100\n CENTRE-POINT 90 0 0\n", "0 0 0>90 0 0 90 90 0>90 0 0", nullptr},
+    {"AngleValveByItsNeighbours", "VALVE-ANGLE\n END-POINT 0 0 0 100\n END-POINT 90 90 0 100\nPIPE\n END-POINT -500 0 0 100\n END-POINT 0 0 0 100\n"
+     "PIPE\n END-POINT 90 90 0 100\n END-POINT 90 500 0 100\n", "0 0 0>90 0 0 90 90 0>90 0 0",
+     "warning: VALVE-ANGLE: expected a CENTRE-POINT; it lies where the pipes that meet it would"},
+    {"AngleValveWithoutCentre", "VALVE-ANGLE\n END-POINT 0 0 0 100\n END-POINT 90 90 0 100\n", "0 0 0>45 45 0 90 90 0>45 45 0",
+     "warning: VALVE-ANGLE: expected a CENTRE-POINT, found none; drawn straight"},
     {"ThreeWayByABranch", "VALVE-3WAY\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "0 0 0>100 0 0 200 0 0>100 0 0 100 90 0>100 0 0", nullptr},
     {"ThreeWayByEnds",  "VALVE-3WAY\n " RUN_100 " END-POINT 100 90 0 50\n CENTRE-POINT 100 0 0\n", "0 0 0>100 0 0 200 0 0>100 0 0 100 90 0>100 0 0", nullptr},
     {"FourWay",         "VALVE-4WAY\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) BRANCH(2, 100, -90),
@@ -85,6 +100,14 @@ const LegCase kLegs[] = {
      "0 0 0>100 0 0 100 0 0>170.7107 70.7107 0", nullptr},
     // ---- what is given twice, and odd things
     {"SameEndTwice",    "PIPE\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n", "", "error: PIPE not drawn: has no length"},
+    {"SameEndTwiceInATee", "TEE\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "",
+     "error: TEE not drawn: has no length"},
+    {"SameEndTwiceInAnAngleValve", "VALVE-ANGLE\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n", "",
+     "error: VALVE-ANGLE not drawn: has no length"},
+    {"SameEndTwiceInABend", "BEND\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n", "",
+     "error: BEND not drawn: has no length"},
+    {"TwoBoresInAPiece", "MISC-COMPONENT\n END-POINT 0 0 0 100\n END-POINT 200 0 0 50\n", "0 0 0>200 0 0",
+     "warning: MISC-COMPONENT: its ends have different bores; drawn as a cone"},
     {"TapsAreNoPlaces", "PIPE\n " RUN_100 " TAP-CONNECTION\n CO-ORDS 100 57 0\n", "0 0 0>200 0 0", nullptr},
     {"GapsStay",        "PIPE\n " RUN_100 "PIPE\n END-POINT 205 0 0 100\n END-POINT 500 0 0 100\n", "0 0 0>200 0 0", nullptr},
     {"WeldsWithALengthCloseIt", "WELD\n END-POINT 0 0 0 100\n END-POINT 3 0 0 100\n", "0 0 0>3 0 0", nullptr},
@@ -120,6 +143,54 @@ TEST_P(Legs, AreDrawn) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Pcf, Legs, testing::ValuesIn(kLegs),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+// Eccentric reducers that meet no pipe: both circles are square to the axis. Bores 150 and
+// 100 are 168.3 and 114.3 wide, so the centre lines lie 27 apart.
+struct AloneCase {
+  const char* name;
+  const char* to;  // from 0 0 0
+  const char* flat;
+  bool isRuled;  // from x = 0 to x = 140 in wedges
+  const char* said;
+};
+
+void PrintTo(const AloneCase& row, std::ostream* out) { *out << row.name; }
+
+// clang-format off
+const AloneCase kAlone[] = {
+    {"FlatDown",      "140 0 -27",  "FLAT-DIRECTION DOWN",  true, nullptr},
+    {"FlatUp",        "140 0 27",   "FLAT-DIRECTION UP",    true, nullptr},
+    {"FlatNorth",     "140 27 0",   "FLAT-DIRECTION NORTH", true, nullptr},
+    {"ByItsBores",    "140 0 -27",  "",                     true, nullptr},
+    {"FlatAside",     "140 19.0919 19.0919", "FLAT-DIRECTION NORTH-UP", true, nullptr},
+    {"OnOneLine",     "140 0 0",    "FLAT-DIRECTION UP",    false, "note: REDUCER-ECCENTRIC: its ends lie on one line; drawn concentric"},
+    {"NothingFits",   "140 0 -90",  "",                     false, "warning: REDUCER-ECCENTRIC: nothing tells to which pipes it is square"},
+};
+// clang-format on
+
+class ReducersAlone : public testing::TestWithParam<AloneCase> {};
+
+TEST_P(ReducersAlone, AreSquareToTheirAxis) {
+  const AloneCase& row = GetParam();
+  const PcfRun run = runPcf("REDUCER-ECCENTRIC\n END-POINT 0 0 0 150\n END-POINT " +
+                            std::string(row.to) + " 100\n " + row.flat + '\n');
+  EXPECT_EQ(run.recordsOf('n').empty(), row.isRuled);
+  EXPECT_EQ(run.recordsOf('r').empty(), !row.isRuled);
+  for (const std::string& record : run.recordsOf('r')) {
+    const std::vector<double> n = numbersOf(record);  // eight corners
+    ASSERT_EQ(n.size() % 3, 0U) << record;
+    for (std::size_t i = 0; i < n.size(); i += 3)
+      EXPECT_TRUE(std::abs(n[i]) < 0.001 || std::abs(n[i] - 140) < 0.001) << record;
+  }
+  if (row.said == nullptr) {
+    EXPECT_EQ(run.messageText(), "");
+  } else {
+    EXPECT_NE(run.messageText().find(row.said), std::string::npos) << run.messageText();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Pcf, ReducersAlone, testing::ValuesIn(kAlone),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Repeats, AreDrawnOnce) {

@@ -20,8 +20,7 @@ public static class Model {
     try {
       using (var file = new VeskFile(args[0])) {
         Write(file);
-        file.Close();
-      }
+      }  // closes the file, and throws if the disk refused a part of it
       return 0;
     } catch (IOException e) {
       Console.Error.WriteLine(e.Message);

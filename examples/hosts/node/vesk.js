@@ -1,13 +1,36 @@
 // SPDX-License-Identifier: MIT
 // The thirteen functions for Node, by koffi. An exception of the library cannot pass through
 // Node, it would end the process: so what would throw is refused here, as a TypeError or a
-// RangeError, before the call.
+// RangeError, before the call. vesk.d.ts has the types.
+//
+// The library is the file that VESK_LIBRARY names, or one beside this module or in the places
+// of the system: CVeskDll.dll, libCVeskDll.so.1, libCVeskDll.so.
+import fs from 'node:fs';
+import path from 'node:path';
+import { fileURLToPath } from 'node:url';
 import { getSystemErrorMap } from 'node:util';
 import koffi from 'koffi';
 
-const library = koffi.load(
-    process.env.VESK_LIBRARY ||
-    (process.platform === 'win32' ? 'CVeskDll.dll' : 'libCVeskDll.so'));
+function candidates() {
+  if (process.env.VESK_LIBRARY) return [process.env.VESK_LIBRARY];
+  const names = process.platform === 'win32' ? ['CVeskDll.dll'] : ['libCVeskDll.so.1', 'libCVeskDll.so'];
+  const here = path.dirname(fileURLToPath(import.meta.url));
+  return [...names.map((name) => path.join(here, name)).filter(fs.existsSync), ...names];
+}
+
+function load() {
+  const tried = [];
+  for (const candidate of candidates()) {
+    try {
+      return koffi.load(candidate);
+    } catch (error) {
+      tried.push(error.message);
+    }
+  }
+  throw new Error(`the Vesk library was not found; set VESK_LIBRARY. Tried: ${tried.join(', ')}`);
+}
+
+const library = load();
 
 const openVesk = library.func('int vk_openVesk(const char* name)');
 const setHeader = library.func('int vk_setHeader(const char* a, const char* b, int n)');
@@ -49,7 +72,7 @@ const string = (value) => {
 };
 
 const point = (value) => {
-  if (!Array.isArray(value) || value.length !== 3) {
+  if (!(Array.isArray(value) || value instanceof Float64Array) || value.length !== 3) {
     throw new TypeError(`expected an array of three numbers, not ${value}`);
   }
   return Float64Array.from(value, number);
@@ -59,27 +82,75 @@ const distance = (a, b) => Math.hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
 
 let current = null;
 
-// The file "vesk" + name + ".dat", open for writing. There is one for the process: opening
-// another one closes the first. Points are arrays of three numbers.
+// A name of which no file is in the current folder.
+function freeName() {
+  for (let number = 0;; ++number) {
+    const name = `-${process.pid}-${number}`;
+    if (!fs.existsSync(`vesk${name}.dat`)) return name;
+  }
+}
+
+const partOf = (target) => `${target}.${process.pid}.part`;
+
+// A file can be made beside the target, or an Error that names it.
+function probe(target) {
+  try {
+    if (fs.existsSync(target) && fs.statSync(target).isDirectory()) throw new Error('it is a folder');
+    fs.closeSync(fs.openSync(partOf(target), 'w'));
+    fs.rmSync(partOf(target));
+  } catch (error) {
+    throw new Error(`${target}: ${error.message}`);
+  }
+}
+
+// Across file systems by a copy beside the target: what is there is replaced at once.
+function move(source, target) {
+  try {
+    try {
+      fs.renameSync(source, target);
+    } catch (error) {
+      if (error.code !== 'EXDEV') throw error;
+      fs.copyFileSync(source, partOf(target));
+      fs.renameSync(partOf(target), target);
+      fs.rmSync(source);
+    }
+  } catch (error) {
+    fs.rmSync(partOf(target), {force: true});
+    throw new Error(`${target}: ${error.message}; what was written is ${source}`);
+  }
+}
+
+// A record file, open for writing. There is one for the process: opening another one completes
+// the first. Points are arrays of three numbers.
 export class VeskFile {
-  constructor(name) {
+  // The file "vesk" + name + ".dat" in the current folder; an old one is emptied.
+  constructor(name, target) {
+    string(name);
+    if (target !== undefined) {
+      target = path.resolve(string(target));
+      probe(target);
+    }
+    const before = current;
     current = null;
-    this.#path = `vesk${name}.dat`;
-    if (!openVesk(string(name))) throw new Error(`${this.#path} cannot be opened for writing`);
+    if (before?.#temporary) before.#finish();
+    this.#path = target ?? `vesk${name}.dat`;
+    if (!openVesk(name)) throw new Error(`${this.#path} cannot be opened for writing`);
+    if (target !== undefined) this.#temporary = path.resolve(`vesk${name}.dat`);
     current = this;
   }
 
+  // The file of a path. It appears when it is closed and whole, and what was there before stays
+  // until then: it grows under a name of its own in the current folder, where the library writes.
+  static at(target) {
+    return new VeskFile(freeName(), target);
+  }
+
   // Completes the file. Throws if the system did not take all of it, a full disk for one: the
-  // file is not whole then. Closing again does nothing.
+  // file is not whole then, and one of a path does not appear. Closing again does nothing.
   close() {
     if (current !== this) return;
     current = null;
-    koffi.errno(0);
-    openVesk(null);
-    const reason = koffi.errno();
-    if (reason === 0) return;
-    const [, text] = getSystemErrorMap().get(-reason) ?? ['', `error ${reason}`];
-    throw new Error(`${this.#path}: ${text}`);
+    this.#finish();
   }
 
   // Sets the header of the elements that follow; n is 0 to 46655.
@@ -117,6 +188,19 @@ export class VeskFile {
   }
 
   #path;
+  #temporary = null;  // where the file grows, if that is not its path
+
+  #finish() {
+    koffi.errno(0);
+    openVesk(null);
+    const reason = koffi.errno();
+    if (reason !== 0) {
+      if (this.#temporary) fs.rmSync(this.#temporary);
+      const [, text] = getSystemErrorMap().get(-reason) ?? ['', `error ${reason}`];
+      throw new Error(`${this.#path}: ${text}`);
+    }
+    if (this.#temporary) move(this.#temporary, this.#path);
+  }
 
   #call(fn, points, ...rest) {
     if (current !== this) throw new Error('the file is closed');

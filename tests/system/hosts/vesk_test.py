@@ -208,6 +208,88 @@ class Files(InAFolderOfItsOwn):
         self.assertEqual((library.calls, library.most), (8, 1))
 
 
+class Paths(InAFolderOfItsOwn):
+    """Files with a path: whole or not at all."""
+
+    def setUp(self):
+        super().setUp()
+        os.makedirs("here")
+        os.mkdir("there")
+        os.chdir("here")
+
+    TARGET = os.path.join("..", "there", "pump.rec")
+
+    def target(self):
+        return pathlib.Path(self.TARGET).read_text()[19:]
+
+    def test_the_file_appears_when_it_is_closed(self):
+        pathlib.Path(self.TARGET).write_text("before")
+        with vesk.File(path=self.TARGET) as file:
+            file.point(P)
+            self.assertEqual(pathlib.Path(self.TARGET).read_text(), "before")
+            self.assertEqual(file.path, os.path.abspath(self.TARGET))
+        self.assertEqual(self.target(), "l pt 1 2 3\n")
+        self.assertEqual((os.listdir(), os.listdir("../there")), ([], ["pump.rec"]))
+
+    def test_the_host_may_leave_the_folder(self):
+        file = vesk.File(path=self.TARGET)
+        file.point(P)
+        os.chdir("..")
+        file.close()
+        os.chdir("here")
+        self.assertEqual(self.target(), "l pt 1 2 3\n")
+
+    def test_after_an_exception_it_does_not_appear(self):
+        with self.assertRaises(KeyError):
+            with vesk.File(path=self.TARGET) as file:
+                file.point(P)
+                raise KeyError
+        self.assertTrue(file.closed)
+        self.assertEqual((os.listdir(), os.listdir("../there")), ([], []))
+
+    def test_the_next_file_completes_it(self):
+        vesk.File(path=self.TARGET).point(P)
+        vesk.File("b").close()
+        self.assertEqual(self.target(), "l pt 1 2 3\n")
+        self.assertEqual(os.listdir(), ["veskb.dat"])
+
+    def test_a_folder_that_is_not_there_is_named_at_once(self):
+        for path, kind in (("../none/a", FileNotFoundError), ("../there", IsADirectoryError)):
+            with self.subTest(path), self.assertRaises(kind) as caught:
+                vesk.File(path=path)
+            self.assertEqual(caught.exception.filename, os.path.abspath(path))
+        self.assertEqual((os.listdir(), os.listdir("../there")), ([], []))
+
+    def test_another_file_system_gets_a_copy(self):
+        if not os.path.isdir("/dev/shm") or os.stat("/dev/shm").st_dev == os.stat(".").st_dev:
+            self.skipTest("there is one file system")
+        with tempfile.TemporaryDirectory(dir="/dev/shm") as folder:
+            path = pathlib.Path(folder, "pump.rec")
+            path.write_text("before")
+            with vesk.File(path=path) as file:
+                file.point(P)
+            self.assertEqual(path.read_text()[19:], "l pt 1 2 3\n")
+            self.assertEqual((os.listdir(), os.listdir(folder)), ([], ["pump.rec"]))
+
+    def test_a_full_disk_leaves_what_was_there(self):
+        pathlib.Path(self.TARGET).write_text("before")
+        result = run("import resource, vesk\n"
+                     "resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000))\n"
+                     "with vesk.File(path='../there/pump.rec') as file:\n"
+                     "    for n in range(100): file.point((n, 2, 3))\n",
+                     VESK_LIBRARY=os.environ["VESK_LIBRARY"])
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("File too large", result.stderr)
+        self.assertIn("there/pump.rec", result.stderr)
+        self.assertEqual(pathlib.Path(self.TARGET).read_text(), "before")
+        self.assertEqual((os.listdir(), os.listdir("../there")), ([], ["pump.rec"]))
+
+    def test_a_name_or_a_path_but_not_both(self):
+        for arguments in ({}, {"name": "a", "path": "b"}):
+            with self.subTest(arguments), self.assertRaises(TypeError):
+                vesk.File(**arguments)
+
+
 def run(script, module=os.environ["VESK_MODULE"], **variables):
     """Runs a script in an interpreter of its own, without VESK_LIBRARY unless given."""
     environment = {k: v for k, v in os.environ.items() if k != "VESK_LIBRARY"}

@@ -5,17 +5,22 @@
 ! length, and it is null only if it is a pointer or an allocatable without a target, which
 ! must not be passed. An exception of the library ends the program, so write_elb asks first.
 module vesk
-  use, intrinsic :: iso_c_binding, only: c_char, c_double, c_f_pointer, c_int, c_loc, &
+  use, intrinsic :: iso_c_binding, only: c_associated, c_char, c_double, c_f_pointer, c_int, c_loc, &
                                          c_null_char, c_null_ptr, c_ptr, c_size_t
   implicit none
   private
-  public :: point, open_vesk, close_vesk, set_header, write_pnt, write_seg, write_tri, &
+  public :: point, open_vesk, open_vesk_at, close_vesk, set_header, write_pnt, write_seg, write_tri, &
             write_qua, write_txt, write_box, write_red, write_cyl, write_con, write_tor, write_elb, &
             reason_text
 
   type, bind(C) :: point
     real(c_double) :: x, y, z
   end type point
+
+  integer, parameter :: across_file_systems = 18, input_output = 5  ! EXDEV, EIO
+
+  ! Of a file with a path: where it is to appear and where it grows until then.
+  character(len=:), allocatable :: target_path, temporary
 
   ! name= keeps the capitals, which Fortran would lower.
   interface
@@ -43,6 +48,30 @@ module vesk
       integer(c_int), value :: reason
       type(c_ptr) :: text
     end function c_strerror
+
+    function c_getpid() bind(C, name="getpid") result(process)
+      import :: c_int
+      integer(c_int) :: process
+    end function c_getpid
+
+    function c_getcwd(text, length) bind(C, name="getcwd") result(address)
+      import :: c_char, c_ptr, c_size_t
+      character(kind=c_char), intent(out) :: text(*)
+      integer(c_size_t), value :: length
+      type(c_ptr) :: address
+    end function c_getcwd
+
+    function c_rename(from, to) bind(C, name="rename") result(failed)
+      import :: c_char, c_int
+      character(kind=c_char), intent(in) :: from(*), to(*)
+      integer(c_int) :: failed
+    end function c_rename
+
+    function c_remove(name) bind(C, name="remove") result(failed)
+      import :: c_char, c_int
+      character(kind=c_char), intent(in) :: name(*)
+      integer(c_int) :: failed
+    end function c_remove
 
     function c_strlen(text) bind(C, name="strlen") result(length)
       import :: c_ptr, c_size_t
@@ -123,20 +152,130 @@ contains
   logical function open_vesk(name)
     character(len=*), intent(in) :: name
     character(kind=c_char, len=:), allocatable, target :: text
+    integer :: reason
+    if (allocated(temporary)) reason = close_vesk()
     text = trim(name) // c_null_char
     open_vesk = vk_open(c_loc(text)) == 1
   end function open_vesk
 
+  ! Opens the file of a path; .false. if it can't be made there. It appears when close_vesk
+  ! returns 0, and what was there before stays until then: it grows under a name of its own
+  ! in the current folder, where the library writes. Close a file before the next one, whose
+  ! opening completes it without a word of what the system refused.
+  logical function open_vesk_at(path)
+    character(len=*), intent(in) :: path
+    character(len=:), allocatable :: name
+    character(kind=c_char) :: folder(4096)
+    integer :: unit, failed
+    open_vesk_at = .false.
+    open (newunit=unit, file=part_of(trim(path)), status="replace", iostat=failed)
+    if (failed /= 0) return
+    close (unit, status="delete")
+    if (.not. c_associated(c_getcwd(folder, size(folder, kind=c_size_t)))) return
+    name = free_name()
+    if (.not. open_vesk(name)) return
+    temporary = text_of(folder) // "/vesk" // name // ".dat"
+    target_path = trim(path)
+    if (path(1:1) /= "/") target_path = text_of(folder) // "/" // trim(path)
+    open_vesk_at = .true.
+  end function open_vesk_at
+
   ! Completes the file. Returns 0, or the reason why the system did not take all of it, a
-  ! full disk for one: the file is not whole then. reason_text says it in words.
+  ! full disk for one: the file is not whole then, and one of a path does not appear.
+  ! reason_text says it in words.
   integer function close_vesk()
+    integer(c_int) :: ignored
     integer(c_int), pointer :: errno
-    integer(c_int) :: opened
     call c_f_pointer(c_errno(), errno)
     errno = 0
-    opened = vk_open(c_null_ptr)
+    ignored = vk_open(c_null_ptr)
     close_vesk = errno
+    if (.not. allocated(temporary)) return
+    if (close_vesk == 0) then
+      close_vesk = moved(temporary, target_path)
+    else
+      ignored = c_remove(temporary // c_null_char)
+    end if
+    deallocate (temporary)
   end function close_vesk
+
+  ! Moves a file, across file systems by a copy beside the target, which is replaced at once.
+  ! Returns 0 or the reason of a failure, which leaves the file where it was.
+  integer function moved(from, to)
+    character(len=*), intent(in) :: from, to
+    integer(c_int), pointer :: errno
+    integer(c_int) :: ignored
+    call c_f_pointer(c_errno(), errno)
+    moved = 0
+    if (c_rename(from // c_null_char, to // c_null_char) == 0) return
+    moved = errno
+    if (moved /= across_file_systems) return
+    moved = copied(from, part_of(to))
+    if (moved == 0) then
+      if (c_rename(part_of(to) // c_null_char, to // c_null_char) /= 0) moved = errno
+    end if
+    if (moved /= 0) then
+      ignored = c_remove(part_of(to) // c_null_char)
+    else
+      ignored = c_remove(from // c_null_char)
+    end if
+  end function moved
+
+  integer function copied(from, to)
+    character(len=*), intent(in) :: from, to
+    integer, parameter :: most = 65536
+    character(len=:), allocatable :: block
+    integer :: source, sink, left, failed(5)
+    failed = 0
+    open (newunit=source, file=from, access="stream", form="unformatted", action="read", &
+          status="old", iostat=failed(1))
+    open (newunit=sink, file=to, access="stream", form="unformatted", status="replace", &
+          iostat=failed(2))
+    inquire (file=from, size=left)
+    do while (left > 0 .and. all(failed == 0))
+      allocate (character(len=min(left, most)) :: block)
+      read (source, iostat=failed(3)) block
+      write (sink, iostat=failed(4)) block
+      left = left - len(block)
+      deallocate (block)
+    end do
+    if (failed(1) == 0) close (source)
+    if (failed(2) == 0) close (sink, iostat=failed(5))
+    copied = merge(0, input_output, all(failed == 0))
+  end function copied
+
+  ! A name of which no file is in the current folder.
+  function free_name() result(name)
+    character(len=:), allocatable :: name
+    character(len=40) :: text
+    integer :: number
+    logical :: taken
+    do number = 0, huge(number) - 1
+      write (text, '("-", i0, "-", i0)') c_getpid(), number
+      name = trim(text)
+      inquire (file="vesk" // name // ".dat", exist=taken)
+      if (.not. taken) return
+    end do
+  end function free_name
+
+  function part_of(path) result(part)
+    character(len=*), intent(in) :: path
+    character(len=:), allocatable :: part
+    character(len=20) :: process
+    write (process, '(".", i0)') c_getpid()
+    part = path // trim(process) // ".part"
+  end function part_of
+
+  ! The letters before the zero.
+  function text_of(letters) result(text)
+    character(kind=c_char), intent(in) :: letters(:)
+    character(len=:), allocatable :: text
+    integer :: i
+    allocate (character(len=findloc(letters, c_null_char, dim=1) - 1) :: text)
+    do i = 1, len(text)
+      text(i:i) = letters(i)
+    end do
+  end function text_of
 
   function reason_text(reason) result(text)
     integer, intent(in) :: reason

@@ -16,7 +16,7 @@ sources() {
   for suffix in $data; do unwanted+=(-not -name "*.$suffix"); done
   cd "$1"
   find "${folders[@]}" CMakeLists.txt '(' -name node_modules -o -path viewer/dist -o -path fuzz/corpus \
-    -o -path tests/golden -o -name __pycache__ ')' -prune -o -type f "${unwanted[@]}" -print0
+    -o -path tests/golden -o -path cmake/packages -o -name __pycache__ ')' -prune -o -type f "${unwanted[@]}" -print0
   find "${folders[@]}" CMakeLists.txt -name node_modules -prune -o -name CMakeLists.txt -print0
 }
 

@@ -28,12 +28,13 @@ int endSample(double place, int least, int most) {
 DepthBand::DepthBand(const Surfaces& surfaces, int width)
     : surfaces_(surfaces), columns_(width * kSamples) {}
 
-void DepthBand::draw(int firstRow, int endRow, int margin) {
+void DepthBand::draw(int firstRow, int endRow, int margin, Bands& bands) {
   first_ = firstRow * kSamples - margin;
   end_ = endRow * kSamples + margin;
   samples_.assign(static_cast<std::size_t>(end_ - first_) * static_cast<std::size_t>(columns_), {});
   for (std::uint32_t i = 0; i < surfaces_.count(); ++i) {
     if (!surfaces_.isBetween(i, first_ * kStep, end_ * kStep)) continue;
+    bands.check();
     surfaces_.project(i, points_);
     const Mesh& mesh = surfaces_.meshOf(i);
     for (std::size_t k = 0; k < mesh.triangles.size(); ++k) {

@@ -6,6 +6,7 @@
 #include <limits>
 #include <vector>
 
+#include "draw/Bands.h"
 #include "draw/Surfaces.h"
 
 namespace Vesk {
@@ -30,8 +31,8 @@ class DepthBand {
   DepthBand(const Surfaces& surfaces, int width);
 
   // Draws all surfaces between these rows of pixels, with `margin` more samples
-  // above and below.
-  void draw(int firstRow, int endRow, int margin);
+  // above and below; `bands` is asked on the way whether to go on.
+  void draw(int firstRow, int endRow, int margin, Bands& bands);
 
   int columns() const { return columns_; }  // samples
   int firstSampleRow() const { return first_; }

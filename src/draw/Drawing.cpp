@@ -74,8 +74,8 @@ Drawing::Drawing(const Scene& scene, const DrawingStyle& style)
       surfaces_(scene, projection_),
       pen_(penOf(unit_, surfaces_.thickness())),
       ink_(lightnessOf(style.background) < 0.45 ? kLightInk : kDarkInk) {
-  SeenLines seen =
-      findSeenLines(surfaces_, style_.width, style_.height, widthOf(LineWeight::kOutline));
+  SeenLines seen = findSeenLines(surfaces_, style_.width, style_.height,
+                                 widthOf(LineWeight::kOutline), style_.poll);
   strokes_ = std::move(seen.strokes);
   for (std::size_t i = 0; i < scene_.points.size(); ++i) {
     if (!seen.points[i]) continue;
@@ -85,6 +85,10 @@ Drawing::Drawing(const Scene& scene, const DrawingStyle& style)
   if (style_.isPlain) return;
   addScaleBar();
   addAxes();
+}
+
+double Drawing::scaleOf(const Scene& scene, const DrawingStyle& style) {
+  return Projection::fit(scene, style.view, areaOf(style)).scale();
 }
 
 double Drawing::unitOf(const DrawingStyle& style) {
@@ -127,9 +131,11 @@ double Drawing::haloOf(const Label& label) const {
 
 void Drawing::addLabels(const std::vector<bool>& isSeen) {
   std::vector<Box> taken;
+  const std::vector<bool> isFar = farTextsOf(scene_);
+  farTexts_ = static_cast<std::size_t>(std::count(isFar.begin(), isFar.end(), true));
   for (std::size_t i = 0; i < scene_.texts.size(); ++i) {
     const SceneText& text = scene_.texts[i];
-    if (!isSeen[i] || text.text.empty()) continue;
+    if (isFar[i] || !isSeen[i] || text.text.empty()) continue;
     Label label;
     label.text = text.text;
     label.colour = ink_;

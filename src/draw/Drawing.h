@@ -3,6 +3,7 @@
 #define VESK_DRAW_DRAWING_H
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,10 @@ struct DrawingStyle {
   std::vector<Colour> colours;  // by the kind of an element; others are grey
   double unit = 1.0;            // of the scene, in millimetres
   bool isPlain = false;         // without scale bar and axes
+
+  // Called often while a drawing is made or painted, on the thread that makes it;
+  // what it throws ends the work.
+  std::function<void()> poll;
 };
 
 // A line of any colour that belongs to no element.
@@ -53,6 +58,9 @@ struct Label {
 // stands level. Of level ones that would lie over each other the first stays.
 class Drawing {
  public:
+  // Pixels for a unit of the scene, as a drawing of this style has them.
+  static double scaleOf(const Scene& scene, const DrawingStyle& style);
+
   // The scene outlives it.
   Drawing(const Scene& scene, const DrawingStyle& style);
   Drawing(const Drawing&) = delete;
@@ -65,6 +73,9 @@ class Drawing {
   const std::vector<Stroke>& strokes() const { return strokes_; }
   const std::vector<Dot>& dots() const { return dots_; }
   const std::vector<Label>& labels() const { return labels_; }
+
+  // Texts that are too far off to be in the drawing.
+  std::size_t farTexts() const { return farTexts_; }
   const std::vector<InkLine>& scaleBar() const { return scaleBar_; }
   const std::vector<InkLine>& axes() const { return axes_; }
 
@@ -100,6 +111,7 @@ class Drawing {
   std::vector<Stroke> strokes_;
   std::vector<Dot> dots_;
   std::vector<Label> labels_;
+  std::size_t farTexts_ = 0;
   std::vector<InkLine> scaleBar_;
   std::vector<InkLine> axes_;
 };

@@ -3,7 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
+#include <memory>
+#include <span>
+#include <utility>
 
+#include "draw/Bands.h"
 #include "draw/DepthBand.h"
 #include "draw/MeshLines.h"
 #include "draw/ScreenPlane.h"
@@ -12,75 +17,48 @@
 namespace Vesk {
 namespace {
 
-constexpr int kBandRows = 64;
-
-std::uint8_t byteOf(double value) {
-  return static_cast<std::uint8_t>(std::clamp(std::floor(value + 0.5), 0.0, 255.0));
-}
+// Of what lies between 0 and 255.
+std::uint8_t byteOf(double value) { return static_cast<std::uint8_t>(value + 0.5); }
 
 // A line with round ends; of one point a dot.
 struct Ink {
-  std::vector<ScreenPoint> points;
+  std::span<const ScreenPoint> points;
   double radius;
   Colour colour;
   double top;
   double bottom;
 };
 
-class Painter {
+// All lines of a drawing, in the order in which they cover each other.
+class Inks {
  public:
-  Painter(const Drawing& drawing, bool hasFaces)
-      : drawing_(drawing),
-        surfaces_(drawing.surfaces()),
-        hasFaces_(hasFaces),
-        width_(drawing.style().width),
-        band_(surfaces_, width_) {
-    addInks();
-  }
+  explicit Inks(const Drawing& drawing) : drawing_(drawing) { addAll(); }
 
-  Picture paint() {
-    Picture picture;
-    picture.width = width_;
-    picture.height = drawing_.style().height;
-    picture.bytes.reserve(static_cast<std::size_t>(picture.width) *
-                          static_cast<std::size_t>(picture.height) * 4);
-    for (int row = 0; row < picture.height; row += kBandRows) {
-      const int end = std::min(row + kBandRows, picture.height);
-      band_.draw(row, end, 0);
-      samples_.assign(static_cast<std::size_t>(band_.columns()) *
-                          static_cast<std::size_t>(band_.endSampleRow() - band_.firstSampleRow()),
-                      drawing_.style().background);
-      if (hasFaces_) paintFaces();
-      for (const Ink& ink : inks_) paintInk(ink);
-      for (int y = row; y < end; ++y) appendRow(y, picture);
-    }
-    return picture;
-  }
+  const std::vector<Ink>& all() const { return inks_; }
 
  private:
-  Colour& sampleAt(int column, int row) {
-    return samples_[static_cast<std::size_t>(row - band_.firstSampleRow()) *
-                        static_cast<std::size_t>(band_.columns()) +
-                    static_cast<std::size_t>(column)];
+  void addOwn(std::vector<ScreenPoint> points, double radius, const Colour& colour) {
+    own_.push_back(std::move(points));
+    addInk(own_.back(), radius, colour);
   }
 
-  void addInk(std::vector<ScreenPoint> points, double radius, const Colour& colour) {
+  void addInk(std::span<const ScreenPoint> points, double radius, const Colour& colour) {
     const auto [top, bottom] =
         std::minmax_element(points.begin(), points.end(),
                             [](const ScreenPoint& a, const ScreenPoint& b) { return a.y < b.y; });
     const double least = top->y - radius;
     const double most = bottom->y + radius;
-    inks_.push_back({std::move(points), radius, colour, least, most});
+    inks_.push_back({points, radius, colour, least, most});
   }
 
-  void addInks() {
+  void addAll() {
     for (const Stroke& stroke : drawing_.strokes()) {
       const bool isLine = stroke.weight == LineWeight::kLine;
       addInk(stroke.points, drawing_.widthOf(stroke.weight) / 2.0,
              isLine ? drawing_.colourOf(stroke.element) : drawing_.ink());
     }
     for (const Dot& dot : drawing_.dots()) {
-      addInk({dot.place}, drawing_.dotRadius(), drawing_.colourOf(dot.element));
+      addOwn({dot.place}, drawing_.dotRadius(), drawing_.colourOf(dot.element));
     }
     for (const auto* lines : {&drawing_.scaleBar(), &drawing_.axes()}) {
       for (const InkLine& line : *lines) addInk(line.points, line.width / 2.0, line.colour);
@@ -106,9 +84,51 @@ class Painter {
     }
     const Colour paper = drawing_.style().background;
     if (paper.alpha == 255) {
-      for (const auto& points : placed) addInk(points, radius + drawing_.haloOf(label), paper);
+      for (const auto& points : placed) addOwn(points, radius + drawing_.haloOf(label), paper);
     }
-    for (auto& points : placed) addInk(std::move(points), radius, label.colour);
+    for (auto& points : placed) addOwn(std::move(points), radius, label.colour);
+  }
+
+  const Drawing& drawing_;
+  std::deque<std::vector<ScreenPoint>> own_;  // points that no drawing keeps
+  std::vector<Ink> inks_;
+};
+
+// Paints bands, one after the other.
+class Painter {
+ public:
+  Painter(const Drawing& drawing, const Inks& inks, bool hasFaces, Bands& bands)
+      : drawing_(drawing),
+        surfaces_(drawing.surfaces()),
+        inks_(inks),
+        bands_(bands),
+        hasFaces_(hasFaces),
+        width_(drawing.style().width),
+        band_(surfaces_, width_) {}
+
+  // The rows of a band, into the picture.
+  void paint(int row, int end, Picture& picture) {
+    if (hasFaces_) band_.draw(row, end, 0, bands_);
+    first_ = row * kSamples;
+    end_ = end * kSamples;
+    samples_.assign(
+        static_cast<std::size_t>(band_.columns()) * static_cast<std::size_t>(end_ - first_),
+        drawing_.style().background);
+    if (hasFaces_) paintFaces();
+    for (const Ink& ink : inks_.all()) {
+      bands_.check();
+      paintInk(ink);
+    }
+    const std::size_t rowBytes = static_cast<std::size_t>(width_) * 4;
+    std::uint8_t* to = picture.bytes.data() + static_cast<std::size_t>(row) * rowBytes;
+    for (int y = row; y < end; ++y, to += rowBytes) writeRow(y, to);
+  }
+
+ private:
+  Colour& sampleAt(int column, int row) {
+    return samples_[static_cast<std::size_t>(row - first_) *
+                        static_cast<std::size_t>(band_.columns()) +
+                    static_cast<std::size_t>(column)];
   }
 
   void paintFaces() {
@@ -116,7 +136,7 @@ class Painter {
     std::uint32_t triangle = kNoTriangle;
     ScreenPlane brightness(ScreenTriangle{});
     Colour colour;
-    for (int row = band_.firstSampleRow(); row < band_.endSampleRow(); ++row) {
+    for (int row = first_; row < end_; ++row) {
       for (int column = 0; column < band_.columns(); ++column) {
         const DepthSample& sample = *band_.at(column, row);
         if (sample.isEmpty()) continue;
@@ -147,8 +167,8 @@ class Painter {
   }
 
   void paintInk(const Ink& ink) {
-    const double top = static_cast<double>(band_.firstSampleRow()) / kSamples;
-    const double bottom = static_cast<double>(band_.endSampleRow()) / kSamples;
+    const double top = static_cast<double>(first_) / kSamples;
+    const double bottom = static_cast<double>(end_) / kSamples;
     if (ink.bottom < top || ink.top > bottom) return;
     if (ink.points.size() == 1) paintSegment(ink.points[0], ink.points[0], ink);
     for (std::size_t i = 1; i < ink.points.size(); ++i) {
@@ -162,10 +182,8 @@ class Painter {
       return static_cast<int>(
           std::clamp(place * kSamples, static_cast<double>(least), static_cast<double>(most)));
     };
-    const int firstRow =
-        limit(std::min(a.y, b.y) - ink.radius - 1.0, band_.firstSampleRow(), band_.endSampleRow());
-    const int endRow =
-        limit(std::max(a.y, b.y) + ink.radius + 1.0, band_.firstSampleRow(), band_.endSampleRow());
+    const int firstRow = limit(std::min(a.y, b.y) - ink.radius - 1.0, first_, end_);
+    const int endRow = limit(std::max(a.y, b.y) + ink.radius + 1.0, first_, end_);
     const double dx = b.x - a.x;
     const double dy = b.y - a.y;
     const double square = dx * dx + dy * dy;
@@ -193,7 +211,7 @@ class Painter {
     }
   }
 
-  void appendRow(int y, Picture& picture) {
+  void writeRow(int y, std::uint8_t* to) {
     constexpr int kAll = kSamples * kSamples;
     for (int x = 0; x < width_; ++x) {
       int red = 0;
@@ -211,18 +229,21 @@ class Painter {
       const auto mean = [&](int sum) {
         return static_cast<std::uint8_t>(alpha == 0 ? 0 : (2 * sum + alpha) / (2 * alpha));
       };
-      for (const int sum : {red, green, blue}) picture.bytes.push_back(mean(sum));
-      picture.bytes.push_back(static_cast<std::uint8_t>((2 * alpha + kAll) / (2 * kAll)));
+      for (const int sum : {red, green, blue}) *to++ = mean(sum);
+      *to++ = static_cast<std::uint8_t>((2 * alpha + kAll) / (2 * kAll));
     }
   }
 
   const Drawing& drawing_;
   const Surfaces& surfaces_;
+  const Inks& inks_;
+  Bands& bands_;
   bool hasFaces_;
   int width_;
   DepthBand band_;
+  int first_ = 0;  // row of samples
+  int end_ = 0;
   std::vector<Colour> samples_;
-  std::vector<Ink> inks_;
 };
 
 }  // namespace
@@ -241,6 +262,23 @@ Colour shaded(const Colour& colour, double brightness) {
   return {part(colour.red), part(colour.green), part(colour.blue), colour.alpha};
 }
 
-Picture paint(const Drawing& drawing, bool hasFaces) { return Painter(drawing, hasFaces).paint(); }
+Picture paint(const Drawing& drawing, bool hasFaces) {
+  const int height = drawing.style().height;
+  Picture picture;
+  picture.width = drawing.style().width;
+  picture.height = height;
+  picture.bytes.resize(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(height) *
+                       4);
+  const Inks inks(drawing);
+  Bands bands(drawing.style().poll);
+  bands.run(bandsOf(height), [&] {
+    const auto painter = std::make_shared<Painter>(drawing, inks, hasFaces, bands);
+    return [&, painter](int band) {
+      const int row = band * kBandRows;
+      painter->paint(row, std::min(row + kBandRows, height), picture);
+    };
+  });
+  return picture;
+}
 
 }  // namespace Vesk

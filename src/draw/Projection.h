@@ -2,6 +2,8 @@
 #ifndef VESK_DRAW_PROJECTION_H
 #define VESK_DRAW_PROJECTION_H
 
+#include <vector>
+
 #include "draw/StandardView.h"
 #include "mesh/Placement.h"
 #include "mesh/Scene.h"
@@ -40,10 +42,16 @@ struct ScreenArea {
   double bottom = 0.0;
 };
 
+// Which texts of a scene are far off: further from the box of all else than that is
+// long. A note of the drawing frame that came along with a plant is no part of it.
+// None are where there are only texts.
+std::vector<bool> farTextsOf(const Scene& scene);
+
 // How the model is laid into a drawing: seen along parallels, at one scale.
 class Projection {
  public:
-  // The largest scale at which the whole scene is in the area, and in its middle.
+  // The largest scale at which the whole scene is in the area, and in its middle;
+  // texts that are far off play no part.
   // An empty scene and one without a size have a pixel for each unit.
   static Projection fit(const Scene& scene, const StandardView& view, const ScreenArea& area);
 

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <optional>
 #include <utility>
 
+#include "draw/Bands.h"
 #include "draw/DepthBand.h"
 #include "draw/MeshLines.h"
 #include "draw/Occlusion.h"
@@ -14,8 +16,7 @@
 namespace Vesk {
 namespace {
 
-constexpr int kBandRows = 64;  // pixels
-constexpr int kMargin = 16;    // samples: 4 pixels
+constexpr int kMargin = 16;  // samples: 4 pixels
 
 // Shorter lines in the drawing are points.
 constexpr double kNoLength = 1e-3;
@@ -45,71 +46,85 @@ bool hasLength(const ScreenPoint& a, const ScreenPoint& b) {
   return std::fabs(a.x - b.x) > kNoLength || std::fabs(a.y - b.y) > kNoLength;
 }
 
-class Finder {
+// What the threads share: lines of meshes and polylines, none of which changes.
+class LinesOfScene {
  public:
-  Finder(const Surfaces& surfaces, int width, double lineWidth)
-      : surfaces_(surfaces),
-        scene_(surfaces.scene()),
-        band_(surfaces, width),
-        occlusion_(surfaces, band_),
-        aside_(lineWidth) {
-    lines_.resize(scene_.meshes.size());
-    isKnown_.resize(scene_.meshes.size());
-    for (std::size_t i = 0; i < scene_.lines.size(); ++i) {
-      const SceneLine& line = scene_.lines[i];
+  explicit LinesOfScene(const Surfaces& surfaces) {
+    const Scene& scene = surfaces.scene();
+    meshes_.reserve(scene.meshes.size());
+    for (const Mesh& mesh : scene.meshes) meshes_.push_back(linesOf(mesh));
+    const Projection& projection = surfaces.projection();
+    for (const SceneLine& line : scene.lines) {
       for (std::size_t k = 0; k + 1 < line.count; ++k) {
-        const Projection& projection = surfaces.projection();
-        free_.push_back({projection.point(scene_.lineVertices[line.first + k]),
-                         projection.point(scene_.lineVertices[line.first + k + 1])});
+        free_.push_back({projection.point(scene.lineVertices[line.first + k]),
+                         projection.point(scene.lineVertices[line.first + k + 1])});
       }
     }
-    seen_.points.assign(scene_.points.size(), false);
-    seen_.texts.assign(scene_.texts.size(), false);
   }
 
+  const std::vector<MeshLine>& ofMesh(std::uint32_t mesh) const { return meshes_[mesh]; }
+  const std::vector<FreeLine>& free() const { return free_; }
+
+ private:
+  std::vector<std::vector<MeshLine>> meshes_;
+  std::vector<FreeLine> free_;
+};
+
+// What of lines, points and texts is seen in a band.
+struct SeenInBand {
+  std::vector<LinePiece> meshPieces;
+  std::vector<LinePiece> freePieces;
+  std::vector<std::size_t> points;
+  std::vector<std::size_t> texts;
+};
+
+// Looks at bands, one after the other.
+class Finder {
+ public:
+  Finder(const Surfaces& surfaces, const LinesOfScene& lines, int width, double lineWidth,
+         Bands& bands)
+      : surfaces_(surfaces),
+        scene_(surfaces.scene()),
+        lines_(lines),
+        bands_(bands),
+        band_(surfaces, width),
+        occlusion_(surfaces, band_),
+        aside_(lineWidth) {}
+
   // The rows of a band; the first one goes up and the last one down without end.
-  void look(int firstRow, int endRow, double top, double bottom) {
-    band_.draw(firstRow, endRow, kMargin);
+  SeenInBand look(int firstRow, int endRow, double top, double bottom) {
+    SeenInBand seen;
+    band_.draw(firstRow, endRow, kMargin, bands_);
     for (std::uint32_t i = 0; i < surfaces_.count(); ++i) {
-      if (surfaces_.isBetween(i, top, bottom)) lookAtInstance(i, top, bottom);
+      if (!surfaces_.isBetween(i, top, bottom)) continue;
+      bands_.check();
+      lookAtInstance(i, seen.meshPieces, top, bottom);
     }
-    for (std::size_t i = 0; i < free_.size(); ++i) {
-      const FreeLine& line = free_[i];
-      if (hasLength(line.a, line.b)) lookAt(line.a, line.b, {}, i, freePieces_, top, bottom);
+    const std::vector<FreeLine>& free = lines_.free();
+    for (std::size_t i = 0; i < free.size(); ++i) {
+      const FreeLine& line = free[i];
+      if (hasLength(line.a, line.b)) lookAt(line.a, line.b, {}, i, seen.freePieces, top, bottom);
     }
     const auto isSeen = [&](const GePoint& p) {
       const ScreenPoint at = surfaces_.projection().point(p);
       return at.y >= top && at.y < bottom && occlusion_.isSeen(at);
     };
     for (std::size_t i = 0; i < scene_.points.size(); ++i) {
-      if (isSeen(scene_.points[i].position)) seen_.points[i] = true;
+      if (isSeen(scene_.points[i].position)) seen.points.push_back(i);
     }
     for (std::size_t i = 0; i < scene_.texts.size(); ++i) {
       const SceneText& text = scene_.texts[i];
       const GePoint middle =
           text.position + text.along * (text.width / 2.0) + text.up * (text.height / 2.0);
-      if (isSeen(text.position) || isSeen(middle)) seen_.texts[i] = true;
+      if (isSeen(text.position) || isSeen(middle)) seen.texts.push_back(i);
     }
-  }
-
-  SeenLines take() {
-    makeMeshStrokes();
-    makeFreeStrokes();
-    std::stable_sort(seen_.strokes.begin(), seen_.strokes.end(),
-                     [](const Stroke& a, const Stroke& b) { return a.element < b.element; });
-    return std::move(seen_);
+    seen.meshPieces.shrink_to_fit();
+    return seen;
   }
 
  private:
-  const std::vector<MeshLine>& linesOfMesh(std::uint32_t mesh) {
-    if (!isKnown_[mesh]) {
-      isKnown_[mesh] = true;
-      lines_[mesh] = linesOf(scene_.meshes[mesh]);
-    }
-    return lines_[mesh];
-  }
-
-  void lookAtInstance(std::uint32_t instance, double top, double bottom) {
+  void lookAtInstance(std::uint32_t instance, std::vector<LinePiece>& pieces, double top,
+                      double bottom) {
     surfaces_.project(instance, points_);
     const Mesh& mesh = surfaces_.meshOf(instance);
     faces_.clear();
@@ -119,7 +134,7 @@ class Finder {
     const auto faces = [&](std::uint32_t triangle) {
       return triangle != kNoTriangle && faces_[triangle];
     };
-    const std::vector<MeshLine>& lines = linesOfMesh(scene_.instances[instance].mesh);
+    const std::vector<MeshLine>& lines = lines_.ofMesh(scene_.instances[instance].mesh);
     for (std::size_t i = 0; i < lines.size(); ++i) {
       const MeshLine& line = lines[i];
       const bool first = faces(line.triangle1);
@@ -131,7 +146,7 @@ class Finder {
       const ScreenPoint& b = points_[line.b];
       if (!hasLength(a, b)) continue;
       const auto id = (std::uint64_t{instance} << 32U) | i;
-      lookAt(a, b, {instance, line.triangle1, line.triangle2}, id, meshPieces_, top, bottom);
+      lookAt(a, b, {instance, line.triangle1, line.triangle2}, id, pieces, top, bottom);
     }
   }
 
@@ -147,13 +162,62 @@ class Finder {
     }
   }
 
+  const Surfaces& surfaces_;
+  const Scene& scene_;
+  const LinesOfScene& lines_;
+  Bands& bands_;
+  DepthBand band_;
+  Occlusion occlusion_;
+  double aside_;
+  std::vector<ScreenPoint> points_;
+  std::vector<bool> faces_;
+  std::vector<LinePart> parts_;
+};
+
+// Moves what was found to the end of `all`.
+void append(std::vector<LinePiece>& all, std::vector<LinePiece>& found) {
+  all.insert(all.end(), found.begin(), found.end());
+  found = {};
+}
+
+// Joins what the bands have found to strokes.
+class StrokeMaker {
+ public:
+  StrokeMaker(const Surfaces& surfaces, const LinesOfScene& lines, Bands& bands)
+      : surfaces_(surfaces), scene_(surfaces.scene()), lines_(lines), bands_(bands) {}
+
+  SeenLines make(std::vector<SeenInBand>& found) {
+    seen_.points.assign(scene_.points.size(), false);
+    seen_.texts.assign(scene_.texts.size(), false);
+    std::size_t meshCount = 0;
+    std::size_t freeCount = 0;
+    for (const SeenInBand& each : found) {
+      meshCount += each.meshPieces.size();
+      freeCount += each.freePieces.size();
+    }
+    meshPieces_.reserve(meshCount);
+    freePieces_.reserve(freeCount);
+    for (SeenInBand& each : found) {
+      append(meshPieces_, each.meshPieces);
+      append(freePieces_, each.freePieces);
+      for (const std::size_t i : each.points) seen_.points[i] = true;
+      for (const std::size_t i : each.texts) seen_.texts[i] = true;
+    }
+    makeMeshStrokes();
+    makeFreeStrokes();
+    std::stable_sort(seen_.strokes.begin(), seen_.strokes.end(),
+                     [](const Stroke& a, const Stroke& b) { return a.element < b.element; });
+    return std::move(seen_);
+  }
+
+ private:
   void makeMeshStrokes() {
     joinPieces(meshPieces_);
     StrokeChains chains;
     for (std::size_t begin = 0; begin < meshPieces_.size();) {
       const auto instance = static_cast<std::uint32_t>(meshPieces_[begin].line >> 32U);
       const SceneInstance& placed = scene_.instances[instance];
-      const std::vector<MeshLine>& lines = linesOfMesh(placed.mesh);
+      const std::vector<MeshLine>& lines = lines_.ofMesh(placed.mesh);
       surfaces_.project(instance, points_);
       std::size_t end = begin;
       for (; end < meshPieces_.size() && meshPieces_[end].line >> 32U == instance; ++end) {
@@ -162,6 +226,7 @@ class Finder {
         chains.add({points_[line.a], line.a}, {points_[line.b], line.b}, piece.part,
                    piece.isOutline ? LineWeight::kOutline : LineWeight::kEdge);
       }
+      bands_.check();
       chains.take(placed.element, seen_.strokes);
       begin = end;
     }
@@ -170,6 +235,7 @@ class Finder {
   void makeFreeStrokes() {
     joinPieces(freePieces_);
     StrokeChains chains;
+    const std::vector<FreeLine>& free = lines_.free();
     std::size_t piece = 0;
     std::size_t first = 0;
     for (const SceneLine& line : scene_.lines) {
@@ -177,7 +243,7 @@ class Finder {
       for (; piece < freePieces_.size() && freePieces_[piece].line < end; ++piece) {
         const auto index = static_cast<std::size_t>(freePieces_[piece].line);
         const auto vertex = static_cast<std::uint32_t>(index - first);
-        chains.add({free_[index].a, vertex}, {free_[index].b, vertex + 1}, freePieces_[piece].part,
+        chains.add({free[index].a, vertex}, {free[index].b, vertex + 1}, freePieces_[piece].part,
                    LineWeight::kLine);
       }
       chains.take(line.element, seen_.strokes);
@@ -187,15 +253,9 @@ class Finder {
 
   const Surfaces& surfaces_;
   const Scene& scene_;
-  DepthBand band_;
-  Occlusion occlusion_;
-  double aside_;
-  std::vector<std::vector<MeshLine>> lines_;  // by mesh
-  std::vector<bool> isKnown_;
-  std::vector<FreeLine> free_;
+  const LinesOfScene& lines_;
+  Bands& bands_;
   std::vector<ScreenPoint> points_;
-  std::vector<bool> faces_;
-  std::vector<LinePart> parts_;
   std::vector<LinePiece> meshPieces_;
   std::vector<LinePiece> freePieces_;
   SeenLines seen_;
@@ -203,14 +263,22 @@ class Finder {
 
 }  // namespace
 
-SeenLines findSeenLines(const Surfaces& surfaces, int width, int height, double lineWidth) {
+SeenLines findSeenLines(const Surfaces& surfaces, int width, int height, double lineWidth,
+                        const std::function<void()>& poll) {
   constexpr double kEndless = 1e300;
-  Finder finder(surfaces, width, lineWidth);
-  for (int row = 0; row < height; row += kBandRows) {
-    const int end = std::min(row + kBandRows, height);
-    finder.look(row, end, row == 0 ? -kEndless : row, end == height ? kEndless : end);
-  }
-  return finder.take();
+  const LinesOfScene lines(surfaces);
+  std::vector<SeenInBand> found(static_cast<std::size_t>(bandsOf(height)));
+  Bands bands(poll);
+  bands.run(bandsOf(height), [&] {
+    const auto finder = std::make_shared<Finder>(surfaces, lines, width, lineWidth, bands);
+    return [&, finder](int band) {
+      const int row = band * kBandRows;
+      const int end = std::min(row + kBandRows, height);
+      found[static_cast<std::size_t>(band)] =
+          finder->look(row, end, row == 0 ? -kEndless : row, end == height ? kEndless : end);
+    };
+  });
+  return StrokeMaker(surfaces, lines, bands).make(found);
 }
 
 }  // namespace Vesk

@@ -3,6 +3,7 @@
 #define VESK_DRAW_SEENLINES_H
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "draw/Projection.h"
@@ -33,8 +34,9 @@ struct SeenLines {
 };
 
 // In a drawing of this size. `lineWidth` in pixels says how far from a line the
-// drawing must fall back to make it an outline.
-SeenLines findSeenLines(const Surfaces& surfaces, int width, int height, double lineWidth);
+// drawing must fall back to make it an outline. `poll` as in DrawingStyle.
+SeenLines findSeenLines(const Surfaces& surfaces, int width, int height, double lineWidth,
+                        const std::function<void()>& poll = {});
 
 }  // namespace Vesk
 

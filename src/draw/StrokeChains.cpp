@@ -104,6 +104,15 @@ void StrokeChains::add(const End& a, const End& b, const LinePart& part, LineWei
   if (places_.insert(placeOf(segment)).second) segments_.push_back(segment);
 }
 
+std::size_t StrokeChains::PlaceHash::operator()(const Place& place) const {
+  std::uint64_t hash = 0;
+  for (const std::int64_t part : place) {
+    hash = (hash ^ static_cast<std::uint64_t>(part)) * 0x9E3779B97F4A7C15U;
+    hash ^= hash >> 32U;
+  }
+  return static_cast<std::size_t>(hash);
+}
+
 StrokeChains::Place StrokeChains::placeOf(const Segment& segment) {
   const auto roundedEnd = [&](std::size_t i) {
     return std::pair(hundredths(segment.ends[i].x), hundredths(segment.ends[i].y));

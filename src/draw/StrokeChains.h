@@ -6,7 +6,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <set>
+#include <unordered_set>
 #include <vector>
 
 #include "draw/Occlusion.h"
@@ -64,6 +64,10 @@ class StrokeChains {
   // In hundredths of a pixel, the smaller end first.
   using Place = std::array<std::int64_t, 4>;
 
+  struct PlaceHash {
+    std::size_t operator()(const Place& place) const;
+  };
+
   static Place placeOf(const Segment& segment);
   std::size_t next(const Segment& segment, std::uint64_t node) const;
   void follow(std::size_t segment, std::size_t end, Stroke& stroke, bool& isCut);
@@ -71,7 +75,7 @@ class StrokeChains {
   std::vector<Segment> segments_;
   std::vector<Meeting> meetings_;
   std::uint64_t cuts_ = kCut;
-  std::set<Place> places_;
+  std::unordered_set<Place, PlaceHash> places_;
 };
 
 }  // namespace Vesk

@@ -2,9 +2,12 @@
 #include "draw/Surfaces.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <set>
+#include <utility>
 
 namespace Vesk {
 namespace {
@@ -33,6 +36,18 @@ double medianOf(std::vector<double>& numbers) {
   return *middle;
 }
 
+// A mesh and where it is.
+using Solid = std::pair<std::uint32_t, std::array<double, 12>>;
+
+Solid solidOf(const SceneInstance& instance) {
+  const Placement& p = instance.placement;
+  return {instance.mesh,
+          {p.x.x, p.x.y, p.x.z, p.y.x, p.y.y, p.y.z, p.z.x, p.z.y, p.z.z, p.origin.x, p.origin.y,
+           p.origin.z}};
+}
+
+constexpr double kNowhere = std::numeric_limits<double>::infinity();
+
 }  // namespace
 
 bool facesEye(const ScreenTriangle& t) {
@@ -46,6 +61,7 @@ Surfaces::Surfaces(const Scene& scene, const Projection& projection)
   std::vector<ScreenPoint> points;
   std::vector<double> thicknesses;
   const double pixel = 1.0 / projection.scale();
+  std::set<Solid> solids;
   for (std::uint32_t i = 0; i < count(); ++i) {
     project(i, points);
     const double volume = scene.instances[i].volume;
@@ -55,8 +71,10 @@ Surfaces::Surfaces(const Scene& scene, const Projection& projection)
     const auto [top, bottom] =
         std::minmax_element(points.begin(), points.end(),
                             [](const ScreenPoint& a, const ScreenPoint& b) { return a.y < b.y; });
-    tops_.push_back(points.empty() ? 0.0 : top->y);
-    bottoms_.push_back(points.empty() ? 0.0 : bottom->y);
+    // What is drawn at one place again would be painted over and over, and not be seen.
+    const bool isNew = solids.insert(solidOf(scene.instances[i])).second;
+    tops_.push_back(isNew && !points.empty() ? top->y : kNowhere);
+    bottoms_.push_back(isNew && !points.empty() ? bottom->y : -kNowhere);
   }
   thickness_ = medianOf(thicknesses);
 }

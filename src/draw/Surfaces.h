@@ -36,7 +36,8 @@ class Surfaces {
     return scene_.meshes[scene_.instances[instance].mesh];
   }
 
-  // Whether an instance has a part between these heights.
+  // Whether an instance has a part between these heights. Of instances that are the
+  // same, at the same place, the first alone has any.
   bool isBetween(std::uint32_t instance, double top, double bottom) const {
     return tops_[instance] <= bottom && bottoms_[instance] >= top;
   }

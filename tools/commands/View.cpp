@@ -20,9 +20,6 @@
 namespace VeskTool {
 namespace {
 
-// Finer than a pixel in drawings of usual sizes.
-constexpr std::uint32_t kDrawingSegments = 128;
-
 enum class Format { kPage, kSvg, kPng };
 
 // In small letters.
@@ -45,7 +42,7 @@ class ViewCommand : public Command {
             "\n"
             "With -o x.svg or x.png it is a drawing without hidden lines. In an .svg they are "
             "paths, and texts are text; a .png is coloured by the kinds of elements. Drawings "
-            "have 128 pieces for a circle unless --quality or --tolerance is given.\n"
+            "are as fine as can be seen at their size unless --quality or --tolerance is given.\n"
             "\n"
             "The whole model is in memory: about 600 bytes for each element, here and in the "
             "browser. The exit code is 1 if elements can't be read or drawn.",
@@ -132,15 +129,15 @@ class ViewCommand : public Command {
   }
 
   Exit draw(Format format, const std::vector<std::string>& files, Session& session) const {
-    const Vesk::DrawingStyle style = drawing_.style();
+    Vesk::DrawingStyle style = drawing_.style();
+    style.poll = checkInterrupt;
     for (const std::string& file : files) refuseSameFile(file, target_.output);
     OutputFile out(target_.output, target_.force);
     const bool isChosen = app_->count("--quality") + app_->count("--tolerance") > 0;
-    const Vesk::Fineness fineness =
-        isChosen ? fineness_.fineness() : Vesk::Fineness::ofSegments(kDrawingSegments);
     Choice choice(selection_, files, session);
     Vesk::Scene scene;
-    const Exit exit = readScene(files, fineness, choice, session, scene);
+    const Exit exit = isChosen ? readScene(files, fineness_.fineness(), choice, session, scene)
+                               : readDrawnScene(files, style, choice, session, scene);
     if (choice.isNothing()) return worst(exit, choice.finish(session));
     const Vesk::Drawing drawing(scene, style);
     if (format == Format::kSvg) {
@@ -149,6 +146,11 @@ class ViewCommand : public Command {
       writePng(out, Vesk::paint(drawing, drawing_.hasFaces()));
     }
     out.commit();
+    if (drawing.farTexts() > 0) {
+      session.warning(grouped(drawing.farTexts()) +
+                      (drawing.farTexts() == 1 ? " text lies" : " texts lie") +
+                      " far from all else and would shrink the plant: left out");
+    }
     if (target_.output == "-") return exit;
     const std::size_t count = scene.elements.size();
     session.out().write(target_.output + ": " + grouped(count) +

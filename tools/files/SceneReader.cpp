@@ -1,18 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "files/SceneReader.h"
 
+#include <memory>
+#include <utility>
+
 #include "elements/Describe.h"
 #include "elements/Kinds.h"
 #include "files/Files.h"
 #include "mesh/SceneBuilder.h"
 #include "terminal/Options.h"
 #include "terminal/Streams.h"
+#include "terminal/Terminal.h"
 
 namespace VeskTool {
 namespace {
 
+// How far a round shape of a drawing may be from its pieces, in pixels.
+constexpr double kUnseen = 0.25;
+
+// Hands over each chosen element with what the scene keeps of it. `builder` knows
+// the files and headers.
+template <class Take>
 Exit readFile(const std::string& file, Choice& choice, Vesk::SceneBuilder& builder,
-              Session& session) {
+              Session& session, Take take) {
   InputCount count;
   Vesk::RecordFile records = openRecords(file, count, session);
   const std::uint32_t fileId = builder.addFile(shownName(file));
@@ -35,7 +45,7 @@ Exit readFile(const std::string& file, Choice& choice, Vesk::SceneBuilder& build
     shown.file = fileId;
     shown.line = element.firstLine;
     shown.lines = static_cast<std::uint32_t>(element.lastLine - element.firstLine + 1);
-    builder.add(*element.geo, shown);
+    take(*element.geo, shown);
   }
   requireRecords(records, count, elements);
   return exit;
@@ -85,8 +95,48 @@ Exit readScene(const std::vector<std::string>& files, const Vesk::Fineness& fine
   Vesk::SceneBuilder builder(fineness);
   Exit exit = Exit::kDone;
   for (const std::string& file : files)
-    exit = worst(exit, readFile(file, choice, builder, session));
+    exit = worst(exit, readFile(file, choice, builder, session,
+                                [&](const Vesk::Geo& geo, const Vesk::SceneElement& shown) {
+                                  builder.add(geo, shown);
+                                }));
   scene = builder.finish();
+  return worst(exit, sayFailures(scene, session));
+}
+
+Exit readDrawnScene(const std::vector<std::string>& files, const Vesk::DrawingStyle& style,
+                    Choice& choice, Session& session, Vesk::Scene& scene) {
+  struct Kept {
+    std::unique_ptr<Vesk::Geo> geo;
+    Vesk::SceneElement shown;
+  };
+  for (const std::string& file : files) expectInput(file, session.progress());
+  std::vector<Kept> kept;
+  Vesk::SceneBuilder rough(Vesk::Fineness::ofSegments(Vesk::Fineness::kDraft));
+  Exit exit = Exit::kDone;
+  for (const std::string& file : files) {
+    exit = worst(exit, readFile(file, choice, rough, session,
+                                [&](const Vesk::Geo& geo, const Vesk::SceneElement& shown) {
+                                  rough.add(geo, shown);
+                                  kept.push_back({copyOf(geo), shown});
+                                }));
+  }
+  scene = rough.finish();
+  const double scale = Vesk::Drawing::scaleOf(scene, style);
+  Vesk::Scene names;
+  names.files = std::move(scene.files);
+  names.headers = std::move(scene.headers);
+  names.groups = std::move(scene.groups);
+  scene = Vesk::Scene();
+  Vesk::SceneBuilder fine(Vesk::Fineness::ofTolerance(kUnseen / scale));
+  for (Kept& each : kept) {
+    checkInterrupt();
+    fine.add(*each.geo, each.shown);
+    each.geo.reset();
+  }
+  scene = fine.finish();
+  scene.files = std::move(names.files);
+  scene.headers = std::move(names.headers);
+  scene.groups = std::move(names.groups);
   return worst(exit, sayFailures(scene, session));
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "draw/Drawing.h"
 #include "files/SelectionOptions.h"
 #include "mesh/Scene.h"
 #include "terminal/Exit.h"
@@ -34,6 +35,12 @@ class FinenessOptions {
 // mesh with others.
 Exit readScene(const std::vector<std::string>& files, const Vesk::Fineness& fineness,
                Choice& choice, Session& session, Vesk::Scene& scene);
+
+// The same for a drawing: round shapes have as many pieces as can be told apart at
+// its scale, which the scene is read for first. The elements are kept till then,
+// about 300 bytes for each.
+Exit readDrawnScene(const std::vector<std::string>& files, const Vesk::DrawingStyle& style,
+                    Choice& choice, Session& session, Vesk::Scene& scene);
 
 // Says which elements of a scene can't be shown; kNo if there are any.
 Exit sayFailures(const Vesk::Scene& scene, Session& session);

@@ -151,5 +151,42 @@ TEST(DrawingArea, LeavesTheMarginsFree) {
   }
 }
 
+struct FarTextCase {
+  const char* name;
+  GePoint place;  // of a text beside a plate of 1000 by 1000
+  bool isFar;
+};
+
+// Further than 1000 from the box of all else, on any side.
+const FarTextCase kFarTexts[] = {
+    {"OnThePlate", {500, 0, 500}, false},    {"BesideIt", {1990, 0, 500}, false},
+    {"FarToTheRight", {2010, 0, 500}, true}, {"FarToTheLeft", {-1010, 0, 500}, true},
+    {"FarBefore", {500, -1010, 500}, true},  {"FarBehind", {500, 1110, 500}, true},
+    {"FarAbove", {500, 0, 2010}, true},      {"FarBelow", {500, 0, -1010}, true},
+    {"AMillionAway", {1e9, 1e9, 500}, true},
+};
+
+TEST(DrawingArea, TextsFarOffDoNotShrinkThePlant) {
+  const Scene alone = sceneOf(plate(1000, 1000));
+  const DrawingStyle style = plainStyle("front");
+  const double scale = Drawing::scaleOf(alone, style);
+  for (const FarTextCase& each : kFarTexts) {
+    Model model = plate(1000, 1000);
+    model.push_back(text(each.place, "NOTE"));
+    const Scene scene = sceneOf(model);
+    const Drawing drawing(scene, style);
+    EXPECT_EQ(drawing.farTexts(), each.isFar ? 1U : 0U) << each.name;
+    if (each.isFar) {
+      EXPECT_DOUBLE_EQ(drawing.projection().scale(), scale) << each.name;
+      EXPECT_EQ(namesOf(drawing), "") << each.name;
+    }
+  }
+}
+
+TEST(DrawingArea, TextsAloneAreNotFar) {
+  const Model texts{text({0, 0, 0}, "A"), text({1e6, 0, 0}, "B")};
+  EXPECT_EQ(farTextsOf(sceneOf(texts)), std::vector<bool>(2, false));
+}
+
 }  // namespace
 }  // namespace VeskTest

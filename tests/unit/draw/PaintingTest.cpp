@@ -230,6 +230,37 @@ TEST(Painting, LargeTextsHaveWideStrokes) {
   EXPECT_EQ(picture.at(17, 40), kWhite);
 }
 
+// A thousand plates at one place look as one does, and take no longer to draw.
+TEST(Painting, SolidsAtOnePlaceLookAsOne) {
+  const DrawingStyle style = plainStyle("iso", 400, 300);
+  const auto pictureOf = [&](std::size_t count) {
+    const Scene scene = sceneOf(Model(count, box({0, 0, 0}, {1000, 800, 600})));
+    return paint(Drawing(scene, style), true);
+  };
+  Picture many = pictureOf(200);
+  EXPECT_EQ(pictureOf(1).bytes, many.bytes);
+}
+
+struct Interrupt {};
+
+TEST(Painting, PollEndsTheDrawing) {
+  const Scene scene = sceneOf(plate());
+  DrawingStyle style = plainStyle("iso", 400, 300);
+  int polls = 0;
+  style.poll = [&] { ++polls; };
+  const Drawing drawing(scene, style);
+  EXPECT_GT(polls, 0);
+  style.poll = [] { throw Interrupt(); };
+  EXPECT_THROW(Drawing(scene, style), Interrupt);
+  int left = 1000;
+  style.poll = [&] {
+    if (--left < 0) throw Interrupt();
+  };
+  const Drawing patient(scene, style);
+  left = 0;
+  EXPECT_THROW(paint(patient, true), Interrupt);
+}
+
 TEST(Painting, IsTheSameTwice) {
   const Model model{cyl({0, 0, 0}, {5, 6, 7}, 3), text({0, 0, 0}, "LLL"), plate()[0]};
   DrawingStyle style = plainStyle("iso", 300, 200);

@@ -23,6 +23,9 @@ namespace {
 // Sines of angles that come from rounding.
 constexpr double kRightAngle = 1e-12;
 
+// Of a bend, as many as of a cylinder with the most segments.
+constexpr double kMostTriangles = 4194304.0;
+
 // Rounds to 40 bits: it swallows the last digits, in which equal shapes at
 // different places differ.
 double settled(double ratio) {
@@ -38,8 +41,12 @@ GeVector acrossOf(const GeVector& d) {
 }
 
 const char* textOf(SceneLimit limit) {
-  return limit == SceneLimit::kTooFine ? "more than 1048576 segments for a circle at this tolerance"
-                                       : "reducer needs too many triangles at this tolerance";
+  if (limit == SceneLimit::kTooFine) {
+    return "more than 1048576 segments for a circle at this tolerance";
+  }
+  return limit == SceneLimit::kBendTooFine
+             ? "bend needs more than 4194304 triangles at this tolerance"
+             : "reducer needs too many triangles at this tolerance";
 }
 
 // The cube with other edges, right-handed.
@@ -173,6 +180,7 @@ SceneLimit SceneBuilder::add(const Torus& torus) {
   const std::uint32_t along = fineness_.arc(outer, frame.sweep, solid.tolerance / 2.0);
   const std::uint32_t around = fineness_.circle(tube, solid.tolerance / 2.0);
   if (along == 0 || around == 0) return SceneLimit::kTooFine;
+  if (2.0 * along * around > kMostTriangles) return SceneLimit::kBendTooFine;
   solid.placement = {frame.x * radius, frame.y * radius, frame.z * radius, torus.centre};
   solid.volume = frame.sweep * radius * kPi * tube * tube;
   solid.deviation = sagitta(tube, 2.0 * kPi / around) + sagitta(outer, frame.sweep / along);
@@ -211,7 +219,7 @@ void SceneBuilder::addReducer(const Red& red) {
   Solid solid;
   solid.tolerance = fineness_.tolerance(extent / 2.0);
   std::optional<ReducerMesh> made = makeReducer(shape, solid.tolerance);
-  if (!made) return fail(textOf(SceneLimit::kTooManyTriangles));
+  if (!made) return fail(textOf(SceneLimit::kReducerTooFine));
   solid.placement.origin = red.origin;
   solid.volume = made->volume;
   solid.deviation = made->deviation;

@@ -25,7 +25,7 @@ class Torus;
 class Txt;
 
 // Why an element that has a shape can't be made into triangles.
-enum class SceneLimit { kNone, kTooFine, kTooManyTriangles };
+enum class SceneLimit { kNone, kTooFine, kBendTooFine, kReducerTooFine };
 
 // Makes a scene of primitives, one after the other; none of them is kept.
 //

@@ -337,6 +337,18 @@ TEST(Fineness, TooFineForABend) {
   }
 }
 
+// A half of the tolerance is for the tube, the other half for the outer arc:
+// at 1e-4 2 pi / (4 asin(sqrt(5e-5 / 1800))) = 9,425 pieces by pi / 2 / (4 asin(sqrt(
+// 5e-5 / 3800))) = 3,424, two triangles each, are 64.5 million; at 1e-2 a hundredth of that.
+TEST(Fineness, TooManyTrianglesForABend) {
+  const Scene bad = sceneOf({bend(1000, 900, kPi / 2)}, Fineness::ofTolerance(1e-4));
+  ASSERT_EQ(bad.failures.size(), 1U);
+  EXPECT_EQ(bad.failures[0].reason, "bend needs more than 4194304 triangles at this tolerance");
+  EXPECT_TRUE(bad.meshes.empty());
+  const Scene good = sceneOf({bend(1000, 900, kPi / 2)}, Fineness::ofTolerance(1e-2));
+  EXPECT_EQ(good.instances.size(), 1U);
+}
+
 struct SharedCase {
   const char* name;
   std::vector<Shared> geos;

@@ -79,7 +79,7 @@ void Resolver::warn(const Component& component, std::string_view text) {
 }
 
 const Runs& Resolver::runs() {
-  if (!runs_) runs_.emplace(plan_);
+  if (!runs_) runs_ = std::make_unique<Runs>(plan_);
   return *runs_;
 }
 

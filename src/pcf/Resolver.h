@@ -2,6 +2,7 @@
 #ifndef VESK_PCF_RESOLVER_H
 #define VESK_PCF_RESOLVER_H
 
+#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -53,7 +54,7 @@ class Resolver {
   const double tolerance_;
   Messages& messages_;
   Neighbours neighbours_;
-  std::optional<Runs> runs_;
+  std::unique_ptr<Runs> runs_;  // once they are asked for
 };
 
 }  // namespace Vesk::Pcf

@@ -63,7 +63,7 @@ constexpr RunCase kRuns[] = {
      "  5 | P-2     02002    00c 9000 0 0,0 0 10,10\n", ""},
     {"ShowNothing", "show plant.dat --near 9000,0,500,1", 1, "", "no element is chosen"},
     {"MeasureAHeader", "measure plant.dat --header P-1", 0,
-     "\nall                                2     3.000", ""},
+     "\nall                     2     3.000", ""},
     {"MeasureNothing", "measure plant.dat --header P-3", 1, "", "no element is chosen"},
     {"CheckAlwaysTellsWhatCantBeRead", "check bad.dat --header P-1", 1, "1 error, 0 warnings in 1",
      ""},

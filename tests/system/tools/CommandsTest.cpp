@@ -63,7 +63,7 @@ constexpr RunCase kRuns[] = {
     {"ShowADamagedElement", "show bad.dat:2", 1, "element that can't be read", "[V021]"},
     {"ShowBeyondTheEnd", "show good.dat:2", 3, "", "has 1 lines, not 2"},
     {"ShowWithoutALine", "show good.dat", 2, "", "names no line"},
-    {"MeasureLength", "measure good.dat", 0, "cylinders      100                 1     1.000", ""},
+    {"MeasureLength", "measure good.dat", 0, "cylinders      100      1     1.000", ""},
     {"ConvertOntoItself", "convert good.dat good.dat -f", 2, "", "both input and output"},
     {"ConvertOverAFile", "convert good.dat bad.dat", 4, "", "-f replaces it"},
     {"ConvertIntoNoFolder", "convert good.dat none/a.dat", 4, "", "none/a.dat: No such file"},
@@ -367,7 +367,7 @@ void PrintTo(const DiffCase& each, std::ostream* out) { *out << each.a << each.b
 
 // Two pipes of 2 m and a quarter bend of radius 300: pi / 2 * 0.3 m = 0.471 m.
 // The pipes: pi / 4 * 0.1^2 * 4 m = 0.0314159 m3, at 1000 kg/m3 31.4 kg. The duct:
-// 1 m x 0.5 m x 0.2 m = 0.1 m3; surface 2 * (0.5 + 0.1 + 0.2) = 1.6 m2.
+// 1 m x 0.5 m x 0.2 m = 0.1 m3, a piece of 1 m of duct; surface 2 * (0.5 + 0.1 + 0.2) = 1.6 m2.
 TEST(Measure, TakesOff) {
   const TempFolder folder;
   const ToolRun run = runTool("measure - --density 1000",
@@ -377,8 +377,8 @@ TEST(Measure, TakesOff) {
                               "P-1     01004    00b 1000 0 0,0 0 0,0 500 0,0 0 200\n");
   EXPECT_EQ(run.exit, 0) << run.err;
   EXPECT_TRUE(contains(run.out, "     2     4.000       1.257   0.031416       31.4\n")) << run.out;
-  EXPECT_TRUE(contains(run.out, "         90      1     0.471 ")) << run.out;
-  EXPECT_TRUE(contains(run.out, "     1                 1.600   0.100000      100.0\n")) << run.out;
+  EXPECT_TRUE(contains(run.out, "      300         90      1     0.471 ")) << run.out;
+  EXPECT_TRUE(contains(run.out, "     1     1.000       1.600   0.100000      100.0\n")) << run.out;
 }
 
 TEST(Import, DrawsAsThePipingHostDoes) {

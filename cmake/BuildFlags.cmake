@@ -26,6 +26,12 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
   # At -O3 it takes copies inside its own std::string for overlapping ones.
   target_compile_options(vesk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 17)
+  # It sees what older ones take for the library's own: the standard library's stable_sort
+  # calls a function that the same library calls deprecated.
+  target_compile_options(vesk_build_flags INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-Wno-deprecated-declarations>)
+endif()
 target_compile_definitions(vesk_build_flags INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
 if(MINGW)
@@ -36,8 +42,9 @@ if(MINGW)
 endif()
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
-  # The x87 unit keeps more digits than a double has.
-  target_compile_options(vesk_build_flags INTERFACE -msse2 -mfpmath=sse)
+  # The x87 unit keeps more digits than a double has. What SSE puts on the stack is
+  # aligned, which callers for 32 bits need not do.
+  target_compile_options(vesk_build_flags INTERFACE -msse2 -mfpmath=sse -mstackrealign)
 endif()
 
 if(VESK_SANITIZE)

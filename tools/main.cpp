@@ -9,6 +9,7 @@
 
 #include "commands/Command.h"
 #include "commands/Help.h"
+#include "export/Formats.h"
 #include "files/SelectionOptions.h"
 #include "terminal/Nearest.h"
 #include "terminal/Terminal.h"
@@ -128,9 +129,12 @@ bool answerAboutTool(const FirstWords& first, const Commands& commands, Answer& 
       answer.write(
           "vesk help            names all commands\n"
           "vesk help COMMAND    gives examples and options of a command\n"
-          "vesk help selection  tells which elements a command is about\n");
+          "vesk help selection  tells which elements a command is about\n"
+          "vesk help formats    tells what formats of others keep and lose\n");
     } else if (first.rest.front() == "selection") {
       answer.write(selectionHelp());
+    } else if (first.rest.front() == "formats") {
+      answer.write(formatsHelp());
     } else {
       CommonOptions unused;
       CLI::App app;

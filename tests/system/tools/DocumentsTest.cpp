@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "commands/Command.h"
+#include "export/Formats.h"
 #include "files/SelectionOptions.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
@@ -40,6 +41,22 @@ std::string escaped(const std::string& option) {
   std::string text = R"(\\-\\-)";
   for (const char c : option) text += c == '-' ? R"(\\-)" : std::string(1, c);
   return text + R"((?![a-z]|\\-))";
+}
+
+// The table on the page is that of the help, but for its marks of code.
+TEST(Documents, FormatsKeepWhatThePageSays) {
+  std::string page = document("docs/formats.md");
+  std::erase(page, '`');
+  const std::string help = runTool("help formats").out;
+  for (const VeskTool::FormatText& each : VeskTool::exportFormats()) {
+    std::string row = "\n|";
+    for (const std::string_view cell :
+         {each.names, each.keeps, each.loses, each.exact, each.memory, each.opened}) {
+      row.append(" ").append(cell).append(" |");
+    }
+    EXPECT_NE(page.find(row + '\n'), std::string::npos) << row;
+    EXPECT_NE(help.find("\n  " + std::string(each.names) + '\n'), std::string::npos);
+  }
 }
 
 TEST(Documents, TheManPageAndTheHelpNameEveryCommand) {

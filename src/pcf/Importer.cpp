@@ -8,7 +8,6 @@
 #include "pcf/Attributes.h"
 #include "pcf/Joints.h"
 #include "pcf/PlanReader.h"
-#include "pcf/Repeats.h"
 #include "pcf/Resolver.h"
 #include "sidecar/Utf8.h"
 #include <vesk/Cyl.h>
@@ -177,6 +176,8 @@ void Importer::FileDrawing::put(const Drawn& drawn, Family family) {
 }
 
 void Importer::FileDrawing::drawBody(const Component& component) {
+  if (component.isInAFileBefore)
+    add(Severity::kNote, component, "the same stands in a file before; drawn for both");
   const Resolved resolved = resolver_.resolve(component);
   if (!resolved.failure.empty()) {
     finish(component, Outcome::kNotDrawn, resolved.failure);
@@ -281,7 +282,7 @@ bool Importer::add(std::string_view name, std::string bytes) {
   const Joints joints(plan);
   resolveBores(plan, joints, options_.bores, messages_);
   resolveMissingBores(plan, joints, messages_);
-  markRepeats(plan);
+  markRepeats(plan, options_.tellsRepeats ? &seen_ : nullptr);
   headers_.beginFile(plan);
   FileDrawing(*this, plan, joints, name).draw();
   return true;

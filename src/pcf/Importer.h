@@ -13,6 +13,7 @@
 #include "pcf/LineHeaders.h"
 #include "pcf/Messages.h"
 #include "pcf/Plan.h"
+#include "pcf/Repeats.h"
 #include "sidecar/Sidecar.h"
 
 namespace Vesk::Pcf {
@@ -60,6 +61,9 @@ struct ImportOptions {
   BoreMeaning bores = BoreMeaning::kAuto;
   double tolerance = 1;    // millimetres; see Part::tolerance
   bool hasSidecar = true;  // whether rows are made
+
+  // Whether components that stand in two files are told, for up to 24 bytes of each.
+  bool tellsRepeats = true;
 };
 
 // Draws piping component files, one after the other; one is in memory at a time.
@@ -90,6 +94,7 @@ class Importer {
   Sink& sink_;
   Messages& messages_;
   LineHeaders headers_;
+  SeenComponents seen_;
   std::uint64_t elements_ = 0;
   std::array<std::uint64_t, static_cast<std::size_t>(Outcome::kOutcomes)> outcomes_{};
   std::vector<Fate> fates_;

@@ -47,9 +47,10 @@ struct Component {
   std::uint32_t points = 0;
   std::uint32_t kind = 0;
   std::uint32_t pipeline = kNoPipeline;
-  float angle = 0;          // degrees, 0: not given
-  bool isDamaged = false;   // a point could not be read; that was said
-  bool isRepeated = false;  // the same stands before it
+  float angle = 0;               // degrees, 0: not given
+  bool isDamaged = false;        // a point could not be read; that was said
+  bool isRepeated = false;       // the same stands before it
+  bool isInAFileBefore = false;  // where that is to be known
 };
 
 struct Pipeline {

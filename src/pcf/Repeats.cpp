@@ -4,6 +4,7 @@
 #include <bit>
 #include <cmath>
 #include <functional>
+#include <string>
 
 namespace Vesk::Pcf {
 namespace {
@@ -44,16 +45,47 @@ bool mayRepeat(const Plan& plan, const Component& component) {
 
 }  // namespace
 
-void markRepeats(Plan& plan) {
-  // Open addressing: of a million components the nodes of a set would outweigh the text.
-  std::vector<std::uint64_t> seen(std::bit_ceil(plan.components.size() * 2 + 2), 0);
+std::size_t SeenComponents::slotOf(std::uint64_t number) const {
+  std::size_t slot = static_cast<std::size_t>(number >> 7U) & (slots_.size() - 1);
+  while (slots_[slot] != 0 && slots_[slot] != number) slot = (slot + 1) & (slots_.size() - 1);
+  return slot;
+}
+
+bool SeenComponents::has(std::uint64_t number) const {
+  return !slots_.empty() && slots_[slotOf(number)] == number;
+}
+
+void SeenComponents::reserve(std::size_t more) {
+  const std::size_t size = std::bit_ceil((count_ + more) * 2 + 2);
+  if (size <= slots_.size()) return;
+  std::vector<std::uint64_t> old(size, 0);
+  old.swap(slots_);
+  for (const std::uint64_t number : old) {
+    if (number != 0) slots_[slotOf(number)] = number;
+  }
+}
+
+bool SeenComponents::add(std::uint64_t number) {
+  reserve(1);
+  std::uint64_t& slot = slots_[slotOf(number)];
+  if (slot == number) return false;
+  slot = number;
+  ++count_;
+  return true;
+}
+
+void markRepeats(Plan& plan, SeenComponents* before) {
+  SeenComponents here;
+  here.reserve(plan.components.size());
   for (Component& component : plan.components) {
     if (!mayRepeat(plan, component)) continue;
-    const std::uint64_t hash = hashOf(plan, component);
-    std::size_t slot = static_cast<std::size_t>(hash >> 7U) & (seen.size() - 1);
-    while (seen[slot] != 0 && seen[slot] != hash) slot = (slot + 1) & (seen.size() - 1);
-    component.isRepeated = seen[slot] == hash;
-    seen[slot] = hash;
+    const std::uint64_t number = hashOf(plan, component);
+    component.isRepeated = !here.add(number);
+    component.isInAFileBefore = before != nullptr && before->has(number);
+  }
+  if (before == nullptr) return;
+  for (const Component& component : plan.components) {
+    if (mayRepeat(plan, component)) before->add(hashOf(plan, component));
   }
 }
 

@@ -143,7 +143,9 @@ std::size_t indentOf(std::string_view line) {
 bool Lines::next() {
   if (at_ >= text_.size()) return false;
   offset_ = at_;
-  const std::size_t end = std::min(text_.find_first_of("\r\n", at_), text_.size());
+  // find_first_of asks for each character of the text whether it is one of the two.
+  std::size_t end = at_;
+  while (end < text_.size() && text_[end] != '\n' && text_[end] != '\r') ++end;
   line_ = text_.substr(at_, end - at_);
   at_ = end;
   if (at_ < text_.size()) {

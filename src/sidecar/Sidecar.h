@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <unordered_set>
 #include <vector>
 
 #include "sidecar/SidecarFormat.h"
@@ -122,10 +123,15 @@ class SidecarJoin {
   std::uint64_t rowsWithoutElements() const { return rowsWithoutElements_; }
   std::uint64_t elementsWithoutRows() const { return elementsWithoutRows_; }
 
+  // How many of both belong together but stand farther apart than the limits: more than 0
+  // says that the files have different orders. Counted as far as kMostRemembered goes.
+  std::uint64_t outOfOrder() const { return outOfOrder_; }
+
   const SidecarReader& reader() const { return reader_; }
 
   static constexpr std::size_t kMostAhead = 16384;
   static constexpr std::size_t kMostBehind = 1024;
+  static constexpr std::size_t kMostRemembered = 65536;
 
  private:
   struct Kept {
@@ -137,6 +143,8 @@ class SidecarJoin {
 
   bool readOne();
   void dropFirst();
+  void remember(const SidecarRow& row);
+  bool isMissed(const SidecarRow& row) const;
   Kept* keptOf(std::string_view f1, std::string_view f2, int counter);
 
   SidecarReader& reader_;
@@ -146,6 +154,9 @@ class SidecarJoin {
   std::uint64_t rows_ = 0;
   std::uint64_t rowsWithoutElements_ = 0;
   std::uint64_t elementsWithoutRows_ = 0;
+  std::uint64_t outOfOrder_ = 0;
+  std::unordered_set<std::uint64_t> missed_;  // elements whose row had not come
+  std::unordered_set<std::uint64_t> passed_;  // and rows whose elements had not
 };
 
 // The sidecar beside a record file: "plant.dat" gives "plant.attributes.csv", a name

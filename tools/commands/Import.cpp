@@ -246,8 +246,9 @@ class ImportCommand : public Command {
     PlantTarget target(output_, sidecar, Pcf::sidecarColumns(), force_);
     TargetSink sink(target);
     Pcf::Messages messages(session.options().verbose ? std::size_t{1} << 20 : 3);
-    Pcf::Importer importer({kBoreMeanings.at(bores_), tolerance_, sidecar.has_value()}, sink,
-                           messages);
+    const Pcf::ImportOptions options{kBoreMeanings.at(bores_), tolerance_, sidecar.has_value(),
+                                     files.size() > 1};
+    Pcf::Importer importer(options, sink, messages);
     bool isPiping = true;
     for (const std::string& file : files)
       isPiping = importer.add(shownName(file), bytesOf(file, session)) && isPiping;

@@ -49,6 +49,11 @@ const Vesk::SidecarRow* SidecarFile::find(const Vesk::RecordElement& element) {
 void SidecarFile::finish(Session& session) {
   join_.finish();
   if (!reader_.fault().empty()) throw Failure(Exit::kInput, reader_.fault());
+  if (join_.outOfOrder() > 0) {
+    session.warning(reader_.name() + ": has another order than its record file; attributes of " +
+                        counted(join_.outOfOrder(), "component") + " are missing",
+                    "join record files and sidecars in the same order");
+  }
   if (join_.rowsWithoutElements() > 0) {
     session.note(reader_.name() + ": " + counted(join_.rowsWithoutElements(), "row") +
                  " without elements");

@@ -111,5 +111,33 @@ for each in "info many.dat" "list many.dat" "measure many.dat" "check many.dat" 
   turns 3 read error=EIO "$lost" new.dat $each
 done
 
+# Records and their sidecar appear both or neither: pairs STATE ARGUMENT... refuses each
+# rename in turn. STATE "old": both are there before and replaced; "none": neither is.
+pairs() {
+  local state="$1" n=0 said code
+  shift
+  while ((n < 20)); do
+    n=$((n + 1))
+    rm -f pair.*
+    if [[ "$state" == old ]]; then cp old pair.dat; cp old pair.attributes.csv; fi
+    said="$(injected rename "error=EIO:when=$n" "$vesk" -q "$@" 2>&1 >out)" && code=0 || code=$?
+    grep -q INJECTED strace.txt || break
+    checks=$((checks + 1))
+    ((code == 4)) || failed "vesk $*: rename $n: exit code $code, not 4"
+    [[ "$said" == *"error: pair."*"$lost"* ]] || failed "vesk $*: rename $n: said '$said'"
+    if [[ "$state" == none ]]; then
+      ! compgen -G 'pair.*' || failed "vesk $*: rename $n: something is left"
+      continue
+    fi
+    cmp -s old pair.dat || failed "vesk $*: rename $n: the old records are gone"
+    cmp -s old pair.attributes.csv || failed "vesk $*: rename $n: the old sidecar is gone"
+    [[ "$(compgen -G 'pair.*' | wc -l)" == 2 ]] || failed "vesk $*: rename $n: $(echo pair.*)"
+  done
+  ((n > 2)) || failed "vesk $*: there are no two renames"
+  printf '%-6s %-13s %3d times: vesk %s, %s\n' rename EIO $((n - 1)) "$*" "$state"
+}
+pairs none import "$pcf" -o pair.dat
+pairs old import -f "$pcf" -o pair.dat
+
 printf '%d refusals and kills, %d failed\n' "$checks" "$failures"
 ((failures == 0))

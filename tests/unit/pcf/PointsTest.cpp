@@ -210,4 +210,22 @@ TEST(Repeats, AreDrawnOnce) {
   EXPECT_EQ(run.warnings + run.errors, 0U);
 }
 
+// Each file's own are drawn once, those of two files for both.
+TEST(Repeats, OfTwoFilesAreDrawnForBothAndTold) {
+  const std::string pipe = "PIPE\n END-POINT 0 0 0 100\n END-POINT 9 0 0 100\n";
+  const std::string other = "PIPE\n END-POINT 9 0 0 100\n END-POINT 20 0 0 100\n";
+  const PcfRun run = runPcf({{"a.pcf", pipe}, {"b.pcf", other + pipe}, {"c.pcf", pipe + pipe}});
+  EXPECT_EQ(run.drawn, 4U);
+  EXPECT_EQ(run.nothing, 1U);
+  EXPECT_EQ(run.messageText(),
+            "b.pcf:4: note: PIPE: the same stands in a file before; drawn for both (2 times, also "
+            "c.pcf:1)\n"
+            "c.pcf:4: note: PIPE: the same stands in the file before; drawn once\n");
+}
+
+TEST(Repeats, AreNotTheWeldsBetweenTwoFiles) {
+  const std::string weld = "WELD\n CO-ORDS 0 0 0\n";
+  EXPECT_EQ(runPcf({{"a.pcf", weld}, {"b.pcf", weld}}).messageText(), "");
+}
+
 }  // namespace

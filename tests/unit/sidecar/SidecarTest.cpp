@@ -228,6 +228,58 @@ TEST(SidecarJoin, LooksBackAFewRows) {
   EXPECT_EQ(valueOf(join, 901, 0), "901");
 }
 
+// Two zones of 20,000 components each, their sidecars joined the other way round. The first
+// row of the second zone lies 20,000 ahead, which is beyond the window.
+TEST(SidecarJoin, CountsWhatLiesBeyondItsWindow) {
+  std::istringstream stream(manyRows(40000));
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  for (int row = 20000; row < 40000; ++row) EXPECT_EQ(valueOf(join, row, 0), "none");
+  for (int row = 0; row < 20000; ++row) ASSERT_EQ(valueOf(join, row, 0), std::to_string(row));
+  join.finish();
+  EXPECT_EQ(join.rows(), 40000U);
+  EXPECT_EQ(join.elementsWithoutRows(), 20000U);
+  EXPECT_EQ(join.rowsWithoutElements(), 20000U);
+  EXPECT_EQ(join.outOfOrder(), 20000U);
+}
+
+// The second zone is found ahead, the first lies too far behind then.
+TEST(SidecarJoin, CountsWhatLiesTooFarBehind) {
+  std::istringstream stream(manyRows(10000));
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  for (int row = 5000; row < 10000; ++row) ASSERT_EQ(valueOf(join, row, 0), std::to_string(row));
+  for (int row = 0; row < 5000; ++row) EXPECT_EQ(valueOf(join, row, 0), "none");
+  EXPECT_EQ(join.outOfOrder(), 5000U);
+}
+
+// An element without a row, and a row without elements.
+TEST(SidecarJoin, DoesNotCountWhatHasNoPartner) {
+  std::istringstream stream(manyRows(10000));
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  for (int row = 0; row < 10000; row += 2) {
+    EXPECT_EQ(join.find("P" + std::to_string(row / 100), "02", 1), nullptr);
+    ASSERT_EQ(valueOf(join, row, 0), std::to_string(row));
+  }
+  join.finish();
+  EXPECT_EQ(join.rowsWithoutElements(), 5000U);
+  EXPECT_EQ(join.elementsWithoutRows(), 5000U);
+  EXPECT_EQ(join.outOfOrder(), 0U);
+}
+
+// Back by 1,024 rows and no more; ahead by 16,384.
+TEST(SidecarJoin, LooksAsFarAsItSays) {
+  std::istringstream stream(manyRows(30000));
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  EXPECT_EQ(valueOf(join, 16383, 0), "16383");
+  EXPECT_EQ(valueOf(join, 16383 - 1024, 0), std::to_string(16383 - 1024));
+  EXPECT_EQ(valueOf(join, 16383, 0), "16383");
+  EXPECT_EQ(valueOf(join, 16383 - 1025, 0), "none");
+  EXPECT_EQ(join.elementsWithoutRows(), 1U);
+}
+
 TEST(SidecarJoin, KeepsElementsApartWhoseRowsHaveGaps) {
   std::istringstream stream("f1,f2,first,last\nA,01,1,2\nA,01,5,5\nA,02,1,9\n");
   SidecarReader reader(stream, "s.csv");

@@ -13,6 +13,7 @@
 #include <vesk/ByteSource.h>
 #include <vesk/Geo.h>
 #include <vesk/HeaderFields.h>
+#include <vesk/ReadCause.h>
 #include <vesk/RecordStyle.h>
 #include <vesk/Recs.h>
 
@@ -56,6 +57,11 @@ struct RecordFault {
   std::uint64_t firstLine = 0;  // of the element, or of the stray lines
   std::uint64_t lastLine = 0;
   std::uint64_t offset = 0;  // of the first line in the file
+
+  // What `message` is made of.
+  ReadCause cause = ReadCause::kNoRecord;
+  std::string token;
+  std::string_view primitive;  // "cylinder"; empty where no reader of one has failed
 };
 
 struct RecordOptions {

@@ -7,12 +7,12 @@
 namespace Vesk {
 namespace {
 
-constexpr TagTokens kTagTokens{Keywords::kBoxTags, false, true};
+constexpr TagTokens kTagTokens{Keywords::kBoxTags, false, ReadCause::kUnknownMark};
 
 }  // namespace
 
 std::int32_t Box::read(Input& in) {
-  return readRecord(", primitive box", [&] {
+  return readRecord(in, "box", [&] {
     edges.clear();
     startRecord(in);
     if (in.mode == kFixedColumns) {
@@ -28,7 +28,7 @@ std::int32_t Box::read(Input& in) {
       edge3 = getVector(in);
       readTagTokens(in, kTagTokens, edges);
     } else {
-      failReading("box: wrong style");
+      in.fail(ReadCause::kWrongStyle, "box");
     }
   });
 }

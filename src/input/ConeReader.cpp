@@ -12,7 +12,7 @@ constexpr std::uint32_t kFixedColumnsStart = 22;
 }  // namespace
 
 std::int32_t Cone::read(Input& in) {
-  return readRecord(", primitive cone", [&] {
+  return readRecord(in, "cone", [&] {
     if (in.mode == kFixedColumns) {
       in.rewind();
       in.startAt(kFixedColumnsStart);
@@ -33,7 +33,7 @@ std::int32_t Cone::read(Input& in) {
       diameter1 = in.getDouble();
       diameter2 = in.getDouble();
     } else {
-      failReading("Cone: wrong style");
+      in.fail(ReadCause::kWrongStyle, "Cone");
     }
   });
 }

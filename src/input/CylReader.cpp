@@ -5,7 +5,7 @@
 namespace Vesk {
 
 std::int32_t Cyl::read(Input& in) {
-  return readRecord(", primitive cylinder", [&] {
+  return readRecord(in, "cylinder", [&] {
     startRecord(in);
     if (in.mode == kFixedColumns) {
       origin = getPoint9(in);
@@ -18,7 +18,7 @@ std::int32_t Cyl::read(Input& in) {
       in.setDelimiters(",");
       diameter = in.getDouble();
     } else {
-      failReading("cylinder: wrong style");
+      in.fail(ReadCause::kWrongStyle, "cylinder");
     }
   });
 }

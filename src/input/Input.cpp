@@ -2,28 +2,15 @@
 #include "input/Input.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "input/ParseDouble.h"
 #include "output/RecordWords.h"
-#include "vesk/ExceptionInfo.h"
 
 namespace Vesk {
 namespace {
 
 constexpr std::string_view kBlank = " ";
 constexpr std::string_view kComma = ",";
-
-[[noreturn]] void fail(std::string message) {
-  throw ExceptionInfo(std::move(message), ExceptionInfo::kFatal);
-}
-
-[[noreturn]] void failNumber(std::string_view token) {
-  std::string message = "Input: can't get double from expression \"";
-  message += token;
-  message += '"';
-  fail(std::move(message));
-}
 
 // The sets have one or two characters.
 bool contains(std::string_view set, char c) {
@@ -146,7 +133,7 @@ double Input::getDouble() {
   // Skipping may load another line over the token.
   if (!value) failed_ = token;
   skipChars(delimiters, true);
-  if (!value) failNumber(failed_);
+  if (!value) fail(ReadCause::kNoNumber, failed_);
   return *value;
 }
 
@@ -154,7 +141,7 @@ double Input::getLastDouble() {
   skipChars(kBlank, true);
   const std::string_view token = takeToken();
   const auto value = parseDouble(token);
-  if (!value) failNumber(token);
+  if (!value) fail(ReadCause::kNoNumber, token);
   return *value;
 }
 
@@ -163,7 +150,7 @@ double Input::getFixedDouble(std::size_t width) {
   if (takePlainField(width, plain)) return plain;
   const std::string_view field = takeFixed(width);
   const auto value = parseDouble(field);
-  if (!value) failNumber(field);
+  if (!value) fail(ReadCause::kNoNumber, field);
   return *value;
 }
 
@@ -176,7 +163,7 @@ void Input::getPoint(GePoint& point) {
   if (takePlainPoint(point)) return skipChars(delimiters, true);
   if (atEnd()) {
     markToken();
-    fail("Input: can't get double");
+    fail(ReadCause::kNoPoint);
   }
   setDelimiters(kBlank);
   point.x = getDouble();
@@ -221,8 +208,12 @@ void Input::markToken(std::size_t index, std::size_t column) {
   tokenColumn = static_cast<std::uint32_t>(column);
 }
 
-std::int32_t Input::toInt(double value) {
-  if (!isInt(value)) fail("Input: number out of range");
+void Input::fail(ReadCause cause, std::string_view token) const {
+  throw ReadFailure(cause, {tokenLine, tokenColumn}, token);
+}
+
+std::int32_t Input::toInt(double value) const {
+  if (!isInt(value)) fail(ReadCause::kNotInt);
   return static_cast<std::int32_t>(value);
 }
 
@@ -272,7 +263,7 @@ std::string_view Input::tokenAt() const {
 std::string_view Input::takeToken() {
   const bool end = atEnd();
   markToken();
-  if (end) fail("Input: can't get string value");
+  if (end) fail(ReadCause::kNoValue);
   const std::string_view token = tokenAt();
   cursor += static_cast<std::uint32_t>(token.size());
   return token;
@@ -334,7 +325,7 @@ std::string_view Input::takeFixed(std::size_t length) {
   markToken();
   if (end) return {};
   if (static_cast<std::size_t>(lineLength - cursor) + 1 < length) {
-    fail("Input: can't get string value of specified length");
+    fail(ReadCause::kShortField);
   }
   const std::string_view text = std::string_view(line).substr(cursor, length);
   cursor += static_cast<std::uint32_t>(text.size());

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "input/ReadFailure.h"
 #include "output/RecordLayout.h"
 #include "vesk/GePoint.h"
 #include "vesk/Recs.h"
@@ -28,14 +29,14 @@ namespace Vesk {
 // who changes that one calls rewind, findLine or nextLine. Lines may be of any
 // length and hold any bytes.
 //
-// Every failure throws ExceptionInfo of level kFatal, and the cursor stays where
+// Every failure throws ReadFailure with the token's place, and the cursor stays where
 // the failing read left it:
 //
-//   "Input: can't get double from expression "12,5x""  not exactly one number
-//   "Input: can't get string value of specified length"
-//   "Input: can't get string value"                     token at the end of input
-//   "Input: can't get double"                           point at the end of input
-//   "Input: number out of range"                        see getInt
+//   kNoNumber     "Input: can't get double from expression "12,5x""
+//   kShortField   "Input: can't get string value of specified length"
+//   kNoValue      "Input: can't get string value"   token at the end of input
+//   kNoPoint      "Input: can't get double"         point at the end of input
+//   kNotInt       "Input: number out of range"      see getInt
 class Input {
  public:
   Recs recs;                     // the lines to read
@@ -151,9 +152,11 @@ class Input {
   void markToken();
   void markToken(std::size_t index, std::size_t column);
 
-  // Drops the decimals; throws "Input: number out of range" for what no int can
-  // hold.
-  static std::int32_t toInt(double value);
+  // Drops the decimals; throws kNotInt for what no int can hold.
+  std::int32_t toInt(double value) const;
+
+  // Throws; the place is that of the token read last.
+  [[noreturn]] void fail(ReadCause cause, std::string_view token = {}) const;
 
   // Whether an int can hold it without its decimals.
   static bool isInt(double value);

@@ -13,14 +13,14 @@ struct Shape {
   const Keyword& keyword;
   std::size_t corners;
   bool normals;
-  std::string_view suffix;
+  std::string_view name;
 };
 
 constexpr Shape kShapes[] = {
-    {Keywords::kTriangle, 3, false, ", primitive triangle"},
-    {Keywords::kTriangleWithNormals, 3, true, ", primitive triangle with normals"},
-    {Keywords::kQuadrangle, 4, false, ", primitive quadrangle"},
-    {Keywords::kQuadrangleWithNormals, 4, true, ", primitive quadrangle with normals"},
+    {Keywords::kTriangle, 3, false, "triangle"},
+    {Keywords::kTriangleWithNormals, 3, true, "triangle with normals"},
+    {Keywords::kQuadrangle, 4, false, "quadrangle"},
+    {Keywords::kQuadrangleWithNormals, 4, true, "quadrangle with normals"},
 };
 
 // The shape that the first line's keyword names, null if none.
@@ -45,10 +45,6 @@ void readShape(Input& in, const Shape& shape, Pgon& pgon) {
   }
 }
 
-[[noreturn]] void failTag(const std::string& tag) {
-  throw ExceptionInfo("unknown tag \"" + tag + '"', ExceptionInfo::kUnknownTag);
-}
-
 // Reads the items of a mode 3 record. Points collect in the scanner's list;
 // normals belong to the vertices in order.
 class ItemReader {
@@ -67,13 +63,13 @@ class ItemReader {
   }
 
   // By what was read: a fourth point makes it a quadrangle.
-  std::string_view suffix() const {
-    return kShapes[(in_.pointCount > 3 ? 2 : 0) + (normals_ > 0 ? 1 : 0)].suffix;
+  std::string_view name() const {
+    return kShapes[(in_.pointCount > 3 ? 2 : 0) + (normals_ > 0 ? 1 : 0)].name;
   }
 
  private:
   void readItem() {
-    if (!in_.atNonDigit()) failReading("identifier expected");
+    if (!in_.atNonDigit()) in_.fail(ReadCause::kNoWord);
     if (takeClosing(in_)) return;
     std::string tag;
     in_.peekTokenN(tag, kTagWidth);
@@ -87,7 +83,7 @@ class ItemReader {
       in_.getFixedString(tag, kTagWidth);
       readArc();
     } else {
-      failTag(tag);
+      in_.fail(ReadCause::kUnknownWord, tag);
     }
   }
 
@@ -98,7 +94,7 @@ class ItemReader {
 
   void readNormal(const std::string& tag) {
     addVertices();
-    if (normals_ == pgon_.vertices.size()) failTag(tag);
+    if (normals_ == pgon_.vertices.size()) in_.fail(ReadCause::kUnknownWord, tag);
     PgonVertex& vertex = pgon_.vertices[normals_++];
     vertex.normal = getVector(in_);
     vertex.hasNormal = true;
@@ -131,15 +127,15 @@ std::int32_t Pgon::read(Input& in) {
   arcs.clear();
   startRecord(in);
   if (const Shape* shape = shapeOf(in)) {
-    return readRecord(shape->suffix, [&] { readShape(in, *shape, *this); });
+    return readRecord(in, shape->name, [&] { readShape(in, *shape, *this); });
   }
   in.pointCount = 0;
   ItemReader items(in, *this);
   try {
-    if (in.mode != kTokens) failReading("Can't process this kind of style");
+    if (in.mode != kTokens) in.fail(ReadCause::kWrongPolygonStyle);
     items.read();
-  } catch (const ExceptionInfo& e) {
-    throw withSuffix(e, items.suffix());
+  } catch (ReadFailure& e) {
+    failNamed(e, items.name());
   }
   return 0;
 }

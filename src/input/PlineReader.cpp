@@ -52,7 +52,7 @@ void readArc(Input& in, Pline& pline) {
 }
 
 void readItem(Input& in, Pline& pline) {
-  if (!in.atNonDigit()) failReading("Pline: wrong style");
+  if (!in.atNonDigit()) in.fail(ReadCause::kNoPlineWord);
   if (takeClosing(in)) return;
   std::string tag;
   in.peekTokenN(tag, kTagWidth);
@@ -65,7 +65,7 @@ void readItem(Input& in, Pline& pline) {
     in.getFixedString(tag, kTagWidth);
     readArc(in, pline);
   } else {
-    failReading("Pline: unknown identifier \"" + tag + '"');
+    in.fail(ReadCause::kUnknownPlineWord, tag);
   }
 }
 
@@ -92,13 +92,13 @@ std::int32_t Pline::read(Input& in) {
     keyword = in.line.substr(kFixedColumnsLayout.keyword, 3);
   }
   if (keyword == Keywords::kPoint.fixedColumns) {
-    return readRecord(", primitive point", [&] { readPoint(in, *this); });
+    return readRecord(in, "point", [&] { readPoint(in, *this); });
   }
   if (keyword == Keywords::kSegment.fixedColumns) {
-    return readRecord(", primitive segment", [&] { readSegment(in, *this); });
+    return readRecord(in, "segment", [&] { readSegment(in, *this); });
   }
-  return readRecord(", primitive polyline", [&] {
-    if (in.mode != kTokens) failReading("Pline: wrong style");
+  return readRecord(in, "polyline", [&] {
+    if (in.mode != kTokens) in.fail(ReadCause::kWrongStyle, "Pline");
     readTokens(in, *this);
   });
 }

@@ -35,16 +35,15 @@ double sum(double base, double offset) {
 
 }  // namespace
 
-ExceptionInfo withSuffix(const ExceptionInfo& e, std::string_view suffix) {
-  return {e.message + std::string(suffix), e.level};
+void failNamed(ReadFailure& e, std::string_view primitive) {
+  e.addPrimitive(primitive);
+  throw;
 }
 
-ExceptionInfo withSuffix(const TovExWhere& e, std::string_view suffix) {
-  return {e.what() + std::string(suffix), ExceptionInfo::kFatal};
-}
-
-void failReading(std::string message) {
-  throw ExceptionInfo(std::move(message), ExceptionInfo::kFatal);
+void failNamed(const Input& in, ReadCause cause, const TovExWhere& e, std::string_view primitive) {
+  ReadFailure failure(cause, {in.tokenLine, in.tokenColumn}, e.what());
+  failure.addPrimitive(primitive);
+  throw failure;
 }
 
 void startRecord(Input& in) {
@@ -56,7 +55,7 @@ void startRecord(Input& in) {
 void needLine(Input& in, std::string_view number) {
   if (in.findLine(number, 0)) return;
   if (!in.recs.empty()) in.markToken(in.recs.size() - 1, in.recs.back().size());
-  failReading("line \"" + std::string(number) + "\" not found");
+  in.fail(ReadCause::kNoLine, number);
 }
 
 void needSecondPart(Input& in, std::uint32_t firstIndex) {
@@ -107,7 +106,7 @@ bool takeClosing(Input& in, std::string_view token) {
   if (!isFt && !token.starts_with(Words::kTk)) return false;
   const auto value = parseDouble(token.substr(Words::kFt.size()));
   if (!value || !Input::isInt(*value)) return true;
-  (isFt ? in.ft : in.tk) = Input::toInt(*value);
+  (isFt ? in.ft : in.tk) = in.toInt(*value);
   return true;
 }
 

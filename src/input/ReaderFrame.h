@@ -3,11 +3,11 @@
 #define VESK_INPUT_READERFRAME_H
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "input/Input.h"
-#include "vesk/ExceptionInfo.h"
+#include "input/ReadFailure.h"
+#include "vesk/GeEx.h"
 #include "vesk/GePoint.h"
 #include "vesk/GeVector.h"
 #include "vesk/TovExWhere.h"
@@ -21,30 +21,32 @@ namespace Vesk {
 // The delimiters before a point, and between single values.
 inline constexpr std::string_view kBlankOrComma = " ,";
 
-// The failure of a reader: the scanner's or the kernel's with the primitive's
-// suffix, ", primitive cylinder".
-ExceptionInfo withSuffix(const ExceptionInfo& e, std::string_view suffix);
-ExceptionInfo withSuffix(const TovExWhere& e, std::string_view suffix);
+// The failure of a reader: the scanner's with the name of the primitive, "cylinder", or
+// the kernel's as one of the reader.
+[[noreturn]] void failNamed(ReadFailure& e, std::string_view primitive);
+[[noreturn]] void failNamed(const Input& in, ReadCause cause, const TovExWhere& e,
+                            std::string_view primitive);
 
-// Runs the reading steps; what they throw gets the suffix. Returns 0.
+// Runs the reading steps; what they throw becomes a ReadFailure of the primitive.
+// Returns 0.
 template <class Steps>
-std::int32_t readRecord(std::string_view suffix, Steps steps) {
+std::int32_t readRecord(const Input& in, std::string_view primitive, Steps steps) {
   try {
     steps();
-  } catch (const ExceptionInfo& e) {
-    throw withSuffix(e, suffix);
+  } catch (ReadFailure& e) {
+    failNamed(e, primitive);
+  } catch (const GeEx::NullDir& e) {
+    failNamed(in, ReadCause::kNoDirection, e, primitive);
   } catch (const TovExWhere& e) {
-    throw withSuffix(e, suffix);
+    failNamed(in, ReadCause::kKernel, e, primitive);
   }
   return 0;
 }
 
-[[noreturn]] void failReading(std::string message);
-
 // Goes to the first line and to the data column of the scanner's mode.
 void startRecord(Input& in);
 
-// Mode 2: goes to the first line with this number; throws "line "60" not found".
+// Mode 2: goes to the first line with this number; throws kNoLine.
 void needLine(Input& in, std::string_view number);
 
 // Mode 2: goes to the lines of a record's second part, line "61", when the first

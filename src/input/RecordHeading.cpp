@@ -100,17 +100,19 @@ bool mayBeFirstLine(std::string_view cutLine, std::int32_t mode) {
 
 HeadingFault faultOfHeading(std::string_view line, std::int32_t mode) {
   const RecordLayout& layout = layoutOf(mode);
-  if (line.empty()) return {0, "empty line"};
+  if (line.empty()) return {0, ReadCause::kEmptyLine, {}};
   const std::string_view number = numberOf(line, mode);
-  if (!isNumber(number)) return {std::min(layout.lineNumber, line.size()), "no line number"};
-  if (line.size() < layout.data) return {line.size(), "no keyword"};
+  if (!isNumber(number)) {
+    return {std::min(layout.lineNumber, line.size()), ReadCause::kNoLineNumber, {}};
+  }
+  if (line.size() < layout.data) return {line.size(), ReadCause::kNoKeyword, {}};
   const std::string_view keyword = line.substr(layout.keyword, layout.data - layout.keyword);
   const bool known =
       std::any_of(std::begin(kKinds), std::end(kKinds), [keyword, mode](const RecordKind& kind) {
         return keyword == keywordOf(kind, mode) || (mode == kTokens && keyword == kind.tagWord);
       });
-  if (!known) return {layout.keyword, "unknown keyword \"" + std::string(keyword) + '"'};
-  return {layout.lineNumber, "line \"" + std::string(number) + "\" without its first line"};
+  if (!known) return {layout.keyword, ReadCause::kUnknownKeyword, keyword};
+  return {layout.lineNumber, ReadCause::kStrayLine, number};
 }
 
 void Continuation::start(const RecordKind& kind, std::string_view firstLine, std::int32_t mode) {

@@ -11,6 +11,7 @@
 
 #include "output/RecordWords.h"
 #include "vesk/Geo.h"
+#include "vesk/ReadCause.h"
 
 namespace Vesk {
 
@@ -38,7 +39,8 @@ bool mayBeFirstLine(std::string_view cutLine, std::int32_t mode);
 // What keeps the line from being a first line, for reports.
 struct HeadingFault {
   std::size_t column;  // from 0
-  std::string message;
+  ReadCause cause;
+  std::string_view token;  // of the line
 };
 HeadingFault faultOfHeading(std::string_view line, std::int32_t mode);
 

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "input/ReadFailure.h"
 #include "input/ReaderFrame.h"
 #include "output/HeaderPrefix.h"
 #include "output/NumberText.h"
 #include "prims/TagLines.h"
-#include "vesk/ExceptionInfo.h"
 #include "vesk/Pgon.h"
 #include "vesk/Pline.h"
 #include "vesk/Txt.h"
@@ -21,47 +21,6 @@ constexpr int kTrialElements = 16;
 
 // More than a token of a mode 3 record is usually long.
 constexpr std::size_t kTokenRoom = 64;
-
-struct Expectation {
-  std::string_view message;  // what the message begins with
-  const char* expected;
-};
-
-constexpr Expectation kExpectations[] = {
-    {"Input: can't get double from", "a number"},
-    {"Input: can't get double", "a point"},
-    {"Input: can't get string value of", "a field of nine characters"},
-    {"Input: can't get string value", "a further value"},
-    {"Input: number out of range", "a whole number of 32 bits"},
-    {"line \"60\"", "line \"60\""},
-    {"line \"61\"", "line \"61\""},
-    {"line \"70\"", "line \"70\""},
-    {"line \"72\"", "line \"72\""},
-    {"bad line \"63\"", "names, an asterisk behind each"},
-    {"bad line \"64\"", "a name, an asterisk and pairs of numbers"},
-    {"unknown tag \"", "pt, vn, ar, ft or tk"},
-    {"unknown tag", "ed, ft or tk"},
-    {"identifier expected", "pt, vn, ar, ft or tk"},
-    {"Pline: ", "pt, ar, ft or tk"},
-    {"Direction", "points that differ"},
-    {"", "a record as it is written"},  // any other
-};
-
-const char* expectationOf(std::string_view message) {
-  const auto begins = [message](const Expectation& each) {
-    return message.starts_with(each.message);
-  };
-  return std::find_if(std::begin(kExpectations), std::end(kExpectations), begins)->expected;
-}
-
-// A failure of the checks behind a reader: what was expected stands behind the
-// message.
-struct CheckFailure {
-  std::size_t line;    // index
-  std::size_t column;  // from 0
-  std::string message;
-  std::string expected;
-};
 
 std::size_t dataLength(const std::string& line) {
   return line.size() - std::min(line.size(), kFixedColumnsLayout.data);
@@ -162,17 +121,8 @@ RecordReader::Found RecordReader::readPrimitive(const RecordKind& kind) {
     geo->read(in_);
     if (mode_ == kTokens) checkTokens(kind);
     if (kind.typeCode == Txt::kTypeCode) checkText();
-  } catch (const CheckFailure& e) {
-    report(RecordFault::Kind::kDamaged, e.message, e.expected);
-    fault_.line = element_.firstLine + e.line;
-    fault_.column = e.column + 1;
-    return Found::kFault;
-  } catch (const ExceptionInfo& e) {
-    report(RecordFault::Kind::kDamaged, e.message, expectationOf(e.message));
-    fault_.level = e.level;
-    fault_.line = element_.firstLine + std::min<std::size_t>(in_.tokenLine, in_.recs.size() - 1);
-    fault_.column = std::size_t{in_.tokenColumn} + 1;
-    return Found::kFault;
+  } catch (const ReadFailure& e) {
+    return report(e);
   }
   element_.ft = in_.ft;
   element_.tk = in_.tk;
@@ -181,49 +131,50 @@ RecordReader::Found RecordReader::readPrimitive(const RecordKind& kind) {
 
 // Lines up to the next first line are one fault.
 RecordReader::Found RecordReader::skipStray() {
-  HeadingFault heading =
-      mode_ == 0 ? HeadingFault{0, "no record"} : faultOfHeading(reader_.line(), mode_);
-  if (reader_.isTooLong()) heading = {0, "line too long for a record"};
+  const HeadingFault heading = reader_.isTooLong() ? HeadingFault{0, ReadCause::kLineTooLong, {}}
+                               : mode_ == 0        ? HeadingFault{0, ReadCause::kNoRecord, {}}
+                                                   : faultOfHeading(reader_.line(), mode_);
+  const ReadFailure failure(heading.cause, {0, heading.column}, heading.token);
   addLine();
   while (advance() && isWhole() && kind_ == nullptr) element_.lastLine = reader_.number();
-  report(RecordFault::Kind::kStray, std::move(heading.message), "the first line of a record");
-  fault_.column = heading.column + 1;
-  return Found::kFault;
+  return report(failure, RecordFault::Kind::kStray);
 }
 
 // The current line is of the element, but lines before it are missing.
 RecordReader::Found RecordReader::skipGap() {
-  const std::string expected = "line \"" + std::string(continuation_.expectedNumber()) + '"';
-  const std::uint64_t line = reader_.number();
+  const std::size_t column = (mode_ == kTokens ? kTokensLayout : kFixedColumnsLayout).lineNumber;
+  const ReadFailure failure(
+      ReadCause::kLineSkipped,
+      {static_cast<std::size_t>(reader_.number() - element_.firstLine), column},
+      continuation_.expectedNumber());
   do {
     addLine();
   } while (advance() && isWhole() && kind_ == nullptr && !reader_.isTooLong() &&
            continuation_.follow(reader_.line()) != Continuation::Answer::kNo);
-  report(RecordFault::Kind::kDamaged, "line missing", expected);
-  fault_.line = line;
-  fault_.column = (mode_ == kTokens ? kTokensLayout : kFixedColumnsLayout).lineNumber + 1;
-  return Found::kFault;
+  return report(failure);
 }
 
 // The current line is the last one and has no end.
 RecordReader::Found RecordReader::reportCutOff() {
   const std::size_t length = reader_.line().size();
   addLine();
-  report(RecordFault::Kind::kCutOff, "file cut off", "the end of the line");
-  fault_.line = element_.lastLine;
-  fault_.column = length + 1;
+  report(ReadFailure(ReadCause::kCutOff,
+                     {static_cast<std::size_t>(element_.lastLine - element_.firstLine), length}),
+         RecordFault::Kind::kCutOff);
   advance();
   return Found::kFault;
 }
 
-RecordReader::Found RecordReader::report(RecordFault::Kind kind, std::string message,
-                                         std::string expected) {
+RecordReader::Found RecordReader::report(const ReadFailure& failure, RecordFault::Kind kind) {
   fault_.kind = kind;
-  fault_.line = element_.firstLine;
-  fault_.column = 1;
-  fault_.message = std::move(message);
-  fault_.expected = std::move(expected);
-  fault_.level = ExceptionInfo::kFatal;
+  fault_.cause = failure.cause;
+  fault_.token = failure.token;
+  fault_.primitive = failure.primitive;
+  fault_.line = element_.firstLine + failure.place.line;
+  fault_.column = failure.place.column + 1;
+  fault_.message = failure.message;
+  fault_.expected = failure.expected();
+  fault_.level = failure.level;
   fault_.firstLine = element_.firstLine;
   fault_.lastLine = element_.lastLine;
   fault_.offset = element_.offset;
@@ -263,7 +214,7 @@ void RecordReader::readHeader() {
   });
   const std::size_t zero = std::string_view(line).substr(0, column).find('\0');
   if (zero != std::string_view::npos) {
-    throw CheckFailure{0, zero, "NUL character", "a header field"};
+    throw ReadFailure(ReadCause::kNulInHeader, {0, zero});
   }
   attributeLine_ = 0;
   attributeEnd_ = 0;
@@ -318,8 +269,9 @@ void RecordReader::checkFixedColumns(const RecordKind& kind) const {
   }
   if (isWholeRecord(length)) return;
   const std::size_t last = i - 1;
-  throw CheckFailure{last, in_.recs[last].size(), countText(length) + " characters of numbers",
-                     countText(kind.numbers) + " numbers of nine characters"};
+  ReadFailure failure(ReadCause::kNumbersLength, {last, in_.recs[last].size()}, countText(length));
+  failure.wanted = countText(kind.numbers);
+  throw failure;
 }
 
 void RecordReader::checkTokens(const RecordKind& kind) {
@@ -328,17 +280,17 @@ void RecordReader::checkTokens(const RecordKind& kind) {
   const bool attributesOnly = last == attributeLine_ && line.size() == attributeEnd_;
   if (kind.typeCode != Txt::kTypeCode && line.size() > kTokensLayout.data && !attributesOnly &&
       (line.ends_with(',') || line.ends_with(Words::kFt) || line.ends_with(Words::kTk))) {
-    throw CheckFailure{last, line.size(), "line missing", "a further value"};
+    throw ReadFailure(ReadCause::kLineMissing, {last, line.size()});
   }
   while (takeClosing(in_)) {
   }
   in_.skipChars(" ", true);
   if (!in_.atEnd()) {
-    throw CheckFailure{in_.lineIndex, in_.cursor, "text behind the record", "ft, tk or nothing"};
+    throw ReadFailure(ReadCause::kTextBehind, {in_.lineIndex, in_.cursor});
   }
   if (kind.typeCode == Pgon::kTypeCode &&
       static_cast<const Pgon*>(element_.geo)->vertices.size() < 3) {
-    throw CheckFailure{last, line.size(), "pgon: less than 3 vertices", "a further point"};
+    throw ReadFailure(ReadCause::kTooFewVertices, {last, line.size()});
   }
 }
 
@@ -351,8 +303,7 @@ void RecordReader::checkText() {
   }
   const std::size_t length = text.size();
   if (in_.textLength == static_cast<double>(length)) return;
-  throw CheckFailure{in_.tokenLine, in_.tokenColumn, "text of " + countText(length) + " characters",
-                     "as many characters as its length says"};
+  in_.fail(ReadCause::kTextLength, countText(length));
 }
 
 // Whether a line of the element may be missing although it can be read.

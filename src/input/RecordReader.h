@@ -44,7 +44,7 @@ class RecordReader {
   Found skipStray();
   Found skipGap();
   Found reportCutOff();
-  Found report(RecordFault::Kind kind, std::string message, std::string expected);
+  Found report(const ReadFailure& failure, RecordFault::Kind kind = RecordFault::Kind::kDamaged);
 
   void addLine();
   void clearLines();

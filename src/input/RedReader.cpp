@@ -7,12 +7,12 @@
 namespace Vesk {
 namespace {
 
-constexpr TagTokens kTagTokens{Keywords::kRedTags, true, false};
+constexpr TagTokens kTagTokens{Keywords::kRedTags, true, ReadCause::kUnknownTag};
 
 }  // namespace
 
 std::int32_t Red::read(Input& in) {
-  return readRecord(", primitive reducer", [&] {
+  return readRecord(in, "reducer", [&] {
     tags.clear();
     startRecord(in);
     if (in.mode == kFixedColumns) {
@@ -30,7 +30,7 @@ std::int32_t Red::read(Input& in) {
       for (GeVector& v : cornerVectors) v = getVector(in);
       readTagTokens(in, kTagTokens, tags);
     } else {
-      failReading("reducer: wrong style");
+      in.fail(ReadCause::kWrongStyle, "reducer");
     }
   });
 }

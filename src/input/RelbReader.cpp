@@ -18,7 +18,7 @@ ElbowCorners readCorners(Input& in) {
 }
 
 std::int32_t Relb::read(Input& in) {
-  return readRecord(", primitive relbow", [&] {
+  return readRecord(in, "relbow", [&] {
     startRecord(in);
     if (in.mode == kFixedColumns) {
       *this = fitElbow(readCorners(in));
@@ -31,7 +31,7 @@ std::int32_t Relb::read(Input& in) {
       width = in.getDouble();
       flipped = false;
     } else {
-      failReading("relb: wrong style");
+      in.fail(ReadCause::kWrongStyle, "relb");
     }
   });
 }

@@ -9,18 +9,14 @@
 
 #include "input/ParseDouble.h"
 #include "input/ReaderFrame.h"
-#include "vesk/ExceptionInfo.h"
 
 namespace Vesk {
 namespace {
 
 constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 
-[[noreturn]] void failLine(std::string_view number) {
-  std::string message = "bad line \"";
-  message += number;
-  message += '"';
-  failReading(std::move(message));
+[[noreturn]] void failLine(const Input& in, std::string_view number) {
+  in.fail(number == TagWords::kNamesLine ? ReadCause::kBadNames : ReadCause::kBadValues, number);
 }
 
 // "left*right*" -> two tags without values; false if this is no list of names.
@@ -65,7 +61,7 @@ struct TagLine {
     if (names ? addNames(text, tags) : addTag(text, tags)) return;
     in.markToken(lastIndex, in.startColumn);
     // Names may have run on to a line "64"; or that one is no tag line.
-    failLine(names && lastNumber == TagWords::kValuesLine ? lastNumber : number);
+    failLine(in, names && lastNumber == TagWords::kValuesLine ? lastNumber : number);
   }
 };
 
@@ -181,15 +177,6 @@ void markTag(Input& in, std::string_view keyword, std::size_t position) {
   }
 }
 
-[[noreturn]] void failTag(const TagTokens& form, std::string_view token) {
-  std::string message = "unknown tag";
-  if (form.unknownIsNamed) {
-    message += ' ';
-    message += token.substr(0, token.find(' '));
-  }
-  throw ExceptionInfo(std::move(message), ExceptionInfo::kUnknownTag);
-}
-
 }  // namespace
 
 void readTagLines(Input& in, std::vector<TagEntry>& tags) {
@@ -204,7 +191,7 @@ void readTagLines(Input& in, std::vector<TagEntry>& tags) {
       data.remove_prefix(std::string_view(TagWords::kOpening).size());
       tagLine = {std::string(number), std::string(number), in.lineIndex, std::string(data)};
     } else if (names || (tagLine.number.empty() && number == TagWords::kValuesLine)) {
-      failLine(number);
+      failLine(in, number);
     } else {
       tagLine.lastNumber = number;
       tagLine.lastIndex = in.lineIndex;
@@ -241,7 +228,7 @@ void readTagTokens(Input& in, const TagTokens& form, std::vector<TagEntry>& tags
       lastTag = token;
     } else if (!takeClosing(in, token)) {
       markTag(in, form.keyword, static_cast<std::size_t>(token.data() - text.data()));
-      failTag(form, token);
+      in.fail(form.unknown, token.substr(0, token.find(' ')));
     }
   }
   if (form.lastRepeats && !lastTag.empty()) {

@@ -17,20 +17,20 @@ namespace Vesk {
 // mode 3; a name that ends in pairs of numbers, "a 1 2", comes back from mode 3
 // as a name with values. Mode 2 puts tags without values first.
 
-// Mode 2: from the lines behind the current one. Throws "bad line "63"" and
-// "bad line "64"".
+// Mode 2: from the lines behind the current one. Throws kBadNames and
+// kBadValues.
 void readTagLines(Input& in, std::vector<TagEntry>& tags);
 
 // How the tags of a primitive differ in mode 3.
 struct TagTokens {
   std::string_view keyword;  // of their lines
   bool lastRepeats;          // "ed a 1 2ed a 1 2 3 4" is one tag with two pairs
-  bool unknownIsNamed;       // "unknown tag xy" instead of "unknown tag"
+  ReadCause unknown;         // of a token that is no tag
 };
 
 // Mode 3: from the lines with their keyword, closing attributes too. If there
 // are any the scanner is at the end of input afterwards. A token that is neither
-// throws "unknown tag" with level kUnknownTag.
+// throws `unknown`, with its first word.
 void readTagTokens(Input& in, const TagTokens& form, std::vector<TagEntry>& tags);
 
 }  // namespace Vesk

@@ -6,8 +6,8 @@
 namespace Vesk {
 
 std::int32_t Torus::read(Input& in) {
-  if (in.mode != kFixedColumns && in.mode != kTokens) failReading("torus: wrong style");
-  return readRecord(", primitive torus", [&] {
+  if (in.mode != kFixedColumns && in.mode != kTokens) in.fail(ReadCause::kWrongStyle, "torus");
+  return readRecord(in, "torus", [&] {
     startRecord(in);
     if (in.mode == kFixedColumns) {
       needLine(in, LineNumbers::kFirst);

@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::size_t kLengthWidth = 3;  // of the mode 2 length, unless it is longer
 
-void setAlignment(Txt& txt, double number) {
-  txt.alignment = Input::toInt(number);
+void setAlignment(const Input& in, Txt& txt, double number) {
+  txt.alignment = in.toInt(number);
   txt.alignmentFlag = number - txt.alignment > 0.0 ? 1 : 0;
 }
 
@@ -68,7 +68,7 @@ void readFixedColumns(Input& in, Txt& txt) {
   txt.upDirection = getVector9(in);
   txt.height = in.getFixedDouble(kNumberFieldWidth);
   txt.charWidth = in.getFixedDouble(kNumberFieldWidth);
-  setAlignment(txt, in.getFixedDouble(kNumberFieldWidth));
+  setAlignment(in, txt, in.getFixedDouble(kNumberFieldWidth));
   // Numbers that ran over several lines may have taken the number "72"; then it
   // is the second line behind them.
   const bool ranOn = in.lineIndex != first;
@@ -96,7 +96,7 @@ bool takeClosings(Input& in, std::string_view text) {
 void readTokenText(Input& in, Txt& txt) {
   if (!in.nextLineVerbatim()) {
     in.markToken();
-    failReading("Input: can't get string value");
+    in.fail(ReadCause::kNoValue);
   }
   txt.text = in.getRest();
   const double length = in.textLength.value_or(0.0);
@@ -121,7 +121,7 @@ void readTokens(Input& in, Txt& txt) {
   txt.upDirection = getVector(in);
   txt.height = in.getDouble();
   txt.charWidth = in.getDouble();
-  setAlignment(txt, in.getDouble());
+  setAlignment(in, txt, in.getDouble());
   // Nothing behind the length may be skipped: the text comes next.
   in.textLength = in.getLastDouble();
   in.setDelimiters("");
@@ -131,7 +131,7 @@ void readTokens(Input& in, Txt& txt) {
 }  // namespace
 
 std::int32_t Txt::read(Input& in) {
-  return readRecord(", primitive text", [&] {
+  return readRecord(in, "text", [&] {
     text.clear();
     startRecord(in);
     if (in.mode == kFixedColumns) {
@@ -139,7 +139,7 @@ std::int32_t Txt::read(Input& in) {
     } else if (in.mode == kTokens) {
       readTokens(in, *this);
     } else {
-      failReading("Txt: wrong style");
+      in.fail(ReadCause::kWrongStyle, "Txt");
     }
   });
 }

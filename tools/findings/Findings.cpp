@@ -2,6 +2,7 @@
 #include "findings/Findings.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "output/RecordLayout.h"
 #include "text/Words.h"
@@ -85,33 +86,56 @@ void appendSource(std::string& to, const Finding& finding, const Look& look) {
   to += '\n';
 }
 
-struct CodeOfMessage {
-  std::string_view begin;  // of the reader's message
+struct CodeOfCause {
+  Vesk::ReadCause cause;
   std::string_view code;
 };
 
-// The first that fits.
-constexpr CodeOfMessage kCodes[] = {
-    {"Input: can't get double from", "V021"},
-    {"Input: number out of range", "V022"},
-    {"Input: can't get", "V023"},
-    {"unknown keyword", "V015"},
-    {"no keyword", "V015"},
-    {"no line number", "V016"},
-    {"empty line", "V017"},
-    {"line missing", "V012"},
-    {"line \"", "V012"},
-    {"line too long", "V013"},
-    {"bad line \"", "V024"},
-    {"unknown tag", "V025"},
-    {"identifier expected", "V025"},
-    {"Pline: unknown identifier", "V025"},
-    {"NUL character", "V026"},
-    {"text behind the record", "V027"},
-    {"text of ", "V028"},
-    {"pgon: less than 3 vertices", "V029"},
-    {"Direction", "V030"},
+// clang-format off
+constexpr CodeOfCause kCodes[] = {
+    {Vesk::ReadCause::kNoNumber, "V021"},
+    {Vesk::ReadCause::kNotInt, "V022"},
+    {Vesk::ReadCause::kNoPoint, "V023"},
+    {Vesk::ReadCause::kNoValue, "V023"},
+    {Vesk::ReadCause::kShortField, "V023"},
+    {Vesk::ReadCause::kNoDirection, "V030"},
+    {Vesk::ReadCause::kKernel, "V020"},
+    {Vesk::ReadCause::kWrongStyle, "V020"},
+    {Vesk::ReadCause::kWrongPolygonStyle, "V020"},
+    {Vesk::ReadCause::kNoLine, "V012"},
+    {Vesk::ReadCause::kLineSkipped, "V012"},
+    {Vesk::ReadCause::kLineMissing, "V012"},
+    {Vesk::ReadCause::kBadNames, "V024"},
+    {Vesk::ReadCause::kBadValues, "V024"},
+    {Vesk::ReadCause::kUnknownMark, "V025"},
+    {Vesk::ReadCause::kUnknownTag, "V025"},
+    {Vesk::ReadCause::kUnknownWord, "V025"},
+    {Vesk::ReadCause::kUnknownPlineWord, "V025"},
+    {Vesk::ReadCause::kNoWord, "V025"},
+    {Vesk::ReadCause::kNoPlineWord, "V020"},
+    {Vesk::ReadCause::kTooFewVertices, "V029"},
+    {Vesk::ReadCause::kTextLength, "V028"},
+    {Vesk::ReadCause::kNumbersLength, "V023"},
+    {Vesk::ReadCause::kTextBehind, "V027"},
+    {Vesk::ReadCause::kNulInHeader, "V026"},
+    {Vesk::ReadCause::kNoRecord, "V011"},
+    {Vesk::ReadCause::kEmptyLine, "V017"},
+    {Vesk::ReadCause::kNoLineNumber, "V016"},
+    {Vesk::ReadCause::kNoKeyword, "V015"},
+    {Vesk::ReadCause::kUnknownKeyword, "V015"},
+    {Vesk::ReadCause::kStrayLine, "V012"},
+    {Vesk::ReadCause::kLineTooLong, "V013"},
+    {Vesk::ReadCause::kCutOff, "V014"},
 };
+// clang-format on
+
+constexpr bool isInOrder() {
+  for (std::size_t i = 0; i < std::size(kCodes); ++i) {
+    if (static_cast<std::size_t>(kCodes[i].cause) != i) return false;
+  }
+  return std::size(kCodes) == Vesk::kReadCauses;
+}
+static_assert(isInOrder(), "a row for each cause, in the order of the enumeration");
 
 // The last column of what stands at this one: a number of nine characters, or all
 // up to the next blank or comma.
@@ -124,33 +148,20 @@ std::size_t endOf(std::string_view line, std::size_t column, int mode) {
   return std::max(std::min(line.find_first_of(" ,", begin), line.size()), column);
 }
 
-std::string_view codeOf(const Vesk::RecordFault& fault) {
-  if (fault.kind == Vesk::RecordFault::Kind::kCutOff) return "V014";
-  for (const CodeOfMessage& each : kCodes) {
-    if (fault.message.starts_with(each.begin)) return each.code;
-  }
-  if (fault.message.find("characters of numbers") != fault.message.npos) return "V023";
-  return fault.kind == Vesk::RecordFault::Kind::kStray ? "V011" : "V020";
-}
-
-// "Input: can't get double from expression "12,5", primitive cone" tells the text
-// that is no number; the column is that of its first character.
-void nameText(Finding& finding) {
-  constexpr std::string_view kOpening = "expression \"";
-  constexpr std::string_view kClosing = "\", primitive ";
-  const std::size_t begin = finding.message.find(kOpening);
-  const std::size_t end = finding.message.rfind(kClosing);
-  if (finding.code != "V021" || begin == finding.message.npos || end == finding.message.npos) {
-    return;
-  }
-  const std::size_t from = begin + kOpening.size();
-  const std::string text = finding.message.substr(from, end - from);
-  const std::string kind = finding.message.substr(end + kClosing.size());
-  finding.endColumn = finding.column + std::max<std::size_t>(text.size(), 1) - 1;
-  finding.message = "not a number in a " + kind + ": '" + text + '\'';
+// What is no number is told with the kind of its element; the column is that of its
+// first character.
+void nameText(Finding& finding, const Vesk::RecordFault& fault) {
+  if (fault.cause != Vesk::ReadCause::kNoNumber || fault.primitive.empty()) return;
+  finding.endColumn = finding.column + std::max<std::size_t>(fault.token.size(), 1) - 1;
+  finding.message =
+      "not a number in a " + std::string(fault.primitive) + ": '" + fault.token + '\'';
 }
 
 }  // namespace
+
+std::string_view codeOf(Vesk::ReadCause cause) {
+  return kCodes[static_cast<std::size_t>(cause)].code;
+}
 
 std::string_view nameOf(Severity severity) {
   switch (severity) {
@@ -200,17 +211,17 @@ void appendJson(JsonWriter& json, const Finding& finding) {
 Finding findingOf(const Vesk::RecordFile& file) {
   const Vesk::RecordFault& fault = file.fault();
   Finding finding;
-  finding.code = codeOf(fault);
+  finding.code = codeOf(fault.cause);
   finding.file = file.name();
   finding.line = fault.line;
   finding.column = fault.column;
   finding.message = fault.message;
   finding.expected = fault.expected;
-  nameText(finding);
+  nameText(finding, fault);
   const std::uint64_t index = fault.line - fault.firstLine;
   if (fault.line >= fault.firstLine && index < file.lines().size()) {
     finding.sourceLine = file.lines()[index];
-    if (finding.code == "V021" || finding.code == "V022") {
+    if (fault.cause == Vesk::ReadCause::kNoNumber || fault.cause == Vesk::ReadCause::kNotInt) {
       finding.endColumn = endOf(finding.sourceLine, finding.column, file.mode());
     }
   }

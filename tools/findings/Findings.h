@@ -50,8 +50,10 @@ void appendText(std::string& to, const Finding& finding, const Look& look);
 // column, endColumn, message, expected, hint; what is 0 or empty is left out.
 void appendJson(JsonWriter& json, const Finding& finding);
 
-// What the file's reader has found wrong; file.next() gave kFault. The code is
-// the narrowest that the message allows.
+// The code of what can't be read.
+std::string_view codeOf(Vesk::ReadCause cause);
+
+// What the file's reader has found wrong; file.next() gave kFault.
 Finding findingOf(const Vesk::RecordFile& file);
 
 }  // namespace VeskTool

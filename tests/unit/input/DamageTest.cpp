@@ -223,7 +223,7 @@ TEST_P(Golden, EveryPrefixGivesAPrefixOfTheElements) {
 INSTANTIATE_TEST_SUITE_P(Files, Golden,
                          testing::Values("golden/elements.columns.dat",
                                          "golden/elements.tokens.dat", "golden/pump.dat",
-                                         "api/thirteen.dat"));
+                                         "unit/api/thirteen.dat"));
 
 // How often hostile files are made: VESK_HOSTILE_FILES, or a few thousand.
 int hostileFiles() {

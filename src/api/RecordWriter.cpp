@@ -23,6 +23,7 @@
 #include "output/Base36.h"
 #include "output/Output.h"
 #include "output/Utf16.h"
+#include "prims/Visit.h"
 #include "vesk/RecordFile.h"
 
 namespace Vesk {
@@ -30,7 +31,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kKinds = 9;
 constexpr int kMostParts = 1000;
 
 fs::path pathOf(const std::string& name) {
@@ -150,7 +150,7 @@ int RecordWriter::Part::write(const HeaderFields& fields, const Geo& geo,
                               const ClosingAttributes& closing) {
   if (closed_) throw std::logic_error(name_ + ": the file is closed");
   if (error_) fail(error_);
-  if (geo.typeCode() < 1 || geo.typeCode() > kKinds) {
+  if (!isTypeCode(geo.typeCode())) {
     throw std::invalid_argument("RecordWriter: an element of none of the nine kinds");
   }
   out_.counter = 0;

@@ -2,7 +2,9 @@
 #include "input/RecordHeading.h"
 
 #include <algorithm>
+#include <iterator>
 
+#include "output/RecordFields.h"
 #include "output/RecordLayout.h"
 #include "prims/TagLines.h"
 #include "prims/Visit.h"
@@ -10,22 +12,47 @@
 namespace Vesk {
 namespace {
 
+constexpr RecordKind kindOf(const RecordShape& shape, std::int32_t typeCode) {
+  const auto numbers = static_cast<std::size_t>(shape.numbers(kFixedColumns));
+  const auto most = static_cast<std::size_t>(shape.mostNumbers(kFixedColumns));
+  const auto alone = static_cast<std::size_t>(shape.sizeAlone);
+  return {shape.keyword,
+          typeCode,
+          numbers,
+          shape.tagWord,
+          alone > 0 ? numbers + alone : 0,
+          most > numbers ? most : 0};
+}
+
 constexpr RecordKind kKinds[] = {
-    {Keywords::kCyl, Cyl::kTypeCode, 7, {}},
-    {Keywords::kCone, Cone::kTypeCode, 8, {}},
-    {Keywords::kBox, Box::kTypeCode, 12, Keywords::kBoxTags},
-    {Keywords::kTorus, Torus::kTypeCode, 11, {}},
-    {Keywords::kRed, Red::kTypeCode, 24, Keywords::kRedTags},
-    {Keywords::kRelb, Relb::kTypeCode, 13, {}},
-    // A point may have a size, or a null point and a direction.
-    {Keywords::kPoint, Pline::kTypeCode, 3, {}, 4, 9},
-    {Keywords::kSegment, Pline::kTypeCode, 6, {}},
-    {Keywords::kTriangle, Pgon::kTypeCode, 9, {}},
-    {Keywords::kTriangleWithNormals, Pgon::kTypeCode, 18, {}},
-    {Keywords::kQuadrangle, Pgon::kTypeCode, 12, {}},
-    {Keywords::kQuadrangleWithNormals, Pgon::kTypeCode, 24, {}},
-    {Keywords::kTxt, Txt::kTypeCode, 12, {}},
+    kindOf(Records::kCyl, Cyl::kTypeCode),
+    kindOf(Records::kCone, Cone::kTypeCode),
+    kindOf(Records::kBox, Box::kTypeCode),
+    kindOf(Records::kTorus, Torus::kTypeCode),
+    kindOf(Records::kRed, Red::kTypeCode),
+    kindOf(Records::kRelb, Relb::kTypeCode),
+    kindOf(Records::kPoint, Pline::kTypeCode),
+    kindOf(Records::kSegment, Pline::kTypeCode),
+    kindOf(Records::kTriangle, Pgon::kTypeCode),
+    kindOf(Records::kTriangleWithNormals, Pgon::kTypeCode),
+    kindOf(Records::kQuadrangle, Pgon::kTypeCode),
+    kindOf(Records::kQuadrangleWithNormals, Pgon::kTypeCode),
+    kindOf(Records::kTxt, Txt::kTypeCode),
 };
+
+constexpr bool hasRecord(std::int32_t typeCode) {
+  return std::any_of(std::begin(kKinds), std::end(kKinds),
+                     [typeCode](const RecordKind& kind) { return kind.typeCode == typeCode; });
+}
+
+constexpr bool hasRecords() {
+  for (std::int32_t code = 1; code <= kLastTypeCode; ++code) {
+    if (!hasRecord(code)) return false;
+  }
+  return true;
+}
+static_assert(hasRecords(), "a record for each kind of primitive");
+static_assert(std::size(kKinds) == std::size(Records::kAll), "all records have a kind");
 
 const RecordLayout& layoutOf(std::int32_t mode) {
   return mode == kTokens ? kTokensLayout : kFixedColumnsLayout;

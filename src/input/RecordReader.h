@@ -13,6 +13,7 @@
 #include "input/Input.h"
 #include "input/LineReader.h"
 #include "input/RecordHeading.h"
+#include "prims/Visit.h"
 #include "vesk/RecordFile.h"
 
 namespace Vesk {
@@ -65,8 +66,8 @@ class RecordReader {
   Input in_;
   std::vector<std::string> spareLines_;
   Continuation continuation_;
-  std::array<std::unique_ptr<Geo>, 10> geos_;  // by type code
-  bool firstHasReturn_ = false;                // CR before the line end; of the first line
+  std::array<std::unique_ptr<Geo>, kLastTypeCode + 1> geos_;  // by type code
+  bool firstHasReturn_ = false;  // CR before the line end; of the first line
   bool lastHasReturn_ = false;
   std::size_t attributeLine_ = 0;  // where the attributes end
   std::size_t attributeEnd_ = 0;

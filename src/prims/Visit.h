@@ -19,6 +19,11 @@ namespace Vesk {
 // The kinds of primitives, by their type codes. Whoever asks an element what it is
 // asks here: a new kind stands in this enumeration, then the compiler names the
 // switch below, and then every visitor that does not know it.
+//
+// A switch over them has a case for each, a default or not: whoever can write one has
+// this header, and from here on to the end of its source that is an error.
+#pragma GCC diagnostic error "-Wswitch-enum"
+
 enum class PrimitiveKind : std::int32_t {
   kCyl = Cyl::kTypeCode,
   kBox = Box::kTypeCode,
@@ -36,13 +41,10 @@ struct PrimitiveClass {
   using Class = Primitive;
 };
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic error "-Wswitch-enum"
-
 // Calls `visitor` with the PrimitiveClass of this type code, and returns what it
 // returns; `other` for a code that is none of them.
 template <class Visitor, class Other>
-auto visitKind(std::int32_t typeCode, Visitor&& visitor, Other&& other) {
+constexpr auto visitKind(std::int32_t typeCode, Visitor&& visitor, Other&& other) {
   switch (static_cast<PrimitiveKind>(typeCode)) {
     case PrimitiveKind::kCyl:
       return visitor(PrimitiveClass<Cyl>());
@@ -66,7 +68,18 @@ auto visitKind(std::int32_t typeCode, Visitor&& visitor, Other&& other) {
   return other();
 }
 
-#pragma GCC diagnostic pop
+// Whether this is the type code of a kind.
+constexpr bool isTypeCode(std::int32_t typeCode) {
+  return visitKind(
+      typeCode, [](auto) { return true; }, [] { return false; });
+}
+
+// The codes count from 1.
+inline constexpr std::int32_t kLastTypeCode = [] {
+  std::int32_t last = 0;
+  while (isTypeCode(last + 1)) ++last;
+  return last;
+}();
 
 // Calls `visitor` with the element as what it is, `other` with nothing if it is of
 // a class that a host has made. The visitor has an answer for each class by its

@@ -35,6 +35,8 @@ constexpr KindName kNames[kKinds] = {
     {"elbow", "elbows", "duct elbow", "duct elbows", "duct", "ducts"},
 };
 
+static_assert(!kNames[kKinds - 1].one.empty(), "a row for each kind");
+
 std::array<std::string_view, 6> wordsFor(const KindName& name) {
   return {name.one, name.many, name.word, name.words, name.fitter, name.fitters};
 }

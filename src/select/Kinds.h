@@ -13,7 +13,9 @@
 namespace Vesk {
 
 // What people call the elements; polylines and polygons of few points have names
-// of their own.
+// of their own. A switch over them has a case for each, as over PrimitiveKind.
+#pragma GCC diagnostic error "-Wswitch-enum"
+
 enum class Kind {
   kPoint,
   kSegment,
@@ -29,7 +31,32 @@ enum class Kind {
   kTorus,
   kElbow,
 };
-inline constexpr std::size_t kKinds = 13;
+
+constexpr bool isKind(std::size_t number) {
+  switch (static_cast<Kind>(number)) {
+    case Kind::kPoint:
+    case Kind::kSegment:
+    case Kind::kPolyline:
+    case Kind::kTriangle:
+    case Kind::kQuadrangle:
+    case Kind::kPolygon:
+    case Kind::kText:
+    case Kind::kBox:
+    case Kind::kReducer:
+    case Kind::kCylinder:
+    case Kind::kCone:
+    case Kind::kTorus:
+    case Kind::kElbow:
+      return true;
+  }
+  return false;
+}
+
+inline constexpr std::size_t kKinds = [] {
+  std::size_t count = 0;
+  while (isKind(count)) ++count;
+  return count;
+}();
 
 Kind kindOf(const Geo& geo);
 

@@ -2,16 +2,16 @@
 #include "check/Joints.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "check/EndTree.h"
 #include "check/NumberPlaces.h"
+#include "output/RecordFields.h"
+#include "prims/Visit.h"
 #include "terminal/Terminal.h"
 #include "text/Words.h"
-#include "vesk/Cone.h"
-#include "vesk/Cyl.h"
 #include "vesk/GeConstants.h"
-#include "vesk/Torus.h"
 
 namespace VeskTool {
 namespace {
@@ -48,49 +48,82 @@ NumberSpan spanOf(const std::vector<NumberPlace>& places, const Recs& lines, std
           narrow(places[last].column + places[last].text.size()), narrow(inside)};
 }
 
+// An end of an element: where it is, and which values of the record say so.
+struct End {
+  GePoint point;
+  GeVector outward;
+  double diameter = 0.0;
+  Value place = Value::kOrigin;
+  Value width = Value::kDiameter;
+};
+
+struct Ends {
+  const RecordShape* shape = nullptr;  // null: the kind has none
+  bool isFitting = false;
+  std::array<End, 2> ends;
+};
+
+// One for each class. Only round ends are those of pipes.
+struct EndsOf {
+  Ends operator()(const Cyl& cyl) const {
+    const double d = cyl.diameter;
+    return {&Records::kCyl,
+            cyl.axis.length() < kFittingLength * d,
+            {{{cyl.origin, -cyl.axis, d, Value::kOrigin, Value::kDiameter},
+              {cyl.origin + cyl.axis, cyl.axis, d, Value::kAxis, Value::kDiameter}}}};
+  }
+  Ends operator()(const Cone& cone) const {
+    const double widest = std::max(cone.diameter1, cone.diameter2);
+    const bool isFitting =
+        !(cone.diameter1 > 0.0 && cone.diameter2 > 0.0) || cone.axis.length() < kFlatCone * widest;
+    return {
+        &Records::kCone,
+        isFitting,
+        {{{cone.origin, -cone.axis, cone.diameter1, Value::kOrigin, Value::kDiameter1},
+          {cone.origin + cone.axis, cone.axis, cone.diameter2, Value::kAxis, Value::kDiameter2}}}};
+  }
+  Ends operator()(const Torus& torus) const {
+    const GeVector& start = torus.startVector;
+    const GeVector& end = torus.endVector;
+    const GeVector normal = cross(start, end);
+    const double d = torus.diameter;
+    return {&Records::kTorus,
+            false,
+            {{{torus.centre + start, cross(start, normal), d, Value::kStart, Value::kDiameter},
+              {torus.centre + end, cross(normal, end), d, Value::kEnd, Value::kDiameter}}}};
+  }
+  Ends operator()(const Box&) const { return {}; }
+  Ends operator()(const Relb&) const { return {}; }
+  Ends operator()(const Red&) const { return {}; }
+  Ends operator()(const Pline&) const { return {}; }
+  Ends operator()(const Pgon&) const { return {}; }
+  Ends operator()(const Txt&) const { return {}; }
+};
+
 }  // namespace
 
 void Joints::add(const Geo& geo, std::uint64_t line, const Recs& lines, std::int32_t mode,
                  std::uint64_t group, bool isClosed) {
   const std::uint32_t element = solids_.add(geo, group, line);
-  std::vector<NumberPlace> places;
-  // The end whose point and diameter these numbers give.
-  const auto endOf = [&](double diameter, bool isFitting, std::size_t point, std::size_t width) {
+  const Ends ends = visit(geo, EndsOf(), [] { return Ends(); });
+  if (ends.shape == nullptr) return;
+  const std::vector<NumberPlace> places = numberPlaces(lines, mode);
+  const auto spanOfValue = [&](Value value) {
+    const NumberRange range = ends.shape->rangeOf(value, mode);
+    return spanOf(places, lines, static_cast<std::size_t>(range.first),
+                  static_cast<std::size_t>(range.last));
+  };
+  for (const End& each : ends.ends) {
     PipeEnd end;
-    end.diameter = diameter;
+    end.diameter = each.diameter;
     end.line = line;
     end.group = group;
     end.element = element;
-    end.isFitting = isFitting;
+    end.isFitting = ends.isFitting;
     end.isClosed = isClosed;
-    end.place = spanOf(places, lines, point, point + 2);
-    end.width = spanOf(places, lines, width, width);
-    return end;
-  };
-  if (geo.typeCode() == Cyl::kTypeCode) {
-    const auto& cyl = static_cast<const Cyl&>(geo);
-    const bool isFitting = cyl.axis.length() < kFittingLength * cyl.diameter;
-    places = numberPlaces(lines, mode);
-    addEnd(cyl.origin, -cyl.axis, endOf(cyl.diameter, isFitting, 0, 6));
-    addEnd(cyl.origin + cyl.axis, cyl.axis, endOf(cyl.diameter, isFitting, 3, 6));
-  } else if (geo.typeCode() == Cone::kTypeCode) {
-    const auto& cone = static_cast<const Cone&>(geo);
-    const double widest = std::max(cone.diameter1, cone.diameter2);
-    const bool isFitting =
-        !(cone.diameter1 > 0.0 && cone.diameter2 > 0.0) || cone.axis.length() < kFlatCone * widest;
-    places = numberPlaces(lines, mode);
-    addEnd(cone.origin, -cone.axis, endOf(cone.diameter1, isFitting, 0, 6));
-    addEnd(cone.origin + cone.axis, cone.axis, endOf(cone.diameter2, isFitting, 3, 7));
-  } else if (geo.typeCode() == Torus::kTypeCode) {
-    const auto& torus = static_cast<const Torus&>(geo);
-    const GeVector normal = cross(torus.startVector, torus.endVector);
-    // Fixed columns have the bend radius before the diameter.
-    const std::size_t width = mode == kFixedColumns ? 10 : 9;
-    places = numberPlaces(lines, mode);
-    addEnd(torus.centre + torus.startVector, cross(torus.startVector, normal),
-           endOf(torus.diameter, false, 3, width));
-    addEnd(torus.centre + torus.endVector, cross(normal, torus.endVector),
-           endOf(torus.diameter, false, 6, width));
+    end.place = spanOfValue(each.place);
+    end.width = spanOfValue(each.width);
+    addEnd(each.point, each.outward, end);
   }
 }
 

@@ -7,15 +7,10 @@
 
 #include "distance/Body.h"
 #include "distance/BoxTree.h"
+#include "elements/Describe.h"
 #include "elements/Kinds.h"
+#include "prims/Visit.h"
 #include "terminal/Terminal.h"
-#include "vesk/Box.h"
-#include "vesk/Cone.h"
-#include "vesk/Cyl.h"
-#include "vesk/Pline.h"
-#include "vesk/Red.h"
-#include "vesk/Relb.h"
-#include "vesk/Torus.h"
 
 namespace VeskTool {
 namespace {
@@ -58,19 +53,21 @@ std::uint64_t cellOf(const GePoint& p) {
   return cellOf(cellNumber(p.x), cellNumber(p.y), cellNumber(p.z));
 }
 
-template <class Primitive>
-bool copyAs(const Geo& geo, std::unique_ptr<Geo>& copy) {
-  if (geo.typeCode() != Primitive::kTypeCode) return false;
-  copy = std::make_unique<Primitive>(static_cast<const Primitive&>(geo));
-  return true;
-}
+// Whether pipes may end at it; one for each class.
+struct IsSolid {
+  bool operator()(const Cyl&) const { return true; }
+  bool operator()(const Cone&) const { return true; }
+  bool operator()(const Torus&) const { return true; }
+  bool operator()(const Box&) const { return true; }
+  bool operator()(const Red&) const { return true; }
+  bool operator()(const Relb&) const { return true; }
+  bool operator()(const Pline&) const { return false; }
+  bool operator()(const Pgon&) const { return false; }
+  bool operator()(const Txt&) const { return false; }
+};
 
 std::unique_ptr<Geo> copyOfSolid(const Geo& geo) {
-  std::unique_ptr<Geo> copy;
-  if (copyAs<Cyl>(geo, copy) || copyAs<Cone>(geo, copy) || copyAs<Torus>(geo, copy) ||
-      copyAs<Box>(geo, copy) || copyAs<Red>(geo, copy) || copyAs<Relb>(geo, copy))
-    return copy;
-  return nullptr;
+  return visit(geo, IsSolid(), [] { return false; }) ? copyOf(geo) : nullptr;
 }
 
 void sortUnique(std::vector<std::uint64_t>& values) {
@@ -78,16 +75,44 @@ void sortUnique(std::vector<std::uint64_t>& values) {
   values.erase(std::unique(values.begin(), values.end()), values.end());
 }
 
-bool isRound(const Geo& geo) {
-  return geo.typeCode() == Cyl::kTypeCode || geo.typeCode() == Cone::kTypeCode ||
-         geo.typeCode() == Torus::kTypeCode;
+// A pipe, cone or bend by what is about it: all of it is within reach of this way.
+struct Round {
+  GePoint from;
+  GeVector way;  // null for a bend
+  double reach;
+};
+
+// One for each class.
+struct RoundOf {
+  using Answer = std::optional<Round>;
+  Answer operator()(const Cyl& cyl) const {
+    return Round{cyl.origin, cyl.axis, cyl.diameter / 2.0};
+  }
+  Answer operator()(const Cone& cone) const {
+    return Round{cone.origin, cone.axis, std::max(cone.diameter1, cone.diameter2) / 2.0};
+  }
+  Answer operator()(const Torus& torus) const {
+    const double radius = std::max(torus.startVector.length(), torus.endVector.length());
+    return Round{torus.centre, GeVector(), radius + torus.diameter / 2.0};
+  }
+  Answer operator()(const Box&) const { return {}; }
+  Answer operator()(const Relb&) const { return {}; }
+  Answer operator()(const Red&) const { return {}; }
+  Answer operator()(const Pline&) const { return {}; }
+  Answer operator()(const Pgon&) const { return {}; }
+  Answer operator()(const Txt&) const { return {}; }
+};
+
+std::optional<Round> roundOf(const Geo& geo) {
+  return visit(geo, RoundOf(), [] { return std::optional<Round>(); });
 }
+
+bool isRound(const Geo& geo) { return roundOf(geo).has_value(); }
 
 // Whether the solid is a straight pipe that runs along the end's axis.
 bool runsAlong(const Geo& geo, const PipeEnd& end) {
-  GeVector axis;
-  if (geo.typeCode() == Cyl::kTypeCode) axis = static_cast<const Cyl&>(geo).axis;
-  if (geo.typeCode() == Cone::kTypeCode) axis = static_cast<const Cone&>(geo).axis;
+  const std::optional<Round> round = roundOf(geo);
+  const GeVector axis = round ? round->way : GeVector();
   return std::fabs(dot(axis, end.outward)) > kAcross * axis.length();
 }
 
@@ -108,22 +133,8 @@ double distanceOfWays(const GePoint& p, const GeVector& u, const GePoint& q, con
 
 // Whether a way may come so near to the solid; quickly, by what is about it.
 bool mayTouch(const Geo& geo, const GePoint& from, const GeVector& way, double margin) {
-  if (geo.typeCode() == Cyl::kTypeCode) {
-    const auto& cyl = static_cast<const Cyl&>(geo);
-    return distanceOfWays(from, way, cyl.origin, cyl.axis) <= cyl.diameter / 2.0 + margin;
-  }
-  if (geo.typeCode() == Cone::kTypeCode) {
-    const auto& cone = static_cast<const Cone&>(geo);
-    return distanceOfWays(from, way, cone.origin, cone.axis) <=
-           std::max(cone.diameter1, cone.diameter2) / 2.0 + margin;
-  }
-  if (geo.typeCode() == Torus::kTypeCode) {
-    const auto& torus = static_cast<const Torus&>(geo);
-    const double reach = std::max(torus.startVector.length(), torus.endVector.length());
-    return distanceOfWays(from, way, torus.centre, GeVector()) <=
-           reach + torus.diameter / 2.0 + margin;
-  }
-  return true;
+  const std::optional<Round> round = roundOf(geo);
+  return !round || distanceOfWays(from, way, round->from, round->way) <= round->reach + margin;
 }
 
 // The search in one file.

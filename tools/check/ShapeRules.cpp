@@ -8,6 +8,7 @@
 
 #include "check/NumberPlaces.h"
 #include "input/ParseDouble.h"
+#include "output/RecordFields.h"
 #include "output/RecordLayout.h"
 #include "prims/Visit.h"
 #include "shape/Shape.h"
@@ -25,11 +26,6 @@ constexpr double kFlatness = 1e-6;
 // Of a bend that is nearer to half a turn the last decimals say on which side it
 // lies: 0.01 degrees.
 constexpr double kHalfTurn = 0.01 * kPi / 180.0;
-
-struct Span {
-  int first;
-  int last;
-};
 
 // Finds the largest number of an element; NaN counts as larger than all.
 class Largest {
@@ -101,60 +97,67 @@ double largestOf(const Geo& geo) {
 class ShapeCheck {
  public:
   ShapeCheck(ShapeFault fault, std::int32_t mode, double step, std::vector<Trouble>& troubles)
-      : fault_(fault), columns_(mode == kFixedColumns), step_(step), troubles_(troubles) {}
+      : fault_(fault), mode_(mode), step_(step), troubles_(troubles) {}
 
   void check(const Cyl& cyl) {
-    if (cyl.diameter < 0.0) return negative("diameter", cyl.diameter, {6, 6});
-    if (cyl.diameter < kLeastSize) return small("diameter", cyl.diameter, {6, 6});
+    if (cyl.diameter < 0.0)
+      return negative("diameter", cyl.diameter, at(Records::kCyl, Value::kDiameter));
+    if (cyl.diameter < kLeastSize)
+      return small("diameter", cyl.diameter, at(Records::kCyl, Value::kDiameter));
     const double length = cyl.axis.length();
-    if (length < kLeastSize) small("length", length, {3, 5});
+    if (length < kLeastSize) small("length", length, at(Records::kCyl, Value::kAxis));
   }
 
   void check(const Cone& cone) {
-    if (cone.diameter1 < 0.0) return negative("diameter", cone.diameter1, {6, 6});
-    if (cone.diameter2 < 0.0) return negative("diameter", cone.diameter2, {7, 7});
+    const NumberRange first = at(Records::kCone, Value::kDiameter1);
+    const NumberRange second = at(Records::kCone, Value::kDiameter2);
+    if (cone.diameter1 < 0.0) return negative("diameter", cone.diameter1, first);
+    if (cone.diameter2 < 0.0) return negative("diameter", cone.diameter2, second);
     if (cone.diameter1 < kLeastSize && cone.diameter2 < kLeastSize) {
-      return small("both diameters", std::max(cone.diameter1, cone.diameter2), {6, 7});
+      return small("both diameters", std::max(cone.diameter1, cone.diameter2),
+                   {first.first, second.last});
     }
-    if (cone.checkSize() != 0) small("length", cone.axis.length(), {3, 5});
+    if (cone.checkSize() != 0)
+      small("length", cone.axis.length(), at(Records::kCone, Value::kAxis));
   }
 
   void check(const Box& box) {
     const std::array<GeVector, 3> edges{box.edge1, box.edge2, box.edge3};
+    constexpr std::array kEdges{Value::kEdge1, Value::kEdge2, Value::kEdge3};
     double product = 1.0;
     for (std::size_t i = 0; i < edges.size(); ++i) {
       const double length = edges[i].length();
-      if (length < kLeastSize) return small("edge", length, edgeSpan(i));
+      if (length < kLeastSize) return small("edge", length, at(Records::kBox, kEdges[i]));
       product *= length;
     }
     if (std::fabs(triple(edges[0], edges[1], edges[2])) > kFlatness * product) return;
-    add("V103", Severity::kWarning, "box is flat: its edges lie in a plane", "", {0, 11});
+    add("V103", Severity::kWarning, "box is flat: its edges lie in a plane", "",
+        Records::kBox.all(mode_));
   }
 
   void check(const Torus& torus) {
-    const Span diameter = columns_ ? Span{10, 10} : Span{9, 9};
+    const NumberRange diameter = at(Records::kTorus, Value::kDiameter);
     if (torus.diameter < 0.0) return negative("diameter", torus.diameter, diameter);
     if (torus.diameter < kLeastSize) return small("diameter", torus.diameter, diameter);
-    const Bend bend{torus.startVector, torus.endVector, 3};
+    const Bend bend = bendOf(torus.startVector, torus.endVector, Records::kTorus);
     if (!checkBend(bend, "tube", torus.diameter, diameter)) return;
     const double radius = (torus.startVector.length() + torus.endVector.length()) / 2.0;
     if (torus.bendRadius > 0.0 && std::fabs(torus.bendRadius - radius) > slack()) {
       add("V111", Severity::kWarning,
           "bend radius is " + text(torus.bendRadius) + ", the ends are " + text(radius) +
               " from the centre",
-          text(radius), {9, 9});
+          text(radius), at(Records::kTorus, Value::kBendRadius));
     }
   }
 
   void check(const Relb& relb) {
-    const Span depth = columns_ ? Span{12, 12} : Span{9, 9};
-    const Span width = columns_ ? Span{0, 5} : Span{10, 10};
+    const NumberRange depth = depthOfElbow();
+    const NumberRange width = widthOfElbow();
     if (relb.depth < 0.0) return negative("depth", relb.depth, depth);
     if (relb.width < 0.0) return negative("width", relb.width, width);
     if (relb.depth < kLeastSize) return small("depth", relb.depth, depth);
     if (relb.width < kLeastSize) return small("width", relb.width, width);
-    // In mode 2 the outer points stand behind the two of the bend axis.
-    const Bend bend{relb.startVector, relb.endVector, columns_ ? 6 : 3};
+    const Bend bend = bendOf(relb.startVector, relb.endVector, Records::kRelb);
     checkBend(bend, "section", relb.depth, depth);
   }
 
@@ -165,21 +168,22 @@ class ShapeCheck {
     for (const GePoint& corner : corners) {
       extent = std::max(extent, distance(corner, corners[0]));
     }
-    if (extent < kLeastSize) return small("extent", extent, {0, 23});
+    if (extent < kLeastSize) return small("extent", extent, Records::kRed.all(mode_));
     const double volume = red.volume();
     constexpr const char* kOrder =
         "0 1 3 2 round the first end, and corner k + 4 opposite corner k";
     if (fault_ == ShapeFault::kFaceCrosses || fault_ == ShapeFault::kTurnedInside) {
       add("V106", Severity::kError, "reducer is twisted: its corners are in the wrong order",
-          kOrder, {0, 23});
+          kOrder, Records::kRed.all(mode_));
     } else if (isTurned(corners)) {
       add("V106", Severity::kWarning,
-          "reducer is twisted: its second end fits the first better turned", kOrder, {0, 23});
+          "reducer is twisted: its second end fits the first better turned", kOrder,
+          Records::kRed.all(mode_));
     } else if (std::fabs(volume) <= step_ * extent * extent) {
-      add("V103", Severity::kWarning, "reducer is flat", "", {0, 23});
+      add("V103", Severity::kWarning, "reducer is flat", "", Records::kRed.all(mode_));
     } else if (volume < 0.0) {
       add("V107", Severity::kWarning, "reducer is inside out: its volume is negative",
-          "the two ends, or 1 and 2 and 5 and 6, the other way round", {0, 23});
+          "the two ends, or 1 and 2 and 5 and 6, the other way round", Records::kRed.all(mode_));
     }
   }
 
@@ -201,7 +205,7 @@ class ShapeCheck {
       if (i + 1 < count) area += cross(v, pgon.point(i + 1) - pgon.point(0));
       extent = std::max(extent, v.length());
     }
-    const Span all{0, lastOf(count)};
+    const NumberRange all{0, lastOf(count)};
     if (fault_ == ShapeFault::kCrossed) {
       const bool isQuad = count == 4;
       add("V108", Severity::kError, isQuad ? "quadrangle crosses itself" : "polygon crosses itself",
@@ -212,13 +216,17 @@ class ShapeCheck {
   }
 
   void check(const Txt& txt) {
-    if (fault_ == ShapeFault::kNegativeHeight) return negative("height", txt.height, {9, 9});
+    if (fault_ == ShapeFault::kNegativeHeight)
+      return negative("height", txt.height, at(Records::kTxt, Value::kHeight));
     if (fault_ == ShapeFault::kNegativeCharWidth)
-      return negative("character width", txt.charWidth, {10, 10});
-    if (txt.direction.isNull(0.0)) return small("direction", 0.0, {3, 5});
-    if (txt.upDirection.isNull(0.0)) return small("up direction", 0.0, {6, 8});
-    if (txt.height <= 0.0) return small("height", txt.height, {9, 9});
-    if (txt.charWidth <= 0.0) small("character width", txt.charWidth, {10, 10});
+      return negative("character width", txt.charWidth, at(Records::kTxt, Value::kCharWidth));
+    if (txt.direction.isNull(0.0))
+      return small("direction", 0.0, at(Records::kTxt, Value::kDirection));
+    if (txt.upDirection.isNull(0.0))
+      return small("up direction", 0.0, at(Records::kTxt, Value::kUp));
+    if (txt.height <= 0.0) return small("height", txt.height, at(Records::kTxt, Value::kHeight));
+    if (txt.charWidth <= 0.0)
+      small("character width", txt.charWidth, at(Records::kTxt, Value::kCharWidth));
   }
 
  private:
@@ -226,46 +234,57 @@ class ShapeCheck {
 
   static int lastOf(std::size_t points) { return static_cast<int>(3 * points) - 1; }
 
+  NumberRange at(const RecordShape& shape, Value value) const {
+    return shape.rangeOf(value, mode_);
+  }
+
+  // In columns the inner radius tells the depth, the ends of the bend axis the width.
+  NumberRange depthOfElbow() const {
+    return at(Records::kRelb, mode_ == kFixedColumns ? Value::kInnerRadius : Value::kDepth);
+  }
+
+  NumberRange widthOfElbow() const {
+    if (mode_ != kFixedColumns) return at(Records::kRelb, Value::kWidth);
+    return {at(Records::kRelb, Value::kAxisEndA).first, at(Records::kRelb, Value::kAxisEndB).last};
+  }
+
   double slack() const { return std::max(kRadiusSlack, 4.0 * step_); }
 
   void add(std::string_view code, Severity severity, std::string message, std::string expected,
-           Span span) {
+           NumberRange span) {
     troubles_.push_back(
         {code, severity, std::move(message), std::move(expected), span.first, span.last});
   }
 
-  void negative(const std::string& what, double value, Span span) {
+  void negative(const std::string& what, double value, NumberRange span) {
     add("V101", Severity::kError, what + " is below zero: " + shortest(value), "a positive number",
         span);
   }
 
-  void small(const std::string& what, double value, Span span) {
+  void small(const std::string& what, double value, NumberRange span) {
     add("V103", Severity::kWarning, "nothing to be seen: " + what + " is " + shortest(value), "",
         span);
-  }
-
-  // Mode 3 writes the first edge before the corner.
-  Span edgeSpan(std::size_t edge) const {
-    if (!columns_ && edge == 0) return {0, 2};
-    const int first = 3 * static_cast<int>(edge) + 3;
-    return {first, first + 2};
   }
 
   struct Bend {
     GeVector start;
     GeVector end;
-    int firstNumber;  // of the start; the end follows
+    NumberRange startAt;
+    NumberRange endAt;
   };
 
+  Bend bendOf(const GeVector& start, const GeVector& end, const RecordShape& shape) const {
+    return {start, end, at(shape, Value::kStart), at(shape, Value::kEnd)};
+  }
+
   // False if there is something wrong that makes further rules idle.
-  bool checkBend(const Bend& bend, const std::string& what, double radialSize, Span sizeSpan) {
+  bool checkBend(const Bend& bend, const std::string& what, double radialSize,
+                 NumberRange sizeSpan) {
     const double a = bend.start.length();
     const double b = bend.end.length();
-    const int first = bend.firstNumber;
-    const Span both{first, first + 5};
+    const NumberRange both{bend.startAt.first, bend.endAt.last};
     if (std::min(a, b) < kLeastSize) {
-      small("bend radius", std::min(a, b),
-            a <= b ? Span{first, first + 2} : Span{first + 3, first + 5});
+      small("bend radius", std::min(a, b), a <= b ? bend.startAt : bend.endAt);
       return false;
     }
     if (fault_ == ShapeFault::kTubeTooWide || fault_ == ShapeFault::kSectionTooWide) {
@@ -316,7 +335,7 @@ class ShapeCheck {
   }
 
   ShapeFault fault_;
-  bool columns_;
+  std::int32_t mode_;
   double step_;
   std::vector<Trouble>& troubles_;
 };

@@ -16,9 +16,18 @@ bool hasRoom(Kind kind) {
     case Kind::kPolyline:
     case Kind::kText:
       return false;
-    default:
-      return true;
+    case Kind::kTriangle:
+    case Kind::kQuadrangle:
+    case Kind::kPolygon:
+    case Kind::kBox:
+    case Kind::kReducer:
+    case Kind::kCylinder:
+    case Kind::kCone:
+    case Kind::kTorus:
+    case Kind::kElbow:
+      break;
   }
+  return true;
 }
 
 }  // namespace

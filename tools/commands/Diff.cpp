@@ -20,11 +20,14 @@
 namespace VeskTool {
 namespace {
 
+using Vesk::Value;
+
 // One difference between two elements that belong together.
 struct Change {
-  std::string name;  // of the value; "header"
+  std::string name;  // of the value
   std::string from;
   std::string to;
+  bool isHeader = false;
 };
 
 struct Difference {
@@ -36,9 +39,10 @@ struct Difference {
 };
 
 // What Geo::equal does not look at.
-bool isBesideShape(const std::string& name) {
-  return name.starts_with("arc") || name.starts_with("mark") || name.starts_with("tag") ||
-         name == "flag" || name == "point size" || name == "direction" || name == "bend radius";
+bool isBesideShape(Value id) {
+  return id == Value::kArc || id == Value::kMark || id == Value::kTag || id == Value::kFlag ||
+         id == Value::kPointSize || id == Value::kPointDirection || id == Value::kDirection ||
+         id == Value::kBendRadius;
 }
 
 bool isWithin(const GePoint& a, const GePoint& b, double tolerance) {
@@ -55,7 +59,7 @@ std::vector<Property> withoutPlace(const Vesk::Geo& geo) {
   std::vector<Property> properties = propertiesOf(geo);
   const GePoint place = placeOf(geo);
   for (Property& each : properties) {
-    if (each.type == Property::Type::kPoint && each.name != "direction") {
+    if (each.type == Property::Type::kPoint && each.id != Value::kPointDirection) {
       each.value = GePoint(each.value - place);
     }
   }
@@ -70,23 +74,18 @@ void addChange(Difference& to, const std::string& name, const std::string& from,
 // What differs between two elements of one kind; `isEqual` if their shapes do not.
 Difference compare(const ModelElement& a, const ModelElement& b, bool isEqual, double tolerance) {
   Difference difference{&a, &b, false, {}, {}};
-  if (a.header != b.header) addChange(difference, "header", a.header, b.header);
+  if (a.header != b.header) difference.changes.push_back({"header", a.header, b.header, true});
   const std::vector<Property> before = withoutPlace(*a.geo);
   const std::vector<Property> after = withoutPlace(*b.geo);
-  const auto find = [](const std::vector<Property>& in, const std::string& name) {
-    const auto found =
-        std::find_if(in.begin(), in.end(), [&](const Property& each) { return each.name == name; });
-    return found == in.end() ? nullptr : &*found;
-  };
   if (!isEqual) {
     difference.by = placeOf(*b.geo) - placeOf(*a.geo);
     difference.isMoved = !isWithin(GePoint(difference.by), {}, tolerance);
   }
   for (const Property& each : before) {
-    if (isEqual && !isBesideShape(each.name)) continue;
-    const Property* now = find(after, each.name);
+    if (isEqual && !isBesideShape(each.id)) continue;
+    const Property* now = findValue(after, each);
     // One style does not keep it.
-    if (now == nullptr && each.name == "bend radius") continue;
+    if (now == nullptr && each.id == Value::kBendRadius) continue;
     if (now == nullptr) {
       addChange(difference, each.name, valueText(each), "nothing");
     } else if (!isSame(each, *now, tolerance)) {
@@ -94,8 +93,8 @@ Difference compare(const ModelElement& a, const ModelElement& b, bool isEqual, d
     }
   }
   for (const Property& each : after) {
-    if ((isEqual && !isBesideShape(each.name)) || each.name == "bend radius") continue;
-    if (find(before, each.name) == nullptr) {
+    if ((isEqual && !isBesideShape(each.id)) || each.id == Value::kBendRadius) continue;
+    if (findValue(before, each) == nullptr) {
       addChange(difference, each.name, "nothing", valueText(each));
     }
   }
@@ -106,8 +105,8 @@ std::string_view wordOf(const Difference& difference) {
   if (difference.a == nullptr) return "added";
   if (difference.b == nullptr) return "removed";
   if (difference.changes.empty()) return "moved";
-  const bool onlyHeader = difference.changes.size() == 1 && !difference.isMoved &&
-                          difference.changes.front().name == "header";
+  const bool onlyHeader =
+      difference.changes.size() == 1 && !difference.isMoved && difference.changes.front().isHeader;
   if (onlyHeader) return "renamed";
   return difference.isMoved ? "moved and changed" : "changed";
 }

@@ -227,8 +227,14 @@ class ExportCommand : public Command {
       case Format::kObj:
         left = writeObj(scene, unit_, out);
         break;
-      default:
+      case Format::kNone:
+      case Format::kStl:
+      case Format::kStep:
+      case Format::kIfc:
+      case Format::kDxf:
+      case Format::kSqlite:
         left = writeStl(scene, out);
+        break;
     }
     return say(format, left, session);
   }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "elements/Describe.h"
 
+#include <algorithm>
 #include <numbers>
 #include <type_traits>
+#include <utility>
 
 #include "elements/Kinds.h"
 #include "prims/Visit.h"
@@ -13,37 +15,120 @@ namespace {
 
 using Properties = std::vector<Property>;
 using Type = Property::Type;
+using Vesk::Value;
 
-void add(Properties& to, std::string name, const GePoint& p) {
-  to.push_back({std::move(name), Type::kPoint, p, {}});
+// What people and programs call it; a numbered one has its number behind.
+std::string_view nameOf(Value value) {
+  switch (value) {
+    case Value::kOrigin:
+      return "origin";
+    case Value::kAxis:
+      return "axis";
+    case Value::kDiameter:
+      return "diameter";
+    case Value::kDiameter1:
+      return "diameter 1";
+    case Value::kDiameter2:
+      return "diameter 2";
+    case Value::kEdge1:
+      return "edge 1";
+    case Value::kEdge2:
+      return "edge 2";
+    case Value::kEdge3:
+      return "edge 3";
+    case Value::kMark:
+      return "mark";
+    case Value::kCentre:
+      return "centre";
+    case Value::kStart:
+      return "start";
+    case Value::kEnd:
+      return "end";
+    case Value::kBendRadius:
+      return "bend radius";
+    case Value::kDepth:
+      return "depth";
+    case Value::kWidth:
+    case Value::kCharWidth:
+      return "width";
+    case Value::kAxisEndA:
+      return "bend axis end a";
+    case Value::kAxisEndB:
+      return "bend axis end b";
+    case Value::kInnerRadius:
+      return "inner radius";
+    case Value::kCorner:
+      return "corner";
+    case Value::kTag:
+      return "tag";
+    case Value::kVertex:
+      return "vertex";
+    case Value::kNormal:
+      return "normal";
+    case Value::kArc:
+      return "arc";
+    case Value::kPointSize:
+      return "point size";
+    case Value::kPointDirection:
+    case Value::kDirection:
+      return "direction";
+    case Value::kPosition:
+      return "position";
+    case Value::kUp:
+      return "up";
+    case Value::kHeight:
+      return "height";
+    case Value::kAlignment:
+      return "alignment";
+    case Value::kFlag:
+      return "flag";
+    case Value::kTextLength:
+      return "length of the text";
+    case Value::kText:
+      break;
+  }
+  return "text";
 }
 
-void add(Properties& to, std::string name, const GeVector& v) {
-  to.push_back({std::move(name), Type::kVector, GePoint(v), {}});
+void add(Properties& to, Value id, const GePoint& p) {
+  to.push_back({id, 0, std::string(nameOf(id)), Type::kPoint, p, {}});
 }
 
-void add(Properties& to, std::string name, double value) {
-  to.push_back({std::move(name), Type::kNumber, {value, 0.0, 0.0}, {}});
+void add(Properties& to, Value id, const GeVector& v) {
+  to.push_back({id, 0, std::string(nameOf(id)), Type::kVector, GePoint(v), {}});
 }
 
-void add(Properties& to, std::string name, std::int32_t value) {
-  to.push_back({std::move(name), Type::kInteger, {static_cast<double>(value), 0.0, 0.0}, {}});
+void add(Properties& to, Value id, double value) {
+  to.push_back({id, 0, std::string(nameOf(id)), Type::kNumber, {value, 0.0, 0.0}, {}});
+}
+
+void add(Properties& to, Value id, std::int32_t value) {
+  const GePoint number(static_cast<double>(value), 0.0, 0.0);
+  to.push_back({id, 0, std::string(nameOf(id)), Type::kInteger, number, {}});
+}
+
+void add(Properties& to, Value id, std::string text) {
+  to.push_back({id, 0, std::string(nameOf(id)), Type::kText, {}, std::move(text)});
+}
+
+// One of several: its number belongs to its name.
+template <class T>
+void add(Properties& to, Value id, std::size_t index, T value) {
+  add(to, id, std::move(value));
+  to.back().index = index;
+  to.back().name += ' ' + std::to_string(index);
 }
 
 // The most that a record keeps.
 constexpr int kShownDecimals = 6;
 
-std::string numbered(std::string_view name, std::size_t i) {
-  return std::string(name) + ' ' + std::to_string(i);
-}
-
-void addTags(Properties& to, std::string_view word, const std::vector<Vesk::TagEntry>& tags) {
+void addTags(Properties& to, Value id, const std::vector<Vesk::TagEntry>& tags) {
   for (std::size_t i = 0; i < tags.size(); ++i) {
     std::string text = tags[i].name;
     for (const auto& [first, second] : tags[i].values) {
       text += ' ' + shortest(first) + ' ' + shortest(second);
     }
-    to.push_back({numbered(word, i), Type::kText, {}, std::move(text)});
+    add(to, id, i, std::move(text));
   }
 }
 
@@ -51,83 +136,83 @@ void addArcs(Properties& to, const std::vector<Vesk::ArcEntry>& arcs) {
   for (std::size_t i = 0; i < arcs.size(); ++i) {
     std::string text = "radius " + shortest(arcs[i].radius);
     for (const std::int32_t value : arcs[i].values) text += ' ' + std::to_string(value);
-    to.push_back({numbered("arc", i), Type::kText, {}, std::move(text)});
+    add(to, Value::kArc, i, std::move(text));
   }
 }
 
 void describe(Properties& to, const Vesk::Cyl& cyl) {
-  add(to, "origin", cyl.origin);
-  add(to, "axis", cyl.axis);
-  add(to, "diameter", cyl.diameter);
+  add(to, Value::kOrigin, cyl.origin);
+  add(to, Value::kAxis, cyl.axis);
+  add(to, Value::kDiameter, cyl.diameter);
 }
 
 void describe(Properties& to, const Vesk::Cone& cone) {
-  add(to, "origin", cone.origin);
-  add(to, "axis", cone.axis);
-  add(to, "diameter 1", cone.diameter1);
-  add(to, "diameter 2", cone.diameter2);
+  add(to, Value::kOrigin, cone.origin);
+  add(to, Value::kAxis, cone.axis);
+  add(to, Value::kDiameter1, cone.diameter1);
+  add(to, Value::kDiameter2, cone.diameter2);
 }
 
 void describe(Properties& to, const Vesk::Box& box) {
-  add(to, "origin", box.origin);
-  add(to, "edge 1", box.edge1);
-  add(to, "edge 2", box.edge2);
-  add(to, "edge 3", box.edge3);
-  addTags(to, "mark", box.edges);
+  add(to, Value::kOrigin, box.origin);
+  add(to, Value::kEdge1, box.edge1);
+  add(to, Value::kEdge2, box.edge2);
+  add(to, Value::kEdge3, box.edge3);
+  addTags(to, Value::kMark, box.edges);
 }
 
 void describe(Properties& to, const Vesk::Torus& torus) {
-  add(to, "centre", torus.centre);
-  add(to, "start", torus.startVector);
-  add(to, "end", torus.endVector);
-  add(to, "diameter", torus.diameter);
-  if (torus.bendRadius > 0.0) add(to, "bend radius", torus.bendRadius);
+  add(to, Value::kCentre, torus.centre);
+  add(to, Value::kStart, torus.startVector);
+  add(to, Value::kEnd, torus.endVector);
+  add(to, Value::kDiameter, torus.diameter);
+  if (torus.bendRadius > 0.0) add(to, Value::kBendRadius, torus.bendRadius);
 }
 
 void describe(Properties& to, const Vesk::Red& red) {
-  add(to, "corner 0", red.origin);
+  add(to, Value::kCorner, 0, red.origin);
   for (std::size_t i = 0; i < red.cornerVectors.size(); ++i) {
-    add(to, numbered("corner", i + 1), red.cornerVectors[i]);
+    add(to, Value::kCorner, i + 1, red.cornerVectors[i]);
   }
-  addTags(to, "tag", red.tags);
+  addTags(to, Value::kTag, red.tags);
 }
 
 void describe(Properties& to, const Vesk::Relb& relb) {
-  add(to, "centre", relb.centre);
-  add(to, "start", relb.startVector);
-  add(to, "end", relb.endVector);
-  add(to, "depth", relb.depth);
-  add(to, "width", relb.width);
+  add(to, Value::kCentre, relb.centre);
+  add(to, Value::kStart, relb.startVector);
+  add(to, Value::kEnd, relb.endVector);
+  add(to, Value::kDepth, relb.depth);
+  add(to, Value::kWidth, relb.width);
 }
 
 void describe(Properties& to, const Vesk::Pline& pline) {
   for (std::size_t i = 0; i < pline.vertices.size(); ++i) {
-    add(to, numbered("vertex", i), pline.vertices[i]);
+    add(to, Value::kVertex, i, pline.vertices[i]);
   }
   addArcs(to, pline.arcs);
-  if (pline.pointSize != 0) add(to, "point size", pline.pointSize);
-  if (!(pline.pointDirection == GePoint())) add(to, "direction", pline.pointDirection);
+  if (pline.pointSize != 0) add(to, Value::kPointSize, pline.pointSize);
+  if (!(pline.pointDirection == GePoint())) add(to, Value::kPointDirection, pline.pointDirection);
 }
 
 void describe(Properties& to, const Vesk::Pgon& pgon) {
   for (std::size_t i = 0; i < pgon.vertices.size(); ++i) {
-    add(to, numbered("vertex", i), pgon.vertices[i].point);
+    add(to, Value::kVertex, i, pgon.vertices[i].point);
   }
   for (std::size_t i = 0; i < pgon.vertices.size(); ++i) {
-    if (pgon.vertices[i].hasNormal) add(to, numbered("normal", i), pgon.vertices[i].normal);
+    if (pgon.vertices[i].hasNormal) add(to, Value::kNormal, i, pgon.vertices[i].normal);
   }
   addArcs(to, pgon.arcs);
 }
 
 void describe(Properties& to, const Vesk::Txt& txt) {
-  add(to, "position", txt.position);
-  add(to, "direction", txt.direction);
-  add(to, "up", txt.upDirection);
-  add(to, "height", txt.height);
-  add(to, "width", txt.charWidth);
-  add(to, "alignment", txt.alignment);
-  if (txt.alignmentFlag != 0) add(to, "flag", std::int32_t{1});
-  to.push_back({"text", Type::kText, {}, txt.text});
+  add(to, Value::kPosition, txt.position);
+  add(to, Value::kDirection, txt.direction);
+  add(to, Value::kUp, txt.upDirection);
+  add(to, Value::kHeight, txt.height);
+  add(to, Value::kCharWidth, txt.charWidth);
+  add(to, Value::kAlignment, txt.alignment);
+  if (txt.alignmentFlag != 0) add(to, Value::kFlag, std::int32_t{1});
+  add(to, Value::kText, txt.text);
 }
 
 // Calls visit with the element as what it is; nothing becomes of a host's own class.
@@ -221,6 +306,12 @@ std::vector<Property> propertiesOf(const Vesk::Geo& geo) {
   Properties properties;
   visitGeo(geo, [&](const auto& element) { describe(properties, element); });
   return properties;
+}
+
+const Property* findValue(const std::vector<Property>& in, const Property& wanted) {
+  const auto found = std::find_if(in.begin(), in.end(),
+                                  [&](const Property& each) { return each.isSameValue(wanted); });
+  return found == in.end() ? nullptr : &*found;
 }
 
 GePoint placeOf(const Vesk::Geo& geo) {

@@ -2,29 +2,38 @@
 #ifndef VESK_TOOLS_DESCRIBE_H
 #define VESK_TOOLS_DESCRIBE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "output/RecordFields.h"
 #include "text/Json.h"
 #include "vesk/Geo.h"
 #include "vesk/RecordFile.h"
 
 namespace VeskTool {
 
-// One value of an element, by name.
+// One value of an element.
 struct Property {
   enum class Type { kNumber, kInteger, kPoint, kVector, kText };
 
-  std::string name;
+  Vesk::Value id = Vesk::Value::kOrigin;  // what it is
+  std::size_t index = 0;                  // of a numbered one
+  std::string name;                       // for people and programs: "vertex 0"
   Type type = Type::kNumber;
   GePoint value;     // a number stands in x
   std::string text;  // of kText
 
   friend bool operator==(const Property&, const Property&) = default;
+
+  bool isSameValue(const Property& other) const { return id == other.id && index == other.index; }
 };
+
+// The property that is the same value; null if there is none.
+const Property* findValue(const std::vector<Property>& in, const Property& wanted);
 
 // All values of an element in the order of its record. Corners, vertices and
 // arcs have numbers: "vertex 0", "arc 1 radius". The first is its place.

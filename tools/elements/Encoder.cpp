@@ -9,17 +9,15 @@
 #include "output/NumberText.h"
 #include "output/RecordLayout.h"
 #include "prims/TagLines.h"
+#include "prims/Visit.h"
 #include "text/Numbers.h"
 #include "vesk/ExceptionInfo.h"
-#include "vesk/Pgon.h"
-#include "vesk/Pline.h"
-#include "vesk/Torus.h"
 #include "vesk/TovException.h"
 
 namespace VeskTool {
 namespace {
 
-constexpr std::size_t kTypeCodes = 10;
+using Vesk::Value;
 
 double largest(const GePoint& p) {
   return std::max({std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
@@ -44,28 +42,30 @@ double lastDigitOf(double value) {
   return std::pow(10.0, exponent - decimals);
 }
 
+// Whether it has more vertices than one record of columns; one for each class.
+struct IsInPieces {
+  bool operator()(const Vesk::Pline& pline) const { return pline.vertices.size() > 2; }
+  bool operator()(const Vesk::Pgon& pgon) const { return pgon.vertices.size() > 4; }
+  bool operator()(const Vesk::Cyl&) const { return false; }
+  bool operator()(const Vesk::Box&) const { return false; }
+  bool operator()(const Vesk::Relb&) const { return false; }
+  bool operator()(const Vesk::Torus&) const { return false; }
+  bool operator()(const Vesk::Red&) const { return false; }
+  bool operator()(const Vesk::Cone&) const { return false; }
+  bool operator()(const Vesk::Txt&) const { return false; }
+};
+
 // Whether the style writes the element in pieces.
 bool isInPieces(const Vesk::Geo& geo, int mode) {
-  if (mode != Vesk::kFixedColumns) return false;
-  if (geo.typeCode() == Vesk::Pline::kTypeCode) {
-    return static_cast<const Vesk::Pline&>(geo).vertices.size() > 2;
-  }
-  return geo.typeCode() == Vesk::Pgon::kTypeCode &&
-         static_cast<const Vesk::Pgon&>(geo).vertices.size() > 4;
+  return mode == Vesk::kFixedColumns && Vesk::visit(geo, IsInPieces(), [] { return false; });
 }
 
-std::string_view codeOfMissing(const std::string& name) {
-  if (name.starts_with("arc")) return "V304";
-  if (name == "flag") return "V305";
-  if (name == "bend radius") return "V306";
-  if (name == "point size" || name == "direction") return "V303";
-  return name.starts_with("mark") || name.starts_with("tag") ? "V310" : "V302";
-}
-
-const Property* findProperty(const std::vector<Property>& properties, const std::string& name) {
-  const auto found = std::find_if(properties.begin(), properties.end(),
-                                  [&](const Property& each) { return each.name == name; });
-  return found == properties.end() ? nullptr : &*found;
+std::string_view codeOfMissing(Value id) {
+  if (id == Value::kArc) return "V304";
+  if (id == Value::kFlag) return "V305";
+  if (id == Value::kBendRadius) return "V306";
+  if (id == Value::kPointSize || id == Value::kPointDirection) return "V303";
+  return id == Value::kMark || id == Value::kTag ? "V310" : "V302";
 }
 
 bool differs(const Property& a, const Property& b, double tolerance) {
@@ -83,7 +83,7 @@ bool isFinite(const std::vector<Property>& properties) {
 
 }  // namespace
 
-Encoder::Encoder(int mode) : mode_(mode), geos_(kTypeCodes) { out_.setStyle(mode); }
+Encoder::Encoder(int mode) : mode_(mode), geos_(Vesk::kLastTypeCode + 1) { out_.setStyle(mode); }
 
 void Encoder::lose(std::string_view code, std::string message) {
   Finding& finding = losses_.emplace_back();
@@ -144,7 +144,8 @@ bool Encoder::checkWidths(const Vesk::Geo& geo) {
     const std::string_view data =
         std::string_view(line).substr(std::min(line.size(), Vesk::kFixedColumnsLayout.data));
     if (data.starts_with(Vesk::TagWords::kOpening)) continue;
-    if (line.starts_with(Vesk::LineNumbers::kTextThird) && geo.typeCode() == 9) continue;
+    if (line.starts_with(Vesk::LineNumbers::kTextThird) && geo.typeCode() == Vesk::Txt::kTypeCode)
+      continue;
     good = good && data.size() % Vesk::kNumberFieldWidth == 0;
   }
   if (good) return true;
@@ -190,7 +191,7 @@ void Encoder::compareValues(const Vesk::Geo& geo) {
         Vesk::appendField9(text, number);
         readNumber(std::string_view(text).substr(text.find_first_not_of(' ')), number);
       }
-      after.push_back({each.name, each.type, {v[0], v[1], v[2]}, {}});
+      after.push_back({each.id, each.index, each.name, each.type, {v[0], v[1], v[2]}, {}});
     }
   } else {
     std::unique_ptr<Vesk::Geo>& copy = geos_[static_cast<std::size_t>(geo.typeCode())];
@@ -202,18 +203,18 @@ void Encoder::compareValues(const Vesk::Geo& geo) {
     after = propertiesOf(*copy);
   }
   for (const Property& each : before) {
-    const Property* found = findProperty(after, each.name);
+    const Property* found = findValue(after, each);
     if (found == nullptr) {
       // The mean of the vectors stands for it.
-      if (each.name == "bend radius") {
+      if (each.id == Value::kBendRadius) {
         const auto& torus = static_cast<const Vesk::Torus&>(geo);
         const double mean = (torus.startVector.length() + torus.endVector.length()) / 2.0;
         if (std::fabs(mean - each.value.x) <= 0.001) continue;
       }
-      lose(codeOfMissing(each.name), each.name + ' ' + valueText(each) + " is lost");
+      lose(codeOfMissing(each.id), each.name + ' ' + valueText(each) + " is lost");
     } else if (differs(each, *found, rounding)) {
       const bool isText = each.type == Property::Type::kText;
-      lose(isText ? codeOfMissing(each.name) : "V302",
+      lose(isText ? codeOfMissing(each.id) : "V302",
            each.name + ' ' + valueText(each) + " becomes " + valueText(*found));
     }
   }

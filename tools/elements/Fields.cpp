@@ -2,8 +2,11 @@
 #include "elements/Fields.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <string_view>
 
+#include "output/RecordFields.h"
 #include "output/RecordLayout.h"
 #include "output/RecordWords.h"
 #include "prims/TagLines.h"
@@ -11,66 +14,37 @@
 namespace VeskTool {
 namespace {
 
-struct Names {
-  std::string_view keyword;
-  std::string_view names;  // with commas; "start*" is start x, start y, start z
-};
-
-// Which numbers follow each other, by keyword. See docs/records.md.
-constexpr Names kFixedNames[] = {
-    {"CYL", "start*,end*,diameter"},
-    {"CON", "start*,end*,start diameter,end diameter"},
-    {"BOX", "corner*,end of edge 1*,end of edge 2*,end of edge 3*"},
-    {"TOR", "centre*,start*,end*,bend radius,diameter"},
-    {"RED", "corner 0*,corner 1*,corner 2*,corner 3*,corner 4*,corner 5*,corner 6*,corner 7*"},
-    {"ELB", "bend axis end a*,bend axis end b*,outer start*,outer end*,inner radius"},
-    {"PNT", "point*,size or direction*,direction*"},
-    {"SEG", "from*,to*"},
-    {"TRI", "vertex 0*,vertex 1*,vertex 2*"},
-    {"QUA", "vertex 0*,vertex 1*,vertex 2*,vertex 3*"},
-    {"TRN", "vertex 0*,vertex 1*,vertex 2*,normal 0*,normal 1*,normal 2*"},
-    {"QUN", "vertex 0*,vertex 1*,vertex 2*,vertex 3*,normal 0*,normal 1*,normal 2*,normal 3*"},
-    {"TXT", "position*,direction*,up direction*,height,width,alignment"},
-};
-
-constexpr Names kTokenNames[] = {
-    {"c ", "origin*,axis*,diameter"},
-    {"n ", "origin*,axis*,start diameter,end diameter"},
-    {"b ", "edge 1*,corner*,edge 2*,edge 3*"},
-    {"t ", "centre*,start vector*,end vector*,diameter"},
-    {"r ",
-     "corner 0*,to corner 1*,to corner 2*,to corner 3*,to corner 4*,to corner 5*,"
-     "to corner 6*,to corner 7*"},
-    {"e ", "centre*,start vector*,end vector*,depth,width"},
-    {"x ", "position*,direction*,up direction*,height,width,alignment,length of the text"},
-};
-
 std::string_view partOf(std::string_view line, std::size_t begin, std::size_t length) {
   return begin < line.size() ? line.substr(begin, length) : std::string_view();
 }
 
-// "start*,diameter" -> start x, start y, start z, diameter
-std::vector<std::string> expand(std::string_view names) {
-  std::vector<std::string> result;
-  while (!names.empty()) {
-    std::string name(names.substr(0, names.find(',')));
-    names.remove_prefix(std::min(names.size(), name.size() + 1));
-    if (!name.ends_with('*')) {
-      result.push_back(name);
+// start x, start y, start z, diameter
+std::vector<std::string> namesOf(std::string_view keyword, int mode) {
+  const Vesk::RecordShape* shape = Vesk::recordNamed(keyword, mode);
+  if (shape == nullptr) return {};
+  std::vector<std::string> names;
+  for (const Vesk::RecordField& field : shape->fields(mode)) {
+    if (field.numbers() == 1) {
+      names.emplace_back(field.name);
       continue;
     }
-    name.pop_back();
-    for (const char* axis : {" x", " y", " z"}) result.push_back(name + axis);
+    for (const std::string_view axis : Vesk::kAxisNames) {
+      names.push_back(std::string(field.name) += axis);
+    }
   }
-  return result;
+  return names;
 }
 
-template <std::size_t N>
-std::vector<std::string> namesOf(const Names (&table)[N], std::string_view keyword) {
-  for (const Names& each : table) {
-    if (each.keyword == keyword) return expand(each.names);
-  }
-  return {};
+// What follows "pt", "vn" or "ar"; null for another word.
+const Vesk::WordFields* fieldsBehind(std::string_view word) {
+  const auto* found =
+      std::find_if(std::begin(Vesk::kWordFields), std::end(Vesk::kWordFields),
+                   [word](const Vesk::WordFields& each) { return Vesk::tagOf(each.word) == word; });
+  return found == std::end(Vesk::kWordFields) ? nullptr : found;
+}
+
+bool isClosing(std::string_view word) {
+  return word == Vesk::tagOf(Vesk::Words::kFt) || word == Vesk::tagOf(Vesk::Words::kTk);
 }
 
 class FieldScanner {
@@ -111,9 +85,7 @@ class FieldScanner {
   std::vector<Field> fields_;
   std::vector<std::string> names_;
   std::size_t next_ = 0;
-  std::size_t vertices_ = 0;
-  std::size_t normals_ = 0;
-  std::size_t arcs_ = 0;
+  std::array<std::size_t, std::size(Vesk::kWordFields)> counts_{};  // of each word so far
 };
 
 void FieldScanner::addNumbers(std::size_t column) {
@@ -143,7 +115,7 @@ void FieldScanner::addTagLine(std::string_view number) {
 
 std::vector<Field> FieldScanner::fixedColumns() {
   const std::string keyword(partOf(lines_.front(), Vesk::kFixedColumnsLayout.keyword, 3));
-  names_ = namesOf(kFixedNames, keyword);
+  names_ = namesOf(keyword, Vesk::kFixedColumns);
   for (; index_ < lines_.size(); ++index_) {
     addPrefix(0, {{"line number", 2},
                   {"F6", 4},
@@ -156,7 +128,8 @@ std::vector<Field> FieldScanner::fixedColumns() {
     const std::string_view data = partOf(line(), Vesk::kFixedColumnsLayout.data, line().npos);
     if (data.starts_with(Vesk::TagWords::kOpening)) {
       addTagLine(number);
-    } else if (keyword == "TXT" && number == Vesk::LineNumbers::kTextThird) {
+    } else if (keyword == Vesk::Keywords::kTxt.fixedColumns &&
+               number == Vesk::LineNumbers::kTextThird) {
       add(Vesk::kFixedColumnsLayout.data, 3, "length of the text");
       add(Vesk::kFixedColumnsLayout.data + 3, line().npos, "text");
     } else {
@@ -168,18 +141,20 @@ std::vector<Field> FieldScanner::fixedColumns() {
 
 void FieldScanner::openWord(std::string_view word) {
   next_ = 0;
-  if (word == "pt") names_ = expand("vertex " + std::to_string(vertices_++) + '*');
-  if (word == "vn") names_ = expand("normal " + std::to_string(normals_++) + '*');
-  if (word == "ar") {
-    const std::string arc = "arc " + std::to_string(arcs_++);
-    names_ = {arc + " radius", arc + " value 1", arc + " value 2", arc + " value 3"};
+  if (isClosing(word)) names_ = {std::string(word) + ", closing attribute"};
+  const Vesk::WordFields* fields = fieldsBehind(word);
+  if (fields == nullptr) return;
+  std::size_t& count = counts_[static_cast<std::size_t>(fields - std::begin(Vesk::kWordFields))];
+  const std::string name = std::string(fields->name) + ' ' + std::to_string(count++);
+  names_.clear();
+  for (const std::string_view number : fields->numbers) {
+    names_.push_back(name + std::string(number));
   }
-  if (word == "ft" || word == "tk") names_ = {std::string(word) + ", closing attribute"};
 }
 
 void FieldScanner::addWord(std::size_t begin, std::size_t length) {
   const std::string_view word = partOf(line(), begin, length);
-  if (word == "pt" || word == "vn" || word == "ar" || word == "ft" || word == "tk") {
+  if (isClosing(word) || fieldsBehind(word) != nullptr) {
     add(begin, length, "word");
     openWord(word);
   } else {
@@ -210,7 +185,7 @@ void FieldScanner::addTokens(std::string_view keyword) {
 }
 
 std::vector<Field> FieldScanner::tokens() {
-  names_ = namesOf(kTokenNames, partOf(lines_.front(), Vesk::kTokensLayout.keyword, 2));
+  names_ = namesOf(partOf(lines_.front(), Vesk::kTokensLayout.keyword, 2), Vesk::kTokens);
   for (; index_ < lines_.size(); ++index_) {
     addPrefix(0, {{"F1, header text", 8},
                   {"F2, second header text", 2},
@@ -221,7 +196,7 @@ std::vector<Field> FieldScanner::tokens() {
                   {"keyword", 2}});
     const std::string_view keyword = partOf(line(), Vesk::kTokensLayout.keyword, 2);
     // All numbers have been read: the text itself.
-    if (keyword == "x " && index_ > 0 && next_ == names_.size()) {
+    if (keyword == Vesk::Keywords::kTxt.tokens && index_ > 0 && next_ == names_.size()) {
       add(Vesk::kTokensLayout.data, line().npos, "text");
     } else {
       addTokens(keyword);

@@ -21,7 +21,8 @@ constexpr std::size_t kBlock = std::size_t{1} << 16;
 constexpr std::size_t kBatch = 512;  // elements in memory
 
 // Of AutoCAD's colours, by Kind.
-constexpr std::array<int, kKinds> kColours = {7, 8, 8, 3, 3, 3, 7, 30, 40, 5, 4, 150, 70};
+constexpr std::array kColours = {7, 8, 8, 3, 3, 3, 7, 30, 40, 5, 4, 150, 70};
+static_assert(kColours.size() == kKinds, "a colour for each kind");
 
 // Pairs of a code and a value, each on a line, and handles in hexadecimal.
 class DxfText {

@@ -76,9 +76,17 @@ Class classOf(Kind kind, std::string_view component) {
       return {"IFCDUCTFITTING", ".BEND."};
     case Kind::kReducer:
       return {"IFCDUCTFITTING", ".TRANSITION."};
-    default:
-      return {"IFCBUILDINGELEMENTPROXY", ".NOTDEFINED."};
+    case Kind::kPoint:
+    case Kind::kSegment:
+    case Kind::kPolyline:
+    case Kind::kTriangle:
+    case Kind::kQuadrangle:
+    case Kind::kPolygon:
+    case Kind::kText:
+    case Kind::kBox:
+      break;
   }
+  return {"IFCBUILDINGELEMENTPROXY", ".NOTDEFINED."};
 }
 
 class IfcWriter : public ElementWriter {

@@ -10,9 +10,10 @@
 namespace VeskTool {
 namespace {
 
-// Vectors of these names lead nowhere.
-bool isDirection(const std::string& name) {
-  return name == "direction" || name == "up" || name.starts_with("normal");
+// Vectors that lead nowhere.
+bool isDirection(Vesk::Value id) {
+  return id == Vesk::Value::kDirection || id == Vesk::Value::kPointDirection ||
+         id == Vesk::Value::kUp || id == Vesk::Value::kNormal;
 }
 
 char typeOf(const Property& property) {
@@ -24,11 +25,11 @@ char typeOf(const Property& property) {
     case Property::Type::kText:
       return 't';
     case Property::Type::kPoint:
-      return isDirection(property.name) ? 'd' : 'p';
+      return isDirection(property.id) ? 'd' : 'p';
     case Property::Type::kVector:
       break;
   }
-  return isDirection(property.name) ? 'd' : 'o';
+  return isDirection(property.id) ? 'd' : 'o';
 }
 
 }  // namespace

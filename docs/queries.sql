@@ -50,5 +50,5 @@ SELECT name, value FROM attribute_list WHERE element = :id ORDER BY name;
 -- What could not be read, or not be a shape?
 SELECT f.name AS file, x.line, x.message FROM faults x JOIN files f ON f.id = x.file
 UNION ALL
-SELECT f.name, e.line, e.trouble FROM elements e JOIN files f ON f.id = e.file
-WHERE e.trouble IS NOT NULL ORDER BY 1, 2;
+SELECT f.name, e.line, e.reason FROM elements e JOIN files f ON f.id = e.file
+WHERE e.reason IS NOT NULL ORDER BY 1, 2;

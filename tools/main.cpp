@@ -23,7 +23,7 @@ constexpr Exit kClosedPipe{141};
 
 using Commands = std::vector<std::unique_ptr<Command>>;
 
-int codeOf(Exit exit) { return static_cast<int>(exit); }
+int numberOf(Exit exit) { return static_cast<int>(exit); }
 
 Command* commandNamed(const Commands& commands, const std::string& name) {
   for (const auto& command : commands) {
@@ -225,5 +225,5 @@ Exit runTool(const std::vector<std::string>& words) {
 
 int main(int count, char** words) {
   VeskTool::prepareProcess();
-  return VeskTool::codeOf(VeskTool::runTool(VeskTool::commandLine(count, words)));
+  return VeskTool::numberOf(VeskTool::runTool(VeskTool::commandLine(count, words)));
 }

@@ -37,7 +37,7 @@ std::size_t largestNumber(const std::vector<NumberPlace>& places) {
 void place(Finding& finding, const Recs& lines, std::int32_t mode, int first, int last) {
   const std::vector<NumberPlace> places = numberPlaces(lines, mode);
   if (places.empty()) return;
-  if (first == Trouble::kLargest) first = last = static_cast<int>(largestNumber(places));
+  if (first == ElementFault::kLargest) first = last = static_cast<int>(largestNumber(places));
   const std::size_t begin = std::min(static_cast<std::size_t>(first), places.size() - 1);
   std::size_t end = std::clamp(static_cast<std::size_t>(last), begin, places.size() - 1);
   while (places[end].line != places[begin].line) --end;
@@ -208,25 +208,25 @@ void FileCheck::checkElement(RecordFile& file) {
   ++counts_.elements;
   if (options_.takes) chosenLines_.push_back(element.firstLine);
   checkLinesOf(file, element.firstLine);
-  troubles_.clear();
-  checkShape(*element.geo, file.mode(), troubles_);
-  if (file.mode() == kFixedColumns) checkFields(file.lines(), troubles_);
-  for (const Trouble& trouble : troubles_) tell(trouble, file);
+  faults_.clear();
+  checkShape(*element.geo, file.mode(), faults_);
+  if (file.mode() == kFixedColumns) checkFields(file.lines(), faults_);
+  for (const ElementFault& fault : faults_) tell(fault, file);
   if (isKept) checkTwice(file, key, component, true);
 }
 
 void FileCheck::checkLinesOf(const RecordFile& file, std::uint64_t firstLine) {
-  checkLines(file.lines(), file.mode(), [&](LineTrouble trouble) {
+  checkLines(file.lines(), file.mode(), [&](LineFault fault) {
     Finding finding;
-    finding.code = trouble.code;
-    finding.severity = trouble.severity;
+    finding.code = fault.code;
+    finding.severity = fault.severity;
     finding.file = file.name();
-    finding.line = firstLine + trouble.line;
-    finding.column = trouble.column + 1;
-    finding.endColumn = trouble.column + trouble.length;
-    finding.message = std::move(trouble.message);
-    finding.expected = std::move(trouble.expected);
-    finding.sourceLine = file.lines()[trouble.line];
+    finding.line = firstLine + fault.line;
+    finding.column = fault.column + 1;
+    finding.endColumn = fault.column + fault.length;
+    finding.message = std::move(fault.message);
+    finding.expected = std::move(fault.expected);
+    finding.sourceLine = file.lines()[fault.line];
     tell(std::move(finding));
   });
 }
@@ -240,7 +240,7 @@ void FileCheck::checkTwice(RecordFile& file, const ShapeKey& key, const Componen
   if (!isChosen && !std::binary_search(chosenLines_.begin(), chosenLines_.end(), first)) return;
   lastTwice_ = component.key;
   tell({kTwice, Severity::kWarning, "same shape as the element at line " + std::to_string(first),
-        "", Trouble::kWholeElement, Trouble::kWholeElement},
+        "", ElementFault::kWholeElement, ElementFault::kWholeElement},
        file);
 }
 
@@ -254,18 +254,18 @@ void FileCheck::tellFault(const RecordFile& file) {
   tell(std::move(finding));
 }
 
-void FileCheck::tell(const Trouble& trouble, RecordFile& file) {
+void FileCheck::tell(const ElementFault& fault, RecordFile& file) {
   Finding finding;
-  finding.code = trouble.code;
-  finding.severity = trouble.severity;
+  finding.code = fault.code;
+  finding.severity = fault.severity;
   finding.file = file.name();
   finding.line = file.element().firstLine;
-  finding.message = trouble.message;
-  finding.expected = trouble.expected;
-  if (trouble.firstNumber == Trouble::kWholeElement) {
+  finding.message = fault.message;
+  finding.expected = fault.expected;
+  if (fault.firstNumber == ElementFault::kWholeElement) {
     finding.sourceLine = file.lines().front();
   } else {
-    place(finding, file.lines(), file.mode(), trouble.firstNumber, trouble.lastNumber);
+    place(finding, file.lines(), file.mode(), fault.firstNumber, fault.lastNumber);
   }
   tell(std::move(finding));
 }

@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "check/Duplicates.h"
+#include "check/ElementFault.h"
 #include "check/Joints.h"
 #include "check/LineRules.h"
 #include "check/Supports.h"
-#include "check/Trouble.h"
 #include "files/SidecarFile.h"
 #include "findings/Findings.h"
 #include "vesk/RecordFile.h"
@@ -79,7 +79,7 @@ class FileCheck {
   void checkTwice(Vesk::RecordFile& file, const ShapeKey& key, const Component& component,
                   bool isChosen);
   void tellFault(const Vesk::RecordFile& file);
-  void tell(const Trouble& trouble, Vesk::RecordFile& file);
+  void tell(const ElementFault& fault, Vesk::RecordFile& file);
   void findJoints(const Vesk::RecordFile& file);
   void tell(const SupportFault& fault, const Vesk::RecordFile& file);
   void tell(const JointFault& fault, const Vesk::RecordFile& file);
@@ -99,7 +99,7 @@ class FileCheck {
   Component last_;               // that of the element before
   std::uint64_t lastTwice_ = 0;  // key of the last component that was told as there twice
   bool findsTwice_ = false;
-  std::vector<Trouble> troubles_;
+  std::vector<ElementFault> faults_;
   std::vector<std::uint64_t> chosenLines_;  // first lines
 };
 

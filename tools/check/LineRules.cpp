@@ -46,7 +46,7 @@ std::string hexOf(char c) {
 
 bool isBase36(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z'); }
 
-void checkCounter(std::string_view line, const RecordLayout& layout, const TakeLineTrouble& take) {
+void checkCounter(std::string_view line, const RecordLayout& layout, const TakeLineFault& take) {
   const std::string_view counter = line.substr(layout.counter, kCounterWidth);
   if (std::all_of(counter.begin(), counter.end(), isBase36)) return;
   if (counter == "   ") return;
@@ -56,7 +56,7 @@ void checkCounter(std::string_view line, const RecordLayout& layout, const TakeL
 }
 
 void checkSize(std::string_view line, std::size_t index, std::size_t size, std::size_t heading,
-               const TakeLineTrouble& take) {
+               const TakeLineFault& take) {
   const std::size_t most = index == 0 ? size : size + heading;
   if (line.size() <= most) return;
   take({"V018", Severity::kError, index, most, line.size() - most,
@@ -65,7 +65,7 @@ void checkSize(std::string_view line, std::size_t index, std::size_t size, std::
 }
 
 void checkEnd(std::string_view line, std::size_t index, std::size_t data,
-              const TakeLineTrouble& take) {
+              const TakeLineFault& take) {
   if (line.size() <= data || line.back() != ' ') return;
   const std::size_t end = std::max(line.find_last_not_of(' ') + 1, data);
   take({"V032", Severity::kNote, index, end, line.size() - end,
@@ -77,7 +77,7 @@ void checkEnd(std::string_view line, std::size_t index, std::size_t data,
 
 }  // namespace
 
-void checkLines(const Recs& lines, std::int32_t mode, const TakeLineTrouble& take) {
+void checkLines(const Recs& lines, std::int32_t mode, const TakeLineFault& take) {
   const bool tokens = mode == kTokens;
   const RecordLayout& layout = tokens ? kTokensLayout : kFixedColumnsLayout;
   const std::size_t size = tokens ? kTokensLineSize : kFixedColumnsLineSize;

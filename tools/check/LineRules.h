@@ -14,7 +14,7 @@
 namespace VeskTool {
 
 // Something wrong with the characters of a line, whatever its numbers say.
-struct LineTrouble {
+struct LineFault {
   std::string_view code;
   Severity severity = Severity::kError;
   std::size_t line = 0;    // index in the element
@@ -24,7 +24,7 @@ struct LineTrouble {
   std::string expected;
 };
 
-using TakeLineTrouble = std::function<void(LineTrouble)>;
+using TakeLineFault = std::function<void(LineFault)>;
 
 // V018: lines over the size of the style. A continuation line may be longer by
 // its heading, because its first token is measured without it.
@@ -32,7 +32,7 @@ using TakeLineTrouble = std::function<void(LineTrouble)>;
 // V031: a counter that is not made of 0 to 9 and A to Z; one that is blank was
 // never set and is left alone.
 // V032: blanks at the end of a line, texts aside.
-void checkLines(const Vesk::Recs& lines, std::int32_t mode, const TakeLineTrouble& take);
+void checkLines(const Vesk::Recs& lines, std::int32_t mode, const TakeLineFault& take);
 
 }  // namespace VeskTool
 

@@ -96,8 +96,8 @@ double largestOf(const Geo& geo) {
 // that the style can write for this element's coordinates.
 class ShapeCheck {
  public:
-  ShapeCheck(ShapeFault fault, std::int32_t mode, double step, std::vector<Trouble>& troubles)
-      : fault_(fault), mode_(mode), step_(step), troubles_(troubles) {}
+  ShapeCheck(ShapeFault fault, std::int32_t mode, double step, std::vector<ElementFault>& faults)
+      : fault_(fault), mode_(mode), step_(step), faults_(faults) {}
 
   void check(const Cyl& cyl) {
     if (cyl.diameter < 0.0)
@@ -252,7 +252,7 @@ class ShapeCheck {
 
   void add(std::string_view code, Severity severity, std::string message, std::string expected,
            NumberRange span) {
-    troubles_.push_back(
+    faults_.push_back(
         {code, severity, std::move(message), std::move(expected), span.first, span.last});
   }
 
@@ -337,7 +337,7 @@ class ShapeCheck {
   ShapeFault fault_;
   std::int32_t mode_;
   double step_;
-  std::vector<Trouble>& troubles_;
+  std::vector<ElementFault>& faults_;
 };
 
 // Of a number of this size in mode 2.
@@ -389,36 +389,36 @@ std::string_view codeOf(ShapeFault fault) {
   return "V103";
 }
 
-void checkLargest(double largest, std::int32_t mode, std::vector<Trouble>& troubles) {
+void checkLargest(double largest, std::int32_t mode, std::vector<ElementFault>& faults) {
   if (!std::isfinite(largest)) {
-    troubles.push_back({"V105", Severity::kError, "number is not finite", "a finite number",
-                        Trouble::kLargest, Trouble::kLargest});
+    faults.push_back({"V105", Severity::kError, "number is not finite", "a finite number",
+                      ElementFault::kLargest, ElementFault::kLargest});
   } else if (mode == kTokens && largest > kLastExact) {
-    troubles.push_back({"V121", Severity::kWarning,
-                        "number of " + shortest(largest) + " has no decimals left",
-                        "at most " + rounded(kLastExact, 0), Trouble::kLargest, Trouble::kLargest});
+    faults.push_back(
+        {"V121", Severity::kWarning, "number of " + shortest(largest) + " has no decimals left",
+         "at most " + rounded(kLastExact, 0), ElementFault::kLargest, ElementFault::kLargest});
   }
 }
 
 }  // namespace
 
-void checkShape(const Geo& geo, std::int32_t mode, std::vector<Trouble>& troubles) {
+void checkShape(const Geo& geo, std::int32_t mode, std::vector<ElementFault>& faults) {
   const double largest = largestOf(geo);
-  if (!(largest <= kLastExact)) checkLargest(largest, mode, troubles);
+  if (!(largest <= kLastExact)) checkLargest(largest, mode, faults);
   if (!std::isfinite(largest)) return;
   const double step = mode == kTokens ? 1e-4 : stepOfField(largest);
   const ShapeFault fault = shapeFaultOf(geo);
-  ShapeCheck check(fault, mode, step, troubles);
-  const std::size_t before = troubles.size();
+  ShapeCheck check(fault, mode, step, faults);
+  const std::size_t before = faults.size();
   visit(
       geo, [&](const auto& primitive) { check.check(primitive); }, [] {});
-  if (fault == ShapeFault::kNone || fault == ShapeFault::kTooLarge || troubles.size() > before)
+  if (fault == ShapeFault::kNone || fault == ShapeFault::kTooLarge || faults.size() > before)
     return;
-  troubles.push_back({codeOf(fault), Severity::kWarning, textOf(fault), "", Trouble::kWholeElement,
-                      Trouble::kWholeElement});
+  faults.push_back({codeOf(fault), Severity::kWarning, textOf(fault), "",
+                    ElementFault::kWholeElement, ElementFault::kWholeElement});
 }
 
-void checkFields(const Recs& lines, std::vector<Trouble>& troubles) {
+void checkFields(const Recs& lines, std::vector<ElementFault>& faults) {
   constexpr std::size_t kPointOfThree = 5;  // "    1.500"
   int number = -1;
   forEachField9(lines, [&](std::size_t, std::size_t, std::string_view field) {
@@ -434,13 +434,13 @@ void checkFields(const Recs& lines, std::vector<Trouble>& troubles) {
     if (decimals >= 3) return;
     const std::string text(field.substr(field.find_first_not_of(' ')));
     if (decimals == 0) {
-      troubles.push_back({"V121", Severity::kWarning, "number " + text + " has no decimals left",
-                          "three decimals", number, number});
+      faults.push_back({"V121", Severity::kWarning, "number " + text + " has no decimals left",
+                        "three decimals", number, number});
     } else {
-      troubles.push_back({"V120", Severity::kNote,
-                          "number " + text + " has " + std::to_string(decimals) +
-                              (decimals == 1 ? " decimal" : " decimals") + " left",
-                          "three decimals", number, number});
+      faults.push_back({"V120", Severity::kNote,
+                        "number " + text + " has " + std::to_string(decimals) +
+                            (decimals == 1 ? " decimal" : " decimals") + " left",
+                        "three decimals", number, number});
     }
   });
 }

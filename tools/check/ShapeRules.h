@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "check/Trouble.h"
+#include "check/ElementFault.h"
 #include "vesk/Geo.h"
 
 namespace VeskTool {
 
 // What is wrong with the shape of one element that was read in this mode,
-// appended to `troubles`. An element with a number that is not finite has only
+// appended to `faults`. An element with a number that is not finite has only
 // that said of it. What has no shape is told in any case: whatever `vesk export`
 // leaves out has a finding, and whatever it makes has none that is an error.
 //
@@ -27,11 +27,11 @@ namespace VeskTool {
 //   V112  a bend that has no plane: its start and end are in line with the centre
 //   V113  a bend so near to half a turn that rounding decides on its side
 //   V121  mode 3: a number so large that a double can't hold its decimals
-void checkShape(const Vesk::Geo& geo, std::int32_t mode, std::vector<Trouble>& troubles);
+void checkShape(const Vesk::Geo& geo, std::int32_t mode, std::vector<ElementFault>& faults);
 
 // Numbers of a mode 2 element that keep fewer than three decimals because they
 // are large: V120 with one or two decimals left, V121 with none.
-void checkFields(const Vesk::Recs& lines, std::vector<Trouble>& troubles);
+void checkFields(const Vesk::Recs& lines, std::vector<ElementFault>& faults);
 
 // The smallest size of a drawn element, in the file's unit.
 inline constexpr double kLeastSize = 0.01;

@@ -93,8 +93,8 @@ class DxfWriter : public ElementWriter {
 
   std::string add(const ExportedElement& element) override {
     ExactShape shape;
-    std::string trouble = makeExact(*element.record.geo, shape);
-    if (!trouble.empty()) return trouble;
+    std::string reason = makeExact(*element.record.geo, shape);
+    if (!reason.empty()) return reason;
     countLosses(element.record);
     Vesk::SceneElement shown;
     shown.header = builder_.headerId(headerText(element.record.header));

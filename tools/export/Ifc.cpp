@@ -106,8 +106,8 @@ class IfcWriter : public ElementWriter {
 
   std::string add(const ExportedElement& element) override {
     const Vesk::RecordElement& record = element.record;
-    std::string trouble = makeExact(*record.geo, shape_);
-    if (!trouble.empty()) return trouble;
+    std::string reason = makeExact(*record.geo, shape_);
+    if (!reason.empty()) return reason;
     countLosses(record);
     const std::string f1 = trimmedField(record.header.f1);
     const std::string f2 = trimmedField(record.header.f2);

@@ -44,7 +44,7 @@ CREATE TABLE elements(
   header INTEGER NOT NULL REFERENCES headers, counter INTEGER NOT NULL,
   kind TEXT NOT NULL, length REAL, volume REAL,
   min_x REAL, min_y REAL, min_z REAL, max_x REAL, max_y REAL, max_z REAL,
-  trouble TEXT);
+  reason TEXT);
 CREATE TABLE value_names(id INTEGER PRIMARY KEY, name TEXT NOT NULL);
 CREATE TABLE element_values(
   element INTEGER NOT NULL REFERENCES elements, name INTEGER NOT NULL REFERENCES value_names,
@@ -184,7 +184,7 @@ class SqliteWriter : public ElementWriter {
   std::string add(const ExportedElement& element) override {
     const Vesk::RecordElement& record = element.record;
     ExactShape shape;
-    const std::string trouble = makeExact(*record.geo, shape);
+    const std::string reason = makeExact(*record.geo, shape);
     Vesk::Extents box;
     record.geo->addExtents(box);
     const bool hasBox = std::isfinite(box.min.x + box.min.y + box.min.z) &&
@@ -196,11 +196,11 @@ class SqliteWriter : public ElementWriter {
     row.add(headerId(trimmedField(record.header.f1), trimmedField(record.header.f2)));
     row.add(std::int64_t{record.counter()})
         .add(std::string_view(VeskTool::nameOf(kindOf(*record.geo))));
-    addSizes(row, shape, trouble, record.geo->isSolid());
+    addSizes(row, shape, reason, record.geo->isSolid());
     for (const double each : {box.min.x, box.min.y, box.min.z, box.max.x, box.max.y, box.max.z}) {
       hasBox ? row.add(each) : row.null();
     }
-    trouble.empty() ? row.null() : row.add(trouble);
+    reason.empty() ? row.null() : row.add(reason);
     row.run();
     if (hasBox) {
       insertBox_->add(elements_).add(box.min.x).add(box.max.x).add(box.min.y).add(box.max.y);
@@ -259,7 +259,7 @@ class SqliteWriter : public ElementWriter {
   }
 
   // The length of what has an axis or is a line, and the volume of solids.
-  static void addSizes(Statement& row, const ExactShape& shape, const std::string& trouble,
+  static void addSizes(Statement& row, const ExactShape& shape, const std::string& reason,
                        bool isSolid) {
     double length = std::nan("");
     if (const auto* round = std::get_if<ExactRound>(&shape)) length = round->height;
@@ -272,7 +272,7 @@ class SqliteWriter : public ElementWriter {
       }
     }
     row.add(length);
-    trouble.empty() && isSolid ? row.add(volumeOf(shape)) : row.null();
+    reason.empty() && isSolid ? row.add(volumeOf(shape)) : row.null();
   }
 
   void addValues(const Vesk::Geo& geo) {

@@ -54,8 +54,8 @@ class StepWriter : public ElementWriter {
   StepWriter(double millimetres, TextSink& out) : step_(out), millimetres_(millimetres) { begin(); }
 
   std::string add(const ExportedElement& element) override {
-    std::string trouble = makeExact(*element.record.geo, shape_);
-    if (!trouble.empty()) return trouble;
+    std::string reason = makeExact(*element.record.geo, shape_);
+    if (!reason.empty()) return reason;
     countLosses(element.record);
     if (std::holds_alternative<ExactText>(shape_)) {
       ++leftOut_["text"];

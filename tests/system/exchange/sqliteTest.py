@@ -61,7 +61,7 @@ check(len(answers[2]) == 10 and answers[2] == sorted(answers[2], key=lambda r: -
 check(math.isclose(sum(r[2] or 0 for r in answers[4]), volume / 1e9, rel_tol=1e-9), 'volume')
 check(len(answers[7]) == sum(1 for _, k, _ in expect.elements('tame.dat') if k == 'text'), 'texts')
 check(answers[8] == [('item-code', 'PIPE 6'), ('pipeline', 'P-11 "A"')], 'attributes')
-check(len(answers[9]) == 2, 'faults and troubles')
+check(len(answers[9]) == 2, 'faults and reasons')
 for number, answer in enumerate(answers):
     check(number == 9 or answer, 'question %d has no answer' % (number + 1))
 print('%d elements, %d questions, %d failures' % (count, len(questions), failures))

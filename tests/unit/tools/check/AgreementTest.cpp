@@ -152,18 +152,18 @@ class Elements {
 
 // What `check` and the meshes make of the element; empty if they agree.
 std::string disagreement(const Geo& geo, std::int32_t mode) {
-  std::vector<Trouble> troubles;
-  checkShape(geo, mode, troubles);
+  std::vector<ElementFault> faults;
+  checkShape(geo, mode, faults);
   SceneBuilder builder(Fineness::ofSegments(8));
   builder.add(geo, {});
   const Scene scene = builder.finish();
-  const std::string told = troubles.empty() ? "nothing" : troubles.front().message;
+  const std::string told = faults.empty() ? "nothing" : faults.front().message;
   const std::string reason = scene.failures.empty() ? "" : scene.failures[0].reason;
   if (reason.ends_with("at this tolerance")) return {};
   if (reason != textOf(shapeFaultOf(geo))) return "not the one reason: " + reason;
-  if (!reason.empty() && troubles.empty()) return "check is silent on: " + reason;
-  for (const Trouble& trouble : troubles) {
-    if (reason.empty() && trouble.severity == Severity::kError) return "check alone: " + told;
+  if (!reason.empty() && faults.empty()) return "check is silent on: " + reason;
+  for (const ElementFault& fault : faults) {
+    if (reason.empty() && fault.severity == Severity::kError) return "check alone: " + told;
   }
   return {};
 }

@@ -14,20 +14,20 @@ using namespace VeskTool;
 
 namespace {
 
-std::vector<LineTrouble> troubles(const Recs& lines, std::int32_t mode) {
-  std::vector<LineTrouble> found;
-  checkLines(lines, mode, [&](LineTrouble trouble) { found.push_back(std::move(trouble)); });
+std::vector<LineFault> faults(const Recs& lines, std::int32_t mode) {
+  std::vector<LineFault> found;
+  checkLines(lines, mode, [&](LineFault fault) { found.push_back(std::move(fault)); });
   return found;
 }
 
 TEST(LineRulesTest, ControlCharactersAreFoundAtEveryPlace) {
   for (std::size_t length = 21; length < 60; ++length) {
     const std::string line = tokenLine("00", "l ", std::string(length - 21, 'a'));
-    EXPECT_TRUE(troubles({line}, kTokens).empty());
+    EXPECT_TRUE(faults({line}, kTokens).empty());
     for (std::size_t i = 14; i < length; ++i) {
       std::string damaged = line;
       damaged[i] = '\x1f';
-      const std::vector<LineTrouble> found = troubles({damaged}, kTokens);
+      const std::vector<LineFault> found = faults({damaged}, kTokens);
       ASSERT_EQ(found.size(), 1u) << length << ' ' << i;
       EXPECT_EQ(found[0].code, "V019");
       EXPECT_EQ(found[0].column, i);
@@ -44,14 +44,14 @@ TEST(LineRulesTest, AllBytesBelow32And127AreControlCharacters) {
       text[3] = static_cast<char>(byte);
       const bool expected = byte < 32 || byte == 127;
       const Recs lines{tokenLine("00", "x ", "1" + text + "x")};
-      EXPECT_EQ(troubles(lines, kTokens).size(), expected ? 1u : 0u) << byte << ' ' << int{other};
+      EXPECT_EQ(faults(lines, kTokens).size(), expected ? 1u : 0u) << byte << ' ' << int{other};
     }
   }
 }
 
 TEST(LineRulesTest, EachLineOfAnElementIsLookedAt) {
   const Recs lines{fixedLine("60", "RED", "1"), fixedLine("61", "RED", "1 ")};
-  const std::vector<LineTrouble> found = troubles(lines, kFixedColumns);
+  const std::vector<LineFault> found = faults(lines, kFixedColumns);
   ASSERT_EQ(found.size(), 1u);
   EXPECT_EQ(found[0].code, "V032");
   EXPECT_EQ(found[0].line, 1u);
@@ -61,18 +61,18 @@ TEST(LineRulesTest, EachLineOfAnElementIsLookedAt) {
 TEST(LineRulesTest, SizesOfColumns) {
   const std::string full = fixedLine("60", "BOX", std::string(232, '1'));
   ASSERT_EQ(full.size(), 256u);
-  EXPECT_TRUE(troubles({full}, kFixedColumns).empty());
-  EXPECT_EQ(troubles({full + '1'}, kFixedColumns).size(), 1u);
+  EXPECT_TRUE(faults({full}, kFixedColumns).empty());
+  EXPECT_EQ(faults({full + '1'}, kFixedColumns).size(), 1u);
   // The heading of 24 comes on top.
-  EXPECT_TRUE(troubles({full, full + std::string(24, '1')}, kFixedColumns).empty());
-  EXPECT_EQ(troubles({full, full + std::string(25, '1')}, kFixedColumns).size(), 1u);
+  EXPECT_TRUE(faults({full, full + std::string(24, '1')}, kFixedColumns).empty());
+  EXPECT_EQ(faults({full, full + std::string(25, '1')}, kFixedColumns).size(), 1u);
 }
 
 TEST(LineRulesTest, ShortLinesAreNoAccident) {
   for (std::size_t length = 0; length < 25; ++length) {
     const std::string line = fixedLine("60", "CYL", "").substr(0, length);
-    EXPECT_TRUE(troubles({line}, kFixedColumns).empty()) << length;
-    EXPECT_TRUE(troubles({line}, kTokens).empty()) << length;
+    EXPECT_TRUE(faults({line}, kFixedColumns).empty()) << length;
+    EXPECT_TRUE(faults({line}, kTokens).empty()) << length;
   }
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef VESK_TOOLS_CHECK_TROUBLE_H
-#define VESK_TOOLS_CHECK_TROUBLE_H
+#ifndef VESK_TOOLS_CHECK_ELEMENTFAULT_H
+#define VESK_TOOLS_CHECK_ELEMENTFAULT_H
 
 #include <string>
 #include <string_view>
@@ -12,7 +12,7 @@ namespace VeskTool {
 // Something wrong with an element that was read, told by its numbers. The
 // numbers of a record count from 0 in the order in which they are written; see
 // numberPlaces for where they stand.
-struct Trouble {
+struct ElementFault {
   static constexpr int kWholeElement = -1;
   static constexpr int kLargest = -2;  // the one of the largest absolute value, NaN before all
 

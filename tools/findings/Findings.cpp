@@ -159,7 +159,7 @@ void nameText(Finding& finding, const Vesk::RecordFault& fault) {
 
 }  // namespace
 
-std::string_view codeOf(Vesk::ReadCause cause) {
+std::string_view codeOfCause(Vesk::ReadCause cause) {
   return kCodes[static_cast<std::size_t>(cause)].code;
 }
 
@@ -211,7 +211,7 @@ void appendJson(JsonWriter& json, const Finding& finding) {
 Finding findingOf(const Vesk::RecordFile& file) {
   const Vesk::RecordFault& fault = file.fault();
   Finding finding;
-  finding.code = codeOf(fault.cause);
+  finding.code = codeOfCause(fault.cause);
   finding.file = file.name();
   finding.line = fault.line;
   finding.column = fault.column;

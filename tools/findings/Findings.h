@@ -51,7 +51,7 @@ void appendText(std::string& to, const Finding& finding, const Look& look);
 void appendJson(JsonWriter& json, const Finding& finding);
 
 // The code of what can't be read.
-std::string_view codeOf(Vesk::ReadCause cause);
+std::string_view codeOfCause(Vesk::ReadCause cause);
 
 // What the file's reader has found wrong; file.next() gave kFault.
 Finding findingOf(const Vesk::RecordFile& file);

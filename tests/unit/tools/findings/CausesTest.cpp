@@ -156,7 +156,7 @@ TEST_P(CausesOutsideFilesTest, GiveCodeAndMessage) {
   const ReadFailure failure(row.cause, {}, row.token);
   EXPECT_EQ(failure.message, row.message);
   EXPECT_EQ(failure.expected(), row.expected);
-  EXPECT_EQ(codeOf(row.cause), row.code);
+  EXPECT_EQ(codeOfCause(row.cause), row.code);
 }
 
 INSTANTIATE_TEST_SUITE_P(Failures, CausesOutsideFilesTest, testing::ValuesIn(kOthers),
@@ -171,7 +171,7 @@ TEST(CauseTableTest, HasARowForEachCause) {
 
 TEST(CauseTableTest, CodesAreInTheCatalogue) {
   for (std::size_t i = 0; i < kReadCauses; ++i) {
-    const std::string_view code = codeOf(static_cast<ReadCause>(i));
+    const std::string_view code = codeOfCause(static_cast<ReadCause>(i));
     EXPECT_NE(findCode(code), nullptr) << code;
   }
 }

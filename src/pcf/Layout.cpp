@@ -12,6 +12,7 @@ namespace Vesk::Pcf {
 namespace {
 
 constexpr std::size_t kSample = 20000;  // lines
+constexpr std::size_t kEnough = 500;    // components that say where they begin
 constexpr std::size_t kPatience = 100;  // lines without any word of such a file
 constexpr std::size_t kLongestWord = 64;
 
@@ -39,6 +40,7 @@ Layout layoutOf(std::string_view text) {
   Indents components;
   Indents points;
   std::size_t count = 0;
+  std::size_t told = 0;
   for (Lines lines(text); count < kSample && lines.next();) {
     const KeyValue entry = keyValueOf(lines.line());
     if (entry.key.empty() || isComment(entry.key)) continue;
@@ -48,7 +50,10 @@ Layout layoutOf(std::string_view text) {
     const Word word = wordOf(key);
     if (isTelling(word, key)) layout.isPiping = true;
     if (word == Word::kMaterials) break;
-    if (isComponent(word) && entry.value.empty()) ++components[indentOf(lines.line())];
+    if (isComponent(word) && entry.value.empty()) {
+      ++components[indentOf(lines.line())];
+      if (++told == kEnough) break;
+    }
     if (word == Word::kPoint) ++points[indentOf(lines.line())];
   }
   layout.margin = mostFrequent(components, 0);

@@ -98,7 +98,8 @@ void Resolver::addEnds(Resolved& resolved, const Points& points) const {
 
 void Resolver::requireBores(Resolved& resolved) const {
   const Part& part = resolved.part;
-  const bool mayHaveOne = closesLine(part.family) || part.family == Family::kGasket || part.centre;
+  const bool mayHaveOne = closesLine(part.family) || part.family == Family::kGasket ||
+                          (part.centre && !isValve(part.family));
   if (!mayHaveOne && part.ends.size() + part.branches.size() < 2) {
     resolved.failure = "expected two ends";
     return;
@@ -107,6 +108,18 @@ void Resolver::requireBores(Resolved& resolved) const {
   if (std::any_of(resolved.part.ends.begin(), resolved.part.ends.end(), hasNone) ||
       std::any_of(resolved.part.branches.begin(), resolved.part.branches.end(), hasNone))
     resolved.failure = "expected a bore behind a point, found none";
+}
+
+// What branches and lacks an end would be drawn without it.
+void Resolver::askForAllEnds(const Part& part, const Component& component) {
+  const std::string& word = plan_.kindOf(component).word;
+  const std::size_t found = part.ends.size() + part.branches.size();
+  std::size_t expected = 2;
+  if (part.family == Family::kYPiece || word.ends_with("-3WAY")) expected = 3;
+  if (word.ends_with("-4WAY")) expected = 4;
+  if (part.family == Family::kTee && part.ends.size() == 1) expected = 3;
+  if (found < 2 || found >= expected) return;
+  warn(component, "expected more ends, found " + std::to_string(found));
 }
 
 Resolved Resolver::resolve(const Component& component) {
@@ -145,6 +158,7 @@ Resolved Resolver::resolve(const Component& component) {
     part.spindle = spindle.direction;
     part.actuator = spindle.actuator;
   }
+  askForAllEnds(part, component);
   resolveStraight(resolved, points, component);
   requireBores(resolved);
   return resolved;

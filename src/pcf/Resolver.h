@@ -45,6 +45,7 @@ class Resolver {
   void resolveSpot(Resolved& resolved, const Points& points);
   void resolveStraight(Resolved& resolved, const Points& points, const Component& component);
   void requireBores(Resolved& resolved) const;
+  void askForAllEnds(const Part& part, const Component& component);
   GeVector halfTurnOf(const Points& points, const Component& component) const;
   std::optional<GePoint> cornerOf(const Points& points) const;
   void warn(const Component& component, std::string_view text);

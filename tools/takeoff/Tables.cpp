@@ -30,13 +30,13 @@ double wallOf(double diameter, const TakeOffLine& line, const TakeOffOptions& op
                         : options.walls.ofSection(line.size.width, line.size.depth);
 }
 
-TakeOffColumn text(std::string_view name, bool isOfRows = false) {
+constexpr TakeOffColumn text(std::string_view name, bool isOfRows = false) {
   return {name, Quantity::kCount, true, isOfRows};
 }
-TakeOffColumn size(std::string_view name, Quantity quantity = Quantity::kSize) {
+constexpr TakeOffColumn size(std::string_view name, Quantity quantity = Quantity::kSize) {
   return {name, quantity, false, true};
 }
-TakeOffColumn number(std::string_view name, Quantity quantity) {
+constexpr TakeOffColumn number(std::string_view name, Quantity quantity) {
   return {name, quantity, false, false};
 }
 
@@ -44,7 +44,7 @@ using Line = TakeOffLine;
 using Options = TakeOffOptions;
 
 // clang-format off
-const Column kColumns[] = {
+constexpr Column kColumns[] = {
     {text("level"), [](const Line& l) { return std::string(nameOf(l.level)); }},
     {text("by"), [](const Line& l) { return std::string(l.by); }},
     {text("group"), [](const Line& l) { return std::string(l.group); }},

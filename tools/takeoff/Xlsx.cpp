@@ -74,7 +74,13 @@ void require(lxw_error error) {
 // Closed in any case: the library gives its memory back then.
 class Workbook {
  public:
-  explicit Workbook(const fs::path& path) : book_(workbook_new(path.c_str())) {
+  explicit Workbook(const fs::path& path) {
+    // Lines go to a file of their own as they come, not into memory.
+    std::string folder = path.parent_path().string();
+    lxw_workbook_options options = {};
+    options.constant_memory = LXW_TRUE;
+    options.tmpdir = folder.data();
+    book_ = workbook_new_opt(path.c_str(), &options);
     if (book_ == nullptr) throw Failure(Exit::kOutput, nameOf(path) + ": can't be written");
     lxw_doc_properties properties = {};
     properties.created = kCreated;
@@ -130,7 +136,7 @@ class Workbook {
     return text.substr(0, end);
   }
 
-  lxw_workbook* book_;
+  lxw_workbook* book_ = nullptr;
   lxw_format* bold_ = nullptr;
   std::set<std::string> names_;
 };

@@ -127,8 +127,10 @@ def sheets(name):
     """The cells of each sheet by its name: text or number."""
     with zipfile.ZipFile(name) as book:
         expect("damaged part of the workbook", book.testzip(), None)
-        strings = ["".join(t.text or "" for t in each.iter(SHEET + "t")) for each in
-                   ElementTree.fromstring(book.read("xl/sharedStrings.xml"))]
+        strings = []
+        if "xl/sharedStrings.xml" in book.namelist():
+            strings = ["".join(t.text or "" for t in each.iter(SHEET + "t")) for each in
+                       ElementTree.fromstring(book.read("xl/sharedStrings.xml"))]
         names = [each.get("name") for each in
                  ElementTree.fromstring(book.read("xl/workbook.xml")).iter(SHEET + "sheet")]
         found = {}
@@ -139,6 +141,10 @@ def sheets(name):
                 cells = {}
                 for cell in row.iter(SHEET + "c"):
                     column = "".join(c for c in cell.get("r") if c.isalpha())
+                    expect("formula", cell.find(SHEET + "f"), None)
+                    if cell.get("t") == "inlineStr":
+                        cells[column] = "".join(t.text or "" for t in cell.iter(SHEET + "t"))
+                        continue
                     value = cell.find(SHEET + "v").text
                     cells[column] = strings[int(value)] if cell.get("t") == "s" else float(value)
                 rows.append(cells)
@@ -178,6 +184,27 @@ def look_at_the_workbook():
                           stderr=subprocess.DEVNULL).returncode
     expect("code for a file that is not there", half, 3)
     expect("a workbook of half a plant", pathlib.Path("half.xlsx").exists(), False)
+
+
+def look_at_odd_workbooks():
+    if not pathlib.Path("bill.xlsx").exists():
+        return
+    pathlib.Path("odd.dat").write_text("=1+1    01001    00c 0 0 0,0 0 1000,100\n")
+    column = "a-name-of-a-column-that-is-longer-than-a-sheet's"
+    row = f"f1,f2,first,last,{column},text\n=1+1,01,1,1,=2+2,"
+    pathlib.Path("odd.attributes.csv").write_text(row + "short\n")
+    subprocess.run([VESK, "measure", "--by", "header", "--by", "header", "--by", column,
+                    "--xlsx", "odd.xlsx", "odd.dat"], check=True)
+    found = sheets("odd.xlsx")
+    expect("sheets", list(found), ["by header", "by header 2", ("by " + column)[:31]])
+    expect("a header like a formula", found["by header"][1]["C"], "=1+1 01")
+    expect("a value like a formula", found[("by " + column)[:31]][1]["C"], "=2+2")
+    pathlib.Path("odd.attributes.csv").write_text(row + "x" * 32768 + "\n")
+    long = subprocess.run([VESK, "measure", "--by", "text", "--xlsx", "long.xlsx", "odd.dat"],
+                          stderr=subprocess.PIPE, text=True)
+    expect("code for a text that no cell holds", long.returncode, 4)
+    expect("what is said of it", "exceeds" in long.stderr, True)
+    expect("a workbook without it", pathlib.Path("long.xlsx").exists(), False)
 
 
 # ------------------------------------------------ twisted reducers and warped faces
@@ -269,6 +296,7 @@ def look_at_twisted_reducers():
 look_at_the_bill()
 look_at_the_walls()
 look_at_the_workbook()
+look_at_odd_workbooks()
 look_at_twisted_reducers()
 print(*faults, sep="\n")
 print(f"{len(faults)} faults")

@@ -83,10 +83,12 @@ const Runs& Resolver::runs() {
   return *runs_;
 }
 
-// Of valves that say nothing behind the bore the SKEY tells how they end.
+// Of valves that say nothing behind the bore the SKEY tells how they end; a butterfly is
+// held between the flanges of others.
 End Resolver::endOf(const Point& point) const {
   const Kind& kind = plan_.kindOf(plan_.components[point.component]);
-  const bool bySkey = point.kind == EndKind::kNotTold && isValve(kind.family);
+  const bool mayHaveFlanges = isValve(kind.family) && kind.family != Family::kValveButterfly;
+  const bool bySkey = point.kind == EndKind::kNotTold && mayHaveFlanges;
   return {point.at, point.outside, bySkey ? endKindOfSkey(kind.skey) : point.kind, {}};
 }
 

@@ -265,6 +265,11 @@ const DrawingCase kDrawings[] = {
     {"CodesOfEndsComeBeforeTheSkey", 1,
      "VALVE\n END-POINT 0 0 0 100 BW\n END-POINT 200 0 0 100 SW\n SKEY VVFL\n",
      "n 0 0 0,100 0 0,114.3,0\nl pt 0 0 0,pt 100 0 0\nn 200 0 0,-100 0 0,114.3,0\nl pt 200 0 0,pt -100 0 0\n", nullptr},
+    // The wafer is 0.5 x 114.3 long and as wide as (114.3 + 230) / 2.
+    {"ButterfliesAreHeldBetweenFlangesOfOthers", 1,
+     "VALVE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n SKEY VYFL\n",
+     "c 0 0 0,71.425 0 0,114.3\nc 71.425 0 0,28.575 0 0,172.15\nc 200 0 0,-71.425 0 0,114.3\nc 128.575 0 0,-28.575 0 0,172.15\n"
+     "l pt 0 0 0,pt 100 0 0\nl pt 200 0 0,pt -100 0 0\n", nullptr},
     {"WeldedBySkey", 1,
      "VALVE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n SKEY VVBW\n",
      "n 0 0 0,100 0 0,114.3,0\nl pt 0 0 0,pt 100 0 0\nn 200 0 0,-100 0 0,114.3,0\nl pt 200 0 0,pt -100 0 0\n", nullptr},

@@ -13,6 +13,10 @@ std::vector<std::unique_ptr<Command>> makeCommands() {
   commands.push_back(makeDiff());
   commands.push_back(makeClash());
   commands.push_back(makeConvert());
+  commands.push_back(makeExtract());
+  commands.push_back(makeSplit());
+  commands.push_back(makeMerge());
+  commands.push_back(makeEdit());
   commands.push_back(makeExport());
   commands.push_back(makeImport());
   commands.push_back(makeView());

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <array>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,58 +10,14 @@
 #include "elements/Transform.h"
 #include "files/Files.h"
 #include "files/SelectionOptions.h"
-#include "findings/Catalogue.h"
-#include "input/ElbowFit.h"
 #include "output/RecordLayout.h"
+#include "records/Losses.h"
 #include "terminal/Terminal.h"
 #include "text/Numbers.h"
-#include "vesk/Relb.h"
 #include "vesk/TovException.h"
 
 namespace VeskTool {
 namespace {
-
-constexpr std::string_view kHarmless = "V302";  // decimals
-
-// Says what is lost: each value while there are few of them, all by their counts.
-class LossReport {
- public:
-  LossReport(Session& session, std::uint64_t limit) : session_(session), limit_(limit) {}
-
-  void add(Finding finding, const std::string& file, const Vesk::RecordElement& element) {
-    ++counts_[std::string(finding.code)];
-    if (limit_ != 0 && ++said_ > limit_) return;
-    finding.file = file;
-    finding.line = element.firstLine;
-    finding.message = std::string(wordOf(kindOf(*element.geo))) + ": " + finding.message;
-    session_.say(finding);
-  }
-
-  void sum() {
-    std::string text;
-    for (const auto& [code, count] : counts_) {
-      text += "vesk: " + grouped(count) + " times [" + code + "] " +
-              std::string(findCode(code)->title) + '\n';
-    }
-    if (limit_ != 0 && said_ > limit_) {
-      text += "vesk: " + grouped(said_ - limit_) + " of them not shown; --limit 0 shows all\n";
-    }
-    if (!text.empty()) session_.remark(text);
-  }
-
-  // Whether anything but decimals was lost.
-  bool isHarmful() const {
-    return counts_.size() > 1 || (counts_.size() == 1 && counts_.begin()->first != kHarmless);
-  }
-
-  bool isEmpty() const { return counts_.empty(); }
-
- private:
-  Session& session_;
-  std::uint64_t limit_;
-  std::uint64_t said_ = 0;
-  std::map<std::string, std::uint64_t> counts_;
-};
 
 // Records under the name of another format would mislead.
 void refuseMesh(const std::string& output) {
@@ -147,27 +101,6 @@ class ConvertCommand : public Command {
       return false;
     }
     return true;
-  }
-
-  // What reading alone has moved: no duct elbow has the points of this record.
-  static std::optional<Finding> movedByReading(const Vesk::RecordFile& records,
-                                               const Vesk::Geo& geo) {
-    if (records.mode() != Vesk::kFixedColumns || geo.typeCode() != Vesk::Relb::kTypeCode) return {};
-    const auto& relb = static_cast<const Vesk::Relb&>(geo);
-    Vesk::Input in(records.lines(), records.mode());
-    in.startAt(static_cast<std::uint32_t>(Vesk::kFixedColumnsLayout.data));
-    const Vesk::ElbowCorners corners = Vesk::readCorners(in);
-    if (Vesk::writesCorners(relb, corners)) return {};
-    Finding finding;
-    finding.code = "V312";
-    finding.severity = Severity::kWarning;
-    finding.message = "its points are out of square and move";
-    try {
-      finding.message += " by up to " + rounded(Vesk::stepOf(relb, corners), 4);
-    } catch (const Vesk::TovException&) {
-      // Without a plane it has no points.
-    }
-    return finding;
   }
 
   Exit convert(Session& session, Choice& choice, std::optional<OutputFile>& out) {

@@ -84,7 +84,6 @@ std::string helpOfTool(const std::vector<std::unique_ptr<Command>>& commands) {
   }
   help +=
       "        help [COMMAND]           this, or examples and options of a command\n"
-      "\n"
       "Everywhere: -q --quiet, -v --verbose, --color WHEN, --progress WHEN, -h --help\n"
       "Exit code: 0 done; 1 the answer is no; 2 usage; 3 input; 4 output; 130 stopped\n";
   return help;

@@ -60,19 +60,10 @@ void PlantTarget::put(const Vesk::SidecarRow& row) {
 }
 
 void PlantTarget::commit() {
-  records_.finish();
-  if (!sidecar_) {
-    records_.commit();
-    return;
-  }
-  sidecar_->finish();
-  sidecar_->commitForNow();
-  try {
-    records_.commit();
-  } catch (...) {
-    sidecar_->withdraw();
-    throw;
-  }
+  std::vector<OutputFile*> files;
+  if (sidecar_) files.push_back(&*sidecar_);
+  files.push_back(&records_);
+  commitTogether(files);
 }
 
 }  // namespace VeskTool

@@ -46,6 +46,7 @@ constexpr Meaning kMeanings[] = {
      "can't be read. --only takes codes too"},
     {"diff", "a pair if either side is chosen; each side is looked at in its own file"},
     {"convert", "writes what is chosen, in the style of OUT"},
+    {"extract", "writes what is chosen as it stands, byte for byte"},
     {"export", "exports what is chosen"},
     {"view",
      "hides what is not chosen; --context shows it translucent; a drawing has only what is "

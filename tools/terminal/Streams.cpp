@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 #include "terminal/Exit.h"
 #include "terminal/Terminal.h"
@@ -111,8 +112,25 @@ void OutputFile::write(std::string_view text) {
   if (buffer_.size() >= kBlock) flush();
 }
 
+// Mode "r+" is for files that are there, on every system.
+void OutputFile::reopen() {
+  file_ = openFile(part_, "rb+");
+  if (file_ == nullptr || std::fseek(file_, 0, SEEK_END) != 0) fail(errno);
+}
+
+void OutputFile::rest() {
+  if (file_ == nullptr && buffer_.empty()) return;
+  flush();
+  buffer_.shrink_to_fit();
+  if (part_.empty()) return;
+  std::FILE* file = std::exchange(file_, nullptr);
+  errno = 0;
+  if (std::fclose(file) != 0) fail(errno);
+}
+
 void OutputFile::flush() {
   checkInterrupt();
+  if (file_ == nullptr) reopen();
   errno = 0;
   if (std::fwrite(buffer_.data(), 1, buffer_.size(), file_) != buffer_.size()) {
     const int number = errno;
@@ -183,6 +201,18 @@ void OutputFile::withdraw() noexcept {
   isCommitted_ = false;
   if (!old_.empty()) fs::rename(old_, target_, error);
   old_.clear();
+}
+
+void commitTogether(const std::vector<OutputFile*>& files) {
+  for (OutputFile* file : files) file->finish();
+  std::size_t done = 0;
+  try {
+    for (; done + 1 < files.size(); ++done) files[done]->commitForNow();
+    if (!files.empty()) files.back()->commit();
+  } catch (...) {
+    while (done > 0) files[--done]->withdraw();
+    throw;
+  }
 }
 
 void OutputFile::fail(int number) const {

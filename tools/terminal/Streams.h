@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "terminal/Progress.h"
 #include "vesk/ByteSource.h"
@@ -108,9 +109,14 @@ class OutputFile : public TextSink {
   void commitForNow();
   void withdraw() noexcept;
 
+  // Brings what was written so far to the file and closes it until the next write,
+  // for those who write more files than may be open at a time.
+  void rest();
+
  private:
   [[noreturn]] void fail(int number) const;
   void flush();
+  void reopen();
   void discard();
 
   static constexpr std::size_t kBlock = std::size_t{1} << 18;
@@ -125,6 +131,9 @@ class OutputFile : public TextSink {
   std::FILE* file_ = nullptr;
   std::string buffer_;
 };
+
+// Commits all of them in their order, or takes back what was committed and throws.
+void commitTogether(const std::vector<OutputFile*>& files);
 
 // Throws a Failure with Exit::kUsage when both names are the same file.
 void refuseSameFile(const std::string& input, const std::string& output);

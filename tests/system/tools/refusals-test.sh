@@ -80,6 +80,9 @@ lost="Input/output error"
 writers=(
   "new.dat convert -f many.dat new.dat --style fixed"
   "pump.dat import -f $pcf -o pump.dat --no-attributes"
+  "new.dat extract -f some.dat -o new.dat"
+  "new.dat merge -f some.dat some.dat -o new.dat"
+  "new.dat edit -f some.dat -o new.dat --renumber elements"
   "new.glb export -f some.dat -o new.glb"
   "new.obj export -f some.dat -o new.obj"
   "new.stl export -f some.dat -o new.stl"
@@ -101,6 +104,25 @@ turns 4 write error=EDQUOT "Disk quota exceeded" new.dat convert -f many.dat new
 for each in "info many.dat" "list many.dat" "measure many.dat" "check many.dat" \
   "show many.dat:7" "diff --json many.dat many.dat" "convert many.dat -" "explain"; do
   turns 4 write error=ENOSPC "$full" none $each
+done
+
+# Records and attributes appear together, and so do all parts.
+cp some.dat with.dat
+printf 'f1,f2,first,last,spec\nDUCT-7,A1,1,11,S\n' >with.attributes.csv
+together=(
+  "extract with.dat -o made.dat"
+  "merge with.dat with.dat -o made.dat"
+  "edit with.dat -o made.dat --renumber elements"
+  "split with.dat --by kind -o made"
+)
+for each in "${together[@]}"; do
+  for n in 1 2; do
+    injected rename error=EIO:when=$n "$vesk" -q $each >out 2>&1 && code=0 || code=$?
+    checks=$((checks + 1))
+    ((code == 4)) || failed "vesk $each: rename $n: exit code $code, not 4"
+    ! compgen -G 'made*' || failed "vesk $each: rename $n: something is left"
+    rm -rf made*
+  done
 done
 
 path=many.dat

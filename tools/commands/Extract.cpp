@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/Command.h"
+#include "elements/Kinds.h"
+#include "files/Files.h"
+#include "files/SelectionOptions.h"
+#include "records/RawRecords.h"
+#include "records/RecordTarget.h"
+#include "text/Numbers.h"
+
+namespace VeskTool {
+namespace {
+
+class ExtractCommand : public Command {
+ public:
+  CommandText text() const override {
+    return {"extract",
+            Group::kChange,
+            "IN... -o OUT",
+            "chosen elements as they stand, byte for byte",
+            "Every line of an element that is chosen is written as it stands in IN, in the order "
+            "of IN; without a choice that is every element. What can't be read is named, and in "
+            "no choice; the exit code is then 1. Several files must have one style. Rows of "
+            "plant.attributes.csv beside plant.dat go along, into the file beside OUT. Memory: "
+            "about 100 bytes for each of these rows.",
+            {{"vesk extract plant.dat -o line.dat --header P-1001", "one line of piping"},
+             {"vesk extract plant.dat -o - --near 1000,0,500,2000 | vesk view -", "a place"},
+             {"vesk extract zones/ -o bends.dat --only bend --size 150..", "of many files"},
+             {"vesk extract plant.dat -o rest.dat --not --lines 1-100 -n", "only say how many"}}};
+  }
+
+  void define(CLI::App& app) override {
+    app.add_option("IN", words_, "record files, folders of *.dat files or patterns; - is stdin")
+        ->required();
+    app.add_option("-o,--output", output_, "record file; - is stdout")
+        ->type_name("OUT")
+        ->required()
+        ->default_str("to be given");
+    app.add_flag("-n,--dry-run", dryRun_, "only say what would be written");
+    app.add_flag("--no-attributes", noAttributes_, "leave the sidecar where it is");
+    app.add_flag("-f,--force", force_, "replace OUT");
+    selection_.define(app);
+  }
+
+  Exit run(Session& session) override {
+    const std::vector<std::string> files = expandFiles(words_);
+    for (const std::string& file : files) refuseSameRecords(file, output_);
+    Choice choice(selection_, files, session);
+    const Sidecars sidecars(files, noAttributes_);
+    RecordTarget target(output_, sidecars.columns(), force_, dryRun_);
+    for (const std::string& file : files) expectInput(file, session.progress());
+    Exit exit = Exit::kDone;
+    for (const std::string& file : files)
+      exit = worst(exit, extract(file, choice, sidecars, target, session));
+    if (choice.isNothing()) return worst(exit, choice.finish(session));
+    if (clashes_ > 0) {
+      session.warning(counted(clashes_, "row") +
+                          " left out, since elements of two files have one header and counter",
+                      "vesk merge gives each its own");
+      exit = worst(exit, Exit::kNo);
+    }
+    commitTogether({&target});
+    if (output_ == "-") {
+      session.note(target.summary());
+    } else {
+      session.out().write(target.summary());
+    }
+    return exit;
+  }
+
+ private:
+  Exit extract(const std::string& file, Choice& choice, const Sidecars& sidecars,
+               RecordTarget& target, Session& session) {
+    const std::unique_ptr<SidecarFile> sidecar = sidecars.open(file);
+    RawRecords records(file, session);
+    while (records.next()) {
+      const Vesk::RecordElement& element = records.element();
+      const Vesk::SidecarRow* row = sidecar == nullptr ? nullptr : sidecar->find(element);
+      if (!choice.takes(element)) continue;
+      requireMode(records.mode(), file);
+      target.write(records.bytes());
+      if (row == nullptr) continue;
+      Vesk::SidecarRow copy = *row;
+      sidecars.arrange(copy, *sidecar);
+      if (!target.put(copy)) ++clashes_;
+    }
+    if (sidecar != nullptr) sidecar->finish(session);
+    return records.exit();
+  }
+
+  void requireMode(int mode, const std::string& file) {
+    if (mode_ == 0) mode_ = mode;
+    if (mode == mode_) return;
+    throw Failure(Exit::kInput,
+                  shownName(file) + ": " + std::string(styleName(mode)) +
+                      " style, where the files before have " + std::string(styleName(mode_)),
+                  "vesk merge brings them to one style");
+  }
+
+  std::vector<std::string> words_;
+  std::string output_;
+  SelectionOptions selection_;
+  bool dryRun_ = false;
+  bool noAttributes_ = false;
+  bool force_ = false;
+  int mode_ = 0;
+  std::uint64_t clashes_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeExtract() { return std::make_unique<ExtractCommand>(); }
+
+}  // namespace VeskTool

@@ -121,7 +121,7 @@ void Resolver::askForAllEnds(const Part& part, const Component& component) {
   if (word.ends_with("-4WAY")) expected = 4;
   if (part.family == Family::kTee && part.ends.size() == 1) expected = 3;
   if (found < 2 || found >= expected) return;
-  warn(component, "expected more ends, found " + std::to_string(found));
+  warn(component, "has fewer ends than its name says; drawn without the others");
 }
 
 Resolved Resolver::resolve(const Component& component) {

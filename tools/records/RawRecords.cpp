@@ -81,7 +81,7 @@ std::string_view RawRecords::bytes() {
       kept_->lines(element.offset, element.lastLine - element.firstLine + 1);
   if (bytes.empty() || bytes.size() > kMostBytes) {
     throw Failure(Exit::kInput, records_.name() + ':' + std::to_string(element.firstLine) +
-                                    ": the element is longer than 64 MiB");
+                                    ": the element is longer than 32 MiB");
   }
   return bytes;
 }

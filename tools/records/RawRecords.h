@@ -20,7 +20,7 @@ class KeptInput;
 class RawRecords {
  public:
   // What an element's lines may come to.
-  static constexpr std::size_t kMostBytes = std::size_t{1} << 26;
+  static constexpr std::size_t kMostBytes = std::size_t{1} << 25;
 
   // "-" is the standard input. Faults are said to the session, unless it `isQuiet`.
   RawRecords(const std::string& file, Session& session, bool isQuiet = false);

@@ -72,6 +72,43 @@ std::vector<std::string> optionNames(const CLI::App& app) {
   return names;
 }
 
+// What is wrong with a value, without the parser's own words for it.
+std::string plainUsage(const std::string& text) {
+  constexpr std::string_view kConvert = "Could not convert: ";
+  constexpr std::string_view kEquals = " = ";
+  const std::size_t equals = text.rfind(kEquals);
+  if (text.starts_with(kConvert) && equals != text.npos) {
+    return text.substr(kConvert.size(), equals - kConvert.size()) + ": \"" +
+           text.substr(equals + kEquals.size()) + "\" is no whole number from 0 on";
+  }
+  const std::size_t list = text.rfind(" not in {");
+  const std::size_t colon = text.find(": ");
+  if (list != text.npos && colon != text.npos && text.ends_with('}')) {
+    std::string names = text.substr(list + 9, text.size() - list - 10);
+    for (std::size_t i = names.find(','); i != names.npos; i = names.find(',', i + 2)) {
+      names.insert(i + 1, 1, ' ');
+    }
+    return text.substr(0, colon + 2) + '"' + text.substr(colon + 2, list - colon - 2) +
+           "\" is none of these: " + names;
+  }
+  const std::size_t range = text.find(" not in range ");
+  const std::size_t value = text.find("Value ");
+  if (range != text.npos && value != text.npos && value < range) {
+    // Without an upper one the largest double stands there.
+    constexpr std::size_t kLongBounds = 40;
+    const std::string bounds = text.substr(range + 14);
+    const std::string what =
+        bounds.size() > kLongBounds ? "whole number from 0 on" : "whole number in " + bounds;
+    return text.substr(0, value) + '"' + text.substr(value + 6, range - value - 6) + "\" is no " +
+           what;
+  }
+  const std::size_t missing = text.find(" required ");
+  if (text.ends_with(" missing") && missing != text.npos && colon != text.npos) {
+    return text.substr(0, colon) + " needs a value";
+  }
+  return text;
+}
+
 // What is wrong with the words, as a Failure.
 Failure usageFailure(const CLI::ParseError& error, const CLI::App& app, std::string_view command) {
   const std::string more = "vesk " + std::string(command) + " --help tells more";
@@ -85,7 +122,7 @@ Failure usageFailure(const CLI::ParseError& error, const CLI::App& app, std::str
     const std::string nearest = didYouMean(name, optionNames(app));
     return {Exit::kUsage, "there is no option \"" + name + "\"", nearest.empty() ? more : nearest};
   }
-  return {Exit::kUsage, error.what(), more};
+  return {Exit::kUsage, plainUsage(error.what()), more};
 }
 
 // Colours and progress may be asked for before the command too.
@@ -180,9 +217,15 @@ Exit runCommand(const FirstWords& first, Command& command, Answer& answer, Commo
       std::make_unique<Progress>("vesk " + std::string(command.text().name), progressMode(options));
   ErrorStream errors(*progress);
   Session session(options, answer, errors, *progress);
-  const Exit exit = command.run(session);
-  answer.flush();
-  return exit;
+  try {
+    const Exit exit = command.run(session);
+    session.sayRest();
+    answer.flush();
+    return exit;
+  } catch (const Failure&) {
+    session.sayRest();
+    throw;
+  }
 }
 
 Exit runTool(const std::vector<std::string>& words) {

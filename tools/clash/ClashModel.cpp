@@ -32,7 +32,8 @@ bool hasRoom(Kind kind) {
 
 }  // namespace
 
-void ClashModel::add(const Vesk::RecordElement& element, const std::string& component) {
+void ClashModel::add(const Vesk::RecordElement& element, const std::string& component,
+                     bool isChosen) {
   const Vesk::Geo& geo = *element.geo;
   const Kind kind = kindOf(geo);
   std::optional<Vesk::Body> body;
@@ -46,6 +47,7 @@ void ClashModel::add(const Vesk::RecordElement& element, const std::string& comp
   added.header = headerOf(element.header);
   added.counter = element.counter();
   added.kind = kind;
+  added.isChosen = isChosen;
   added.isDuplicable = countsAsDuplicate(geo);
   addEnds(geo, added);
   if (!component.empty()) {

@@ -30,6 +30,7 @@ struct ClashElement {
   std::uint8_t ends = 0;
   Kind kind = Kind::kPoint;
   bool isDuplicable = false;  // drawn twice it is a mistake
+  bool isChosen = true;       // only pairs with such a one are looked at
 };
 
 struct ClashHeader {
@@ -50,7 +51,7 @@ class ClashModel {
   void keepGlobalIds() { keepsGlobalIds_ = true; }
 
   // `component` tells components of the file apart; empty: of none.
-  void add(const Vesk::RecordElement& element, const std::string& component);
+  void add(const Vesk::RecordElement& element, const std::string& component, bool isChosen = true);
 
   const std::vector<std::string>& files() const { return files_; }
   const std::vector<ClashHeader>& headers() const { return headers_; }

@@ -94,6 +94,7 @@ std::vector<ClashSearch::Pair> ClashSearch::nearPairs() const {
 }
 
 bool ClashSearch::isWanted(const ClashElement& a, const ClashElement& b) const {
+  if (!a.isChosen && !b.isChosen) return false;
   if (a.component != 0 && a.component == b.component) return false;
   if (options_.secondFrom) {
     if ((a.file < *options_.secondFrom) == (b.file < *options_.secondFrom)) return false;

@@ -12,6 +12,7 @@
 #include "files/SceneReader.h"
 #include "files/SelectionOptions.h"
 #include "files/SidecarFile.h"
+#include "files/Watch.h"
 #include "findings/Catalogue.h"
 #include "terminal/Nearest.h"
 #include "terminal/Options.h"
@@ -97,10 +98,20 @@ class CheckCommand : public Command {
     CLI::Option* view = app.add_flag(
         "--view", view_, "show all findings in a page and open it; here only how many there are");
     page_.define(app, view);
+    app.add_flag("--watch", watch_, "check again whenever a file was written; Ctrl-C ends it");
     selection_.define(app, Beside::kToleranceAndCodes);
   }
 
   Exit run(Session& session) override {
+    if (!watch_) return checkAll(session);
+    if (json_ || format_ != "text" || view_) {
+      throw Failure(Exit::kUsage, "--watch tells findings as text, one time after the other");
+    }
+    watchFiles(files_.words, session, [&] { checkAll(session); });
+  }
+
+ private:
+  Exit checkAll(Session& session) {
     if (json_) format_ = "json";
     takeOptions();
     const std::vector<std::string> files = expandFiles(files_.words);
@@ -126,7 +137,6 @@ class CheckCommand : public Command {
     return chosen;
   }
 
- private:
   void takeOptions() {
     options_.most = most_.value_or(isText() ? kMostInText : 0);
     options_.level = level_ == "error"     ? Severity::kError
@@ -232,6 +242,7 @@ class CheckCommand : public Command {
   bool json_ = false;
   bool strict_ = false;
   bool view_ = false;
+  bool watch_ = false;
   PageTarget page_;
   std::string attributes_;
   std::optional<std::uint64_t> most_;

@@ -15,6 +15,7 @@
 #include "elements/Describe.h"
 #include "files/Files.h"
 #include "files/SceneReader.h"
+#include "files/SelectionOptions.h"
 #include "sidecar/Sidecar.h"
 #include "terminal/Options.h"
 #include "terminal/Terminal.h"
@@ -84,6 +85,7 @@ class ClashCommand : public Command {
         {{"vesk clash plant.dat", "what collides"},
          {"vesk clash piping.dat steel.dat --clearance 50", "too near to the steel as well"},
          {"vesk clash zones/ --between lines --ignore 'INS-*:*'", "without the insulation"},
+         {"vesk clash plant.dat --header P-1001", "what one line collides with"},
          {"vesk clash --view plant.dat", "a page that shows where it is"},
          {"vesk clash plant.dat --bcf plant.bcf", "for coordination tools"}}};
   }
@@ -131,6 +133,7 @@ class ClashCommand : public Command {
         ->default_str("none");
     app.add_flag("--view", view_, "show all findings in a page and open it");
     page_.define(app);
+    selection_.define(app, Beside::kTolerance);
   }
 
   Exit run(Session& session) override {
@@ -147,11 +150,13 @@ class ClashCommand : public Command {
     }
     takeOptions(files);
     for (const std::string& file : files) expectInput(file, session.progress());
+    Choice choice(selection_, files, session);
     ClashModel model;
     if (!bcf_.empty()) model.keepGlobalIds();
     Exit exit = Exit::kDone;
-    for (const std::string& file : files) exit = worst(exit, read(model, file, session));
-    session.progress().clear();
+    for (const std::string& file : files) exit = worst(exit, read(model, file, choice, session));
+    if (choice.isNothing()) return worst(exit, choice.finish(session));
+    session.progress().enter("searching");
     ClashSearch search(model, options_);
     const std::vector<Clash> found = search.find();
     ClashReport report = reportOf(found);
@@ -197,14 +202,14 @@ class ClashCommand : public Command {
     page_.require(files);
   }
 
-  Exit read(ClashModel& model, const std::string& file, Session& session) const {
+  Exit read(ClashModel& model, const std::string& file, Choice& choice, Session& session) const {
     const bool isAsked = !attributes_.empty();
     const std::string beside = file == "-" ? "" : Vesk::sidecarNameOf(file);
     ComponentReader components(isAsked ? attributes_ : beside, isAsked);
     model.beginFile(shownName(file));
     const RecordsRead read = readRecords(file, session, [&](Vesk::RecordFile& records) {
       const Vesk::RecordElement& element = records.element();
-      model.add(element, components.componentOf(element));
+      model.add(element, components.componentOf(element), choice.takes(element));
     });
     components.finish();
     return read.exit();
@@ -290,6 +295,7 @@ class ClashCommand : public Command {
   std::string bcf_;
   bool view_ = false;
   PageTarget page_;
+  SelectionOptions selection_;
 };
 
 }  // namespace

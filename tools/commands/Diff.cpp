@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <map>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 #include "commands/Command.h"
@@ -12,6 +16,7 @@
 #include "files/SceneReader.h"
 #include "files/SelectionOptions.h"
 #include "terminal/Options.h"
+#include "terminal/Terminal.h"
 #include "text/Json.h"
 #include "text/Numbers.h"
 #include "view/PageInput.h"
@@ -193,6 +198,52 @@ void appendJson(JsonWriter& json, const Difference& difference) {
   json.endArray().endObject();
 }
 
+// What is told of each difference, where equal moves of many elements are one line.
+std::string textOf(const std::vector<Difference>& differences, const Look& look, bool isAll) {
+  constexpr std::size_t kAlike = 3;
+  std::map<std::string, std::vector<const Difference*>> moves;
+  const auto isMove = [](const Difference& each) { return each.isMoved && each.changes.empty(); };
+  for (const Difference& each : differences) {
+    if (isMove(each)) moves[changesOf(each)].push_back(&each);
+  }
+  std::string text;
+  for (const Difference& each : differences) {
+    const std::vector<const Difference*>* alike = isMove(each) ? &moves[changesOf(each)] : nullptr;
+    if (isAll || alike == nullptr || alike->size() <= kAlike) {
+      text += textOf(each, look);
+    } else if (alike->front() == &each) {
+      look.append(text, Look::Paint::kWarning, "~");
+      text += " A:" + std::to_string(each.a->line) + " and on  " + grouped(alike->size()) +
+              " elements ";
+      look.append(text, Look::Paint::kWarning, "moved");
+      text += changesOf(each) + '\n';
+    }
+  }
+  return text;
+}
+
+// What became of two files, or of two elements of a folder.
+struct Compared {
+  Exit exit = Exit::kDone;
+  bool isNothing = false;  // elements could be chosen, and none was
+  std::string json;        // with --json
+};
+
+// The names below a folder, by what stands behind it.
+std::map<std::string, std::string> filesBelow(const std::string& folder) {
+  std::map<std::string, std::string> files;
+  for (const std::string& file : expandFiles({folder})) {
+    const std::filesystem::path name = pathOf(file).lexically_relative(pathOf(folder));
+    files[nameOf(name)] = file;
+  }
+  return files;
+}
+
+bool isFolder(const std::string& name) {
+  std::error_code error;
+  return std::filesystem::is_directory(pathOf(name), error);
+}
+
 class DiffCommand : public Command {
  public:
   CommandText text() const override {
@@ -203,23 +254,27 @@ class DiffCommand : public Command {
         "what moved, changed size, appeared, vanished",
         "Elements belong together by header, kind and nearness, in files of either style. The "
         "exit code is 1 if the models differ; another order alone is reported, but does not count. "
-        "Both files are in memory.",
+        "Both files are in memory. More than three elements that moved alike are one line, each "
+        "of them with -v. Of two folders those files are compared that have the same name below "
+        "both; a file in one of them only is a difference.",
         {{"vesk diff old.dat new.dat", "what has changed"},
          {"vesk diff old.dat new.dat --header P-1001", "in one header"},
          {"vesk diff old.dat new.dat --view", "a page that shows it"},
+         {"vesk diff --summary last/ this/", "two states of a plant, file by file"},
          {"vesk diff -q old.dat new.dat && echo same", "in a script"},
          {"vesk diff tokens.dat columns.dat --tolerance 0.001", "after a conversion"}}};
   }
 
   void define(CLI::App& app) override {
-    app.add_option("A", fileA_, "record file; - is stdin")->required();
-    app.add_option("B", fileB_, "record file; - is stdin")->required();
+    app.add_option("A", a_, "record file, or a folder; - is stdin")->required();
+    app.add_option("B", b_, "record file, or a folder; - is stdin")->required();
     app.add_option("--tolerance", tolerance_,
                    "differences up to this do not count, in the unit of the file")
         ->type_name("LENGTH")
         ->check(zeroOrMore())
         ->capture_default_str();
-    app.add_flag("--json", json_, "one JSON document");
+    CLI::Option* json = app.add_flag("--json", json_, "one JSON document");
+    app.add_flag("--summary", summary_, "only how many differences there are")->excludes(json);
     CLI::Option* view =
         app.add_flag("--view", view_,
                      "show the differences in a page and open it; here only how many there are");
@@ -228,34 +283,148 @@ class DiffCommand : public Command {
   }
 
   Exit run(Session& session) override {
-    refuseStdinTwice({fileA_, fileB_});
+    refuseStdinTwice({a_, b_});
     if (view_ && json_) throw Failure(Exit::kUsage, "--view shows a page, not json");
-    if (view_) page_.require({fileA_, fileB_});
-    Choice choiceA(selection_, {fileA_}, session);
-    Choice choiceB(selection_, {fileB_}, session);
-    expectInput(fileA_, session.progress());
-    expectInput(fileB_, session.progress());
-    Exit exit = Exit::kDone;
-    const Model a = modelOf(fileA_, choiceA, session, exit);
-    const Model b = modelOf(fileB_, choiceB, session, exit);
-    if (choiceA.isNothing() && choiceB.isNothing()) return worst(exit, choiceA.finish(session));
-    Matching matching = matchModels(a, b, tolerance_);
-    keepChosen(matching, a, b);
-    const std::vector<Difference> differences = differencesOf(a, b, matching);
-    if (json_) {
-      session.out().write(jsonOf(differences, matching));
-    } else if (view_) {
-      if (!session.options().quiet) session.out().write(summaryOf(differences, matching));
-      exit = worst(exit, showPage(b, differences, session));
-    } else if (!session.options().quiet) {
-      std::string text;
-      for (const Difference& each : differences) text += textOf(each, session.look());
-      session.out().write(text + summaryOf(differences, matching));
+    if (view_) page_.require({a_, b_});
+    if (isFolder(a_) != isFolder(b_)) {
+      throw Failure(Exit::kUsage, (isFolder(a_) ? a_ : b_) + " is a folder, the other is none",
+                    "two files, or two folders");
     }
-    return differences.empty() ? exit : worst(exit, Exit::kNo);
+    if (isFolder(a_)) return compareFolders(session);
+    const Compared compared = compareFiles(a_, b_, session);
+    if (compared.isNothing) return worst(compared.exit, sayNothing(session));
+    session.out().write(compared.json);
+    return compared.exit;
   }
 
  private:
+  // That no element is chosen.
+  Exit sayNothing(Session& session) const {
+    return Choice(selection_, {}, session).finish(session);
+  }
+
+  Compared compareFiles(const std::string& fileA, const std::string& fileB,
+                        Session& session) const {
+    Choice choiceA(selection_, {fileA}, session);
+    Choice choiceB(selection_, {fileB}, session);
+    expectInput(fileA, session.progress());
+    expectInput(fileB, session.progress());
+    Compared result;
+    const Model a = modelOf(fileA, choiceA, session, result.exit);
+    const Model b = modelOf(fileB, choiceB, session, result.exit);
+    result.isNothing = choiceA.isNothing() && choiceB.isNothing();
+    if (result.isNothing) return result;
+    session.progress().enter("comparing");
+    Matching matching = matchModels(a, b, tolerance_);
+    keepChosen(matching, a, b);
+    const std::vector<Difference> differences = differencesOf(a, b, matching);
+    const bool isQuiet = session.options().quiet;
+    if (json_) {
+      result.json = jsonOf(fileA, fileB, differences, matching);
+    } else if (view_) {
+      if (!isQuiet) session.out().write(summaryOf(differences, matching));
+      result.exit = worst(result.exit, showPage(b, differences, session));
+    } else if (!isQuiet) {
+      std::string text;
+      if (!summary_) text = textOf(differences, session.look(), session.options().verbose);
+      session.out().write(text + summaryOf(differences, matching));
+    }
+    if (!differences.empty()) result.exit = worst(result.exit, Exit::kNo);
+    return result;
+  }
+
+  // The files of two folders.
+  struct FolderCount {
+    std::size_t alike = 0;
+    std::size_t differ = 0;
+    std::size_t unread = 0;
+    std::vector<std::string> onlyA;
+    std::vector<std::string> onlyB;
+  };
+
+  Exit compareFolders(Session& session) const {
+    if (view_) throw Failure(Exit::kUsage, "--view shows two files, not folders");
+    const std::map<std::string, std::string> filesA = filesBelow(a_);
+    const std::map<std::string, std::string> filesB = filesBelow(b_);
+    FolderCount count;
+    std::string pairs;
+    Exit exit = Exit::kDone;
+    bool isNothing = selection_.isGiven();
+    for (const auto& [name, fileA] : filesA) {
+      const auto other = filesB.find(name);
+      if (other == filesB.end()) {
+        count.onlyA.push_back(name);
+        continue;
+      }
+      const Compared compared = comparePair(name, fileA, other->second, session);
+      isNothing = isNothing && compared.isNothing;
+      exit = worst(exit, compared.exit);
+      ++(compared.exit == Exit::kDone ? count.alike
+         : compared.exit == Exit::kNo ? count.differ
+                                      : count.unread);
+      if (!compared.json.empty()) pairs += (pairs.empty() ? "" : ",\n") + compared.json;
+    }
+    for (const auto& [name, file] : filesB) {
+      if (filesA.count(name) == 0) count.onlyB.push_back(name);
+    }
+    if (isNothing) return worst(exit, sayNothing(session));
+    tellFolders(count, pairs, session);
+    const bool isSame = count.onlyA.empty() && count.onlyB.empty();
+    return isSame ? exit : worst(exit, Exit::kNo);
+  }
+
+  // Under a heading with its name.
+  Compared comparePair(const std::string& name, const std::string& fileA, const std::string& fileB,
+                       Session& session) const {
+    TextBuffer answer;
+    TextBuffer messages;
+    Session own(session, answer, messages);
+    Compared compared;
+    try {
+      compared = compareFiles(fileA, fileB, own);
+      own.sayRest();
+      if (!compared.json.empty()) compared.json.pop_back();
+    } catch (const Failure& failure) {
+      own.sayRest();
+      own.error(failure.what(), failure.hint);
+      compared.exit = failure.exit;
+    }
+    std::string text;
+    if (!answer.text().empty()) {
+      session.look().append(text, Look::Paint::kBold, session.shown(name));
+      text += ":\n" + answer.text();
+    }
+    session.replay(text, messages.text());
+    return compared;
+  }
+
+  void tellFolders(const FolderCount& count, const std::string& pairs, Session& session) const {
+    if (json_) {
+      std::string text;
+      JsonWriter json(text);
+      json.beginObject().key("schema").value("vesk.diff-folders/1").key("a").value(a_);
+      json.key("b").value(b_).key("onlyA").beginArray();
+      for (const std::string& name : count.onlyA) json.value(name);
+      json.endArray().key("onlyB").beginArray();
+      for (const std::string& name : count.onlyB) json.value(name);
+      json.endArray().key("files").beginArray();
+      if (!pairs.empty()) json.raw(pairs);
+      json.endArray().endObject();
+      return session.out().write(text);
+    }
+    if (session.options().quiet) return;
+    std::string text;
+    for (const auto& [folder, names] :
+         {std::pair(&a_, &count.onlyA), std::pair(&b_, &count.onlyB)}) {
+      for (const std::string& name : *names) text += "only in " + *folder + ": " + name + '\n';
+    }
+    text += grouped(count.differ) + " of " +
+            counted(count.alike + count.differ + count.unread, "file") + " differ";
+    const std::size_t only = count.onlyA.size() + count.onlyB.size();
+    if (only > 0) text += ", " + grouped(only) + " in one folder only";
+    session.out().write(text + '\n');
+  }
+
   // A pair stays if either side is chosen.
   static void keepChosen(Matching& matching, const Model& a, const Model& b) {
     const auto isLeftOut = [&](const auto& pair) {
@@ -291,8 +460,8 @@ class DiffCommand : public Command {
       return model.add(*element.geo, element.header, element.counter, file, element.line,
                        element.lines);
     };
-    const std::uint32_t fileA = model.addFile(shownName(fileA_));
-    const std::uint32_t fileB = model.addFile(shownName(fileB_));
+    const std::uint32_t fileA = model.addFile(shownName(a_));
+    const std::uint32_t fileB = model.addFile(shownName(b_));
     for (const ModelElement& element : b) {
       const std::uint32_t index = add(element, fileB);
       if (!element.isChosen) model.setShown(index, PageModel::Shown::kHidden);
@@ -370,11 +539,12 @@ class DiffCommand : public Command {
     return text + '\n';
   }
 
-  std::string jsonOf(const std::vector<Difference>& differences, const Matching& matching) const {
+  std::string jsonOf(const std::string& fileA, const std::string& fileB,
+                     const std::vector<Difference>& differences, const Matching& matching) const {
     std::string text;
     JsonWriter json(text);
     json.beginObject().key("schema").value("vesk.diff/1");
-    json.key("a").value(shownName(fileA_)).key("b").value(shownName(fileB_));
+    json.key("a").value(shownName(fileA)).key("b").value(shownName(fileB));
     json.key("tolerance").value(tolerance_);
     json.key("inPlace").value(std::uint64_t{matching.same.size()});
     json.key("reordered").value(isReordered(matching));
@@ -384,10 +554,11 @@ class DiffCommand : public Command {
     return text;
   }
 
-  std::string fileA_;
-  std::string fileB_;
+  std::string a_;
+  std::string b_;
   double tolerance_ = 0.01;
   bool json_ = false;
+  bool summary_ = false;
   bool view_ = false;
   PageTarget page_;
   SelectionOptions selection_;

@@ -87,30 +87,32 @@ std::string amount(std::size_t count, std::string_view one, std::string_view man
 class ExportCommand : public Command {
  public:
   CommandText text() const override {
-    return {"export",
-            Group::kChange,
-            "FILE...",
-            "files for viewers, CAD, BIM and databases",
-            "All nine primitives, solids closed. In a .glb or .gltf, which is in metres and has y "
-            "up, every element is a node whose extras name its header, kind, file and line, below "
-            "a node for its header and one for its group; colours are by kind. The others keep the "
-            "unit and z up. What the format can't hold (.obj and .ply texts; .stl texts, lines and "
-            "points) is counted on stderr, and elements that can't be shown are named with their "
-            "lines; the exit code is then 1. For large plants: --instances writes each shape once "
-            "and its places as EXT_mesh_gpu_instancing, which three.js draws, assimp reads as "
-            "shapes of unit size without a word and f3d as one lump; --merge writes one mesh for "
-            "each kind of a header, which every reader opens, but files grow. \n"
-            ".step and .ifc keep the true surfaces, .dxf has meshes in layers by kind, and "
-            ".sqlite has every value, with the sidecar's, to be asked by SQL; these four stream. "
-            "docs/formats.md tells what each keeps and loses.\n--report tells for "
-            "each kind how far the meshes are "
-            "from the true surfaces, their volume, and whether they are closed. For meshes but "
-            ".dxf the whole model is in memory.",
-            {{"vesk export plant.dat -o plant.glb", "for any viewer of glTF"},
-             {"vesk export zones -o plant.obj --quality draft", "all files of a folder, coarse"},
-             {"vesk export plant.dat -o p.stl --tolerance 0.1", "within a tenth of a millimetre"},
-             {"vesk export plant.dat -o p.glb --header 'P-10*'", "some of its headers"},
-             {"vesk export plant.dat --report", "only the certificate of the meshes"}}};
+    return {
+        "export",
+        Group::kChange,
+        "FILE...",
+        "files for viewers, CAD, BIM and databases",
+        "All nine primitives, solids closed. In a .glb or .gltf, which is in metres and has y "
+        "up, every element is a node whose extras name its header, kind, file and line, below "
+        "a node for its header and one for its group; colours are by kind. The others keep the "
+        "unit and z up. What the format can't hold (.obj and .ply texts; .stl texts, lines and "
+        "points) is counted on stderr, which is no error unless --strict. Elements that can't be "
+        "shown are named with their lines; the exit code is then 1. For large plants: --instances "
+        "writes each shape once "
+        "and its places as EXT_mesh_gpu_instancing, which three.js draws, assimp reads as "
+        "shapes of unit size without a word and f3d as one lump; --merge writes one mesh for "
+        "each kind of a header, which every reader opens, but files grow. \n"
+        ".step and .ifc keep the true surfaces, .dxf has meshes in layers by kind, and "
+        ".sqlite has every value, with the sidecar's, to be asked by SQL; these four stream. "
+        "docs/formats.md tells what each keeps and loses.\n--report tells for "
+        "each kind how far the meshes are "
+        "from the true surfaces, their volume, and whether they are closed. For meshes but "
+        ".dxf the whole model is in memory.",
+        {{"vesk export plant.dat -o plant.glb", "for any viewer of glTF"},
+         {"vesk export zones -o plant.obj --quality draft", "all files of a folder, coarse"},
+         {"vesk export plant.dat -o p.stl --tolerance 0.1", "within a tenth of a millimetre"},
+         {"vesk export plant.dat -o p.glb --header 'P-10*'", "some of its headers"},
+         {"vesk export plant.dat --report", "only the certificate of the meshes"}}};
   }
 
   void define(CLI::App& app) override {
@@ -134,6 +136,7 @@ class ExportCommand : public Command {
         ->capture_default_str();
     CLI::Option* report = app.add_flag("--report", report_, "print how good the meshes are");
     app.add_flag("--json", json_, "the report as one JSON document")->needs(report);
+    app.add_flag("--strict", strict_, "exit code 1 too for what the format has no place for");
     app.add_flag("-f,--force", force_, "replace OUT");
     selection_.define(app, Beside::kTolerance);
   }
@@ -151,6 +154,7 @@ class ExportCommand : public Command {
     Vesk::Scene scene;
     Exit exit = readScene(files, fineness_.fineness(), choice, session, scene);
     if (choice.isNothing()) return worst(exit, choice.finish(session));
+    session.progress().enter("writing");
     if (out) exit = worst(exit, write(format, scene, *out, session));
     if (report_) exit = worst(exit, report(format, scene, session));
     if (out) out->commit();
@@ -187,7 +191,7 @@ class ExportCommand : public Command {
                    OutputFile& out, Session& session) const {
     if (report_) throw Failure(Exit::kUsage, "--report is for meshes: glb, gltf, obj, ply, stl");
     const std::unique_ptr<ElementWriter> writer = makeWriter(format, out);
-    const Exit exit = exportStream(files, nameOf(format), choice, *writer, session);
+    const Exit exit = exportStream(files, nameOf(format), choice, *writer, strict_, session);
     if (choice.isNothing()) return worst(exit, choice.finish(session));
     out.commit();
     return exit;
@@ -239,7 +243,7 @@ class ExportCommand : public Command {
     return say(format, left, session);
   }
 
-  static Exit say(Format format, const LeftOut& left, Session& session) {
+  Exit say(Format format, const LeftOut& left, Session& session) const {
     if (left.triangles > 0) {
       session.note(amount(left.triangles, "triangle has", "triangles have") +
                    " no area in 32 bits and are left out");
@@ -254,7 +258,7 @@ class ExportCommand : public Command {
     if (text.empty()) return Exit::kDone;
     session.warning("left out: " + text,
                     "." + std::string(nameOf(format)) + " has no place for them; .glb has");
-    return Exit::kNo;
+    return strict_ ? Exit::kNo : Exit::kDone;
   }
 
   Exit report(Format format, const Vesk::Scene& scene, Session& session) const {
@@ -289,6 +293,7 @@ class ExportCommand : public Command {
   bool merge_ = false;
   bool json_ = false;
   bool force_ = false;
+  bool strict_ = false;
 };
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "commands/Command.h"
 #include "commands/ImportReviewModel.h"
 #include "files/Files.h"
+#include "files/PackedSource.h"
 #include "files/PlantTarget.h"
 #include "findings/Findings.h"
 #include "pcf/Attributes.h"
@@ -50,7 +51,7 @@ class TargetSink : public Pcf::Sink {
 
 std::string bytesOf(const std::string& file, Session& session) {
   InputCount count;
-  InputSource source(file, count, session.progress());
+  PackedSource source(file, count, session.progress());
   std::error_code error;
   const std::uintmax_t size = file == "-" ? 0 : fs::file_size(pathOf(file), error);
   std::string bytes;
@@ -264,7 +265,7 @@ class ImportCommand : public Command {
         json_ ? jsonOf(importer, messages, output_, sidecar) : textOf(importer, messages, output_);
     if (output_ == "-") {
       session.remark(answer);
-    } else {
+    } else if (json_ || !session.options().quiet) {
       session.out().write(answer);
     }
     const bool isAsItWas =

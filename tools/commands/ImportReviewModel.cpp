@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "files/PackedSource.h"
 #include "files/PlantTarget.h"
 #include "rvm/ReviewFault.h"
 #include "terminal/Streams.h"
@@ -70,7 +71,7 @@ std::vector<std::string> columnsOf(const Vesk::ReviewAttributes& attributes) {
   return columns;
 }
 
-Vesk::ReadBytes bytesOf(InputSource& source) {
+Vesk::ReadBytes bytesOf(PackedSource& source) {
   return [&source](char* buffer, std::size_t size) { return source.read(buffer, size); };
 }
 
@@ -243,7 +244,7 @@ std::string jsonOf(const ReviewModelJob& job, const ReviewCounts& counts,
 template <class Read>
 void readFile(const std::string& file, Session& session, Read read) {
   InputCount count;
-  InputSource source(file, count, session.progress());
+  PackedSource source(file, count, session.progress());
   const std::string name = shownName(file);
   try {
     read(bytesOf(source));
@@ -303,7 +304,7 @@ Exit importReviewModels(const ReviewModelJob& job, Session& session) {
       job.json ? jsonOf(job, counts, remarks, sink.complaints()) : textOf(job, counts, remarks);
   if (job.output == "-") {
     session.remark(answer);
-  } else {
+  } else if (job.json || !session.options().quiet) {
     session.out().write(answer);
   }
   return counts.isAllExact() ? Exit::kDone : Exit::kNo;

@@ -155,7 +155,7 @@ class InfoCommand : public Command {
             {{"vesk info plant.dat", "what is in the file"},
              {"vesk info plant.dat --header 'P-10*'", "of some of its headers"},
              {"vesk info -j 0 --json zones/ | jq '.files[].elements'", "every file of a folder"},
-             {"zcat plant.dat.gz | vesk info -", "from a pipe"}}};
+             {"vesk info plant.dat.gz", "packed by gzip, as by zstd"}}};
   }
 
   void define(CLI::App& app) override {

@@ -162,7 +162,7 @@ class ShowCommand : public Command {
     session.look().append(text, Look::Paint::kBold, title);
     text += '\n';
     for (const std::string& line : records.lines()) {
-      text += "  " + std::to_string(number++) + " | " + line + '\n';
+      text += "  " + std::to_string(number++) + " | " + session.shown(line) + '\n';
     }
     text += '\n';
     Table table({{"LINE", Table::Side::kRight},
@@ -171,21 +171,23 @@ class ShowCommand : public Command {
                  {"MEANING", Table::Side::kLeft}});
     for (const Field& field : fieldsOf(records.lines(), records.mode())) {
       table.add({std::to_string(element.firstLine + field.line), columnsText(field),
-                 "'" + field.text + "'", field.meaning});
+                 "'" + session.shown(field.text) + "'", field.meaning});
     }
     text += table.text();
     if (!isFault) {
       text += '\n';
       Table values({{"VALUE", Table::Side::kLeft}, {"", Table::Side::kLeft}});
       for (const Property& property : propertiesOf(*element.geo)) {
-        values.add({property.name, valueText(property)});
+        values.add({property.name, session.shown(valueText(property))});
       }
       text += values.text();
     }
     if (!attributes.empty()) {
       text += '\n';
       Table own({{"ATTRIBUTE", Table::Side::kLeft}, {"", Table::Side::kLeft}});
-      for (const auto& [column, value] : attributes) own.add({column, value});
+      for (const auto& [column, value] : attributes) {
+        own.add({session.shown(column), session.shown(value)});
+      }
       text += own.text();
     }
     return text;

@@ -1,10 +1,28 @@
 // SPDX-License-Identifier: MIT
+#include <string>
+#include <string_view>
+
 #include "commands/Command.h"
 #include "terminal/Libraries.h"
 #include "text/Json.h"
 
 namespace VeskTool {
 namespace {
+
+// Of the sources; empty where they are in no repository.
+constexpr std::string_view kCommit =
+#include "Commit.inc"
+    ;
+
+struct BuildOption {
+  std::string_view name;
+  std::string_view value;
+};
+
+constexpr BuildOption kOptions[] = {{"build", VESK_BUILD_TYPE},
+                                    {"compiler", VESK_COMPILER},
+                                    {"system", VESK_SYSTEM},
+                                    {"sanitizers", VESK_SANITIZERS}};
 
 class VersionCommand : public Command {
  public:
@@ -29,7 +47,15 @@ class VersionCommand : public Command {
     if (json_) {
       JsonWriter json(text);
       json.beginObject().key("schema").value("vesk.version/1");
-      json.key("version").value(VESK_VERSION).key("libraries").beginArray();
+      json.key("version").value(VESK_VERSION).key("commit");
+      if (kCommit.empty()) {
+        json.null();
+      } else {
+        json.value(kCommit);
+      }
+      json.key("options").beginObject();
+      for (const auto& [name, value] : kOptions) json.key(name).value(value);
+      json.endObject().key("libraries").beginArray();
       for (const Library& library : libraries()) {
         json.beginObject().key("name").value(library.name).key("licence").value(library.licence);
         json.key("use").value(library.use).key("in").value(library.isIn).endObject();
@@ -37,6 +63,7 @@ class VersionCommand : public Command {
       json.endArray().endObject();
     } else {
       text = "vesk " VESK_VERSION ", under the MIT licence\n";
+      if (!kCommit.empty()) session.note("commit " + std::string(kCommit));
       for (const Library& library : libraries()) text += lineOf(library);
     }
     session.out().write(text);

@@ -9,6 +9,7 @@
 #include "files/Files.h"
 #include "files/SceneReader.h"
 #include "files/SelectionOptions.h"
+#include "files/Watch.h"
 #include "terminal/Terminal.h"
 #include "text/Numbers.h"
 #include "view/DrawingOptions.h"
@@ -50,6 +51,7 @@ class ViewCommand : public Command {
              {"vesk view plant.dat --header P-1001 --context", "at one header, in its place"},
              {"vesk view zones/ -o plant.html", "a page to pass on"},
              {"vesk view plant.dat -o plant.png", "a picture"},
+             {"vesk view plant.dat -o plant.png --watch", "again whenever it was written"},
              {"vesk view plant.dat -o top.svg --from top", "a line drawing"},
              {"vesk check plant.dat --view", "look at what is wrong with it"},
              {"vesk diff old.dat new.dat --view", "look at what has changed"}}};
@@ -75,11 +77,24 @@ class ViewCommand : public Command {
     fineness_.define(app);
     drawing_.define(app);
     app.add_flag("--context", context_, "show what is not chosen too, translucent");
+    app.add_flag("--watch", watch_, "write it again whenever a file was written; Ctrl-C ends it");
     selection_.define(app, Beside::kTolerance);
     app_ = &app;
   }
 
   Exit run(Session& session) override {
+    if (!watch_) return viewAll(session);
+    if (target_.output.empty() || target_.output == "-") {
+      throw Failure(Exit::kUsage, "--watch writes a file again and again", "-o FILE.html names it");
+    }
+    watchFiles(words_, session, [&] {
+      viewAll(session);
+      target_.force = true;  // what was written the first time
+    });
+  }
+
+ private:
+  Exit viewAll(Session& session) const {
     const std::vector<std::string> files = expandFiles(words_);
     const Format format = chosenFormat();
     if (context_ && (format != Format::kPage || !selection_.isGiven())) {
@@ -108,11 +123,11 @@ class ViewCommand : public Command {
     if (choice.isNothing()) return worst(exit, choice.finish(session));
     model.finish();
     exit = worst(exit, sayFailures(model.scene(), session));
+    session.progress().enter("writing");
     target_.write(model, titleOf(files), nameOfAll(files), session);
     return exit;
   }
 
- private:
   Format chosenFormat() const {
     const std::string ending = to_.empty() ? endingOf(target_.output) : '.' + to_;
     if (!to_.empty() && target_.output.empty() && to_ != "html") {
@@ -139,6 +154,7 @@ class ViewCommand : public Command {
     const Exit exit = isChosen ? readScene(files, fineness_.fineness(), choice, session, scene)
                                : readDrawnScene(files, style, choice, session, scene);
     if (choice.isNothing()) return worst(exit, choice.finish(session));
+    session.progress().enter("drawing");
     const Vesk::Drawing drawing(scene, style);
     if (format == Format::kSvg) {
       writeSvg(out, drawing, titleOf(files));
@@ -182,6 +198,7 @@ class ViewCommand : public Command {
   DrawingOptions drawing_;
   SelectionOptions selection_;
   bool context_ = false;
+  bool watch_ = false;
   const CLI::App* app_ = nullptr;
 };
 

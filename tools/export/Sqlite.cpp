@@ -140,6 +140,9 @@ class TemporaryFile {
                 : pathOf(beside + name);
     std::error_code error;
     fs::remove(path_, error);
+    half_ = HalfFile(path_);
+    fs::path journal = path_;
+    halfJournal_ = HalfFile(journal += "-journal");
   }
   ~TemporaryFile() {
     std::error_code error;
@@ -152,6 +155,8 @@ class TemporaryFile {
 
  private:
   fs::path path_;
+  HalfFile half_;
+  HalfFile halfJournal_;
 };
 
 struct Closer {

@@ -54,7 +54,7 @@ Exit exportFile(const std::string& file, Choice& choice, ElementWriter& writer, 
 }  // namespace
 
 Exit exportStream(const std::vector<std::string>& files, std::string_view ending, Choice& choice,
-                  ElementWriter& writer, Session& session) {
+                  ElementWriter& writer, bool isStrict, Session& session) {
   for (const std::string& file : files) expectInput(file, session.progress());
   Exit exit = Exit::kDone;
   for (const std::string& file : files)
@@ -65,7 +65,7 @@ Exit exportStream(const std::vector<std::string>& files, std::string_view ending
   const std::string leftOut = listOf(writer.leftOut());
   if (leftOut.empty()) return exit;
   session.warning("left out: " + leftOut, "." + std::string(ending) + " has no place for them");
-  return worst(exit, Exit::kNo);
+  return isStrict ? worst(exit, Exit::kNo) : exit;
 }
 
 }  // namespace VeskTool

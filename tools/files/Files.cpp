@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "elements/Kinds.h"
+#include "files/PackedSource.h"
 #include "findings/Findings.h"
 #include "select/Pattern.h"
 #include "terminal/Terminal.h"
@@ -32,6 +33,24 @@ bool endsWith(std::string_view name, const std::string& end) {
                     [&](char a, char b) { return a == lower(b); });
 }
 
+// A folder that can't be read is added like a file: whoever reads the files names it
+// then, and goes on.
+void addFilesBelow(std::vector<std::string>& files, const fs::path& folder,
+                   const std::function<bool(const std::string&)>& isWanted) {
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    checkInterrupt();
+    std::error_code unknown;
+    if (entry->is_directory(unknown) && !entry->is_symlink(unknown)) {
+      addFilesBelow(files, entry->path(), isWanted);
+    } else if (entry->is_regular_file(unknown) && isWanted(nameOf(entry->path().filename()))) {
+      files.push_back(nameOf(entry->path()));
+    }
+  }
+  if (error) files.push_back(nameOf(folder));
+}
+
 std::vector<std::string> filesBelow(const std::string& folder,
                                     const std::vector<std::string>& ends) {
   const auto isWanted = [&](const std::string& name) {
@@ -41,14 +60,7 @@ std::vector<std::string> filesBelow(const std::string& folder,
                        [&](const std::string& end) { return endsWith(name, end); });
   };
   std::vector<std::string> files;
-  std::error_code error;
-  for (fs::recursive_directory_iterator entry(pathOf(folder), error), end; !error && entry != end;
-       entry.increment(error)) {
-    if (entry->is_regular_file(error) && isWanted(nameOf(entry->path().filename()))) {
-      files.push_back(nameOf(entry->path()));
-    }
-  }
-  if (error) throw Failure(Exit::kInput, folder + ": " + error.message());
+  addFilesBelow(files, pathOf(folder), isWanted);
   if (files.empty()) {
     std::string kinds;
     for (const std::string& end : ends) kinds += (kinds.empty() ? "*" : " or *") + end;
@@ -77,11 +89,32 @@ std::vector<std::string> filesMatching(const std::string& pattern) {
 
 Exit workOn(std::size_t index, Session& session, const FileWork& work) {
   try {
-    return work(index, session);
+    const Exit exit = work(index, session);
+    session.sayRest();
+    return exit;
   } catch (const Failure& failure) {
+    session.sayRest();
     session.error(failure.what(), failure.hint);
     return failure.exit;
   }
+}
+
+// What to do with a file that is none of records, by the end of its name.
+std::string formatHint(const std::string& name) {
+  for (const char* end : {".pcf", ".rvm", ".rev"}) {
+    if (endsWith(name, end)) {
+      return "vesk import " + name + " -o " + nameOf(pathOf(name).replace_extension(".dat")) +
+             " makes one of it";
+    }
+  }
+  for (const char* end : {".glb", ".gltf", ".obj", ".stl", ".ply", ".step", ".stp", ".ifc", ".dxf",
+                          ".sqlite", ".html", ".svg", ".png"}) {
+    if (endsWith(name, end)) {
+      return "files like this are made of record files, by vesk export and view; there is no way "
+             "back";
+    }
+  }
+  return "a record file has lines of fixed columns or of tokens; see docs/records.md";
 }
 
 // One file's texts, until its turn comes.
@@ -219,7 +252,7 @@ RecordsRead readRecords(const std::string& file, Session& session,
 }
 
 Vesk::RecordFile openRecords(const std::string& file, InputCount& count, Session& session) {
-  return {std::make_unique<InputSource>(file, count, session.progress()), shownName(file)};
+  return {std::make_unique<TextInput>(file, count, session.progress()), shownName(file)};
 }
 
 void requireRecords(const Vesk::RecordFile& records, const InputCount& count,
@@ -227,9 +260,9 @@ void requireRecords(const Vesk::RecordFile& records, const InputCount& count,
   if (!records.error().empty()) {
     throw Failure(Exit::kInput, records.name() + ": " + records.error());
   }
-  if (elements == 0 && count.bytes > 0 && records.mode() == 0) {
+  if (elements == 0 && count.bytes > 0 && !count.isBlank && records.mode() == 0) {
     throw Failure(Exit::kInput, records.name() + ": this is no record file",
-                  "a record file has lines of fixed columns or of tokens; see docs/records.md");
+                  formatHint(records.name()));
   }
 }
 

@@ -45,6 +45,7 @@ constexpr Meaning kMeanings[] = {
      "findings of chosen elements; of a joint if either end is chosen; always lines that "
      "can't be read. --only takes codes too"},
     {"diff", "a pair if either side is chosen; each side is looked at in its own file"},
+    {"clash", "a pair if either of the two is chosen"},
     {"convert", "writes what is chosen, in the style of OUT"},
     {"extract", "writes what is chosen as it stands, byte for byte"},
     {"export", "exports what is chosen"},

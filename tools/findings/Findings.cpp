@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "input/RecordHeading.h"
 #include "output/RecordLayout.h"
+#include "text/Numbers.h"
 #include "text/Words.h"
 
 namespace VeskTool {
@@ -157,6 +159,22 @@ void nameText(Finding& finding, const Vesk::RecordFault& fault) {
       "not a number in a " + std::string(fault.primitive) + ": '" + fault.token + '\'';
 }
 
+// Where the file goes on in the other style, as two that were joined do.
+void nameOtherStyle(Finding& finding, const Vesk::RecordFile& file) {
+  const Vesk::RecordFault& fault = file.fault();
+  if (fault.kind != Vesk::RecordFault::Kind::kStray || file.lines().empty()) return;
+  const bool isTokens = file.mode() == Vesk::kTokens;
+  const std::int32_t other = isTokens ? Vesk::kFixedColumns : Vesk::kTokens;
+  if (file.mode() == 0 || Vesk::kindOfFirstLine(file.lines().front(), other) == nullptr) return;
+  finding.code = "V011";
+  finding.column = 0;
+  finding.message = "from line " + std::to_string(fault.firstLine) +
+                    (isTokens ? " fixed columns, " : " tokens, ") +
+                    counted(fault.lastLine - fault.firstLine + 1, "line");
+  finding.expected.clear();
+  finding.hint = "a file has one style: cut it before this line, convert one part, join them";
+}
+
 }  // namespace
 
 std::string_view codeOfCause(Vesk::ReadCause cause) {
@@ -218,6 +236,7 @@ Finding findingOf(const Vesk::RecordFile& file) {
   finding.message = fault.message;
   finding.expected = fault.expected;
   nameText(finding, fault);
+  nameOtherStyle(finding, file);
   const std::uint64_t index = fault.line - fault.firstLine;
   if (fault.line >= fault.firstLine && index < file.lines().size()) {
     finding.sourceLine = file.lines()[index];

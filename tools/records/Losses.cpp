@@ -25,7 +25,7 @@ void LossReport::add(Finding finding, const std::string& file, const Vesk::Recor
   finding.file = file;
   finding.line = element.firstLine;
   finding.message = std::string(wordOf(kindOf(*element.geo))) + ": " + finding.message;
-  session_.say(finding);
+  session_.print(finding);
 }
 
 void LossReport::sum() {

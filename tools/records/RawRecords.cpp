@@ -5,17 +5,18 @@
 #include <utility>
 
 #include "files/Files.h"
+#include "files/PackedSource.h"
 #include "findings/Findings.h"
 
 namespace VeskTool {
 
 // An input of which the last bytes can be had again.
-class KeptInput : public InputSource {
+class KeptInput : public TextInput {
  public:
-  using InputSource::InputSource;
+  using TextInput::TextInput;
 
   std::size_t read(char* buffer, std::size_t size) override {
-    const std::size_t count = InputSource::read(buffer, size);
+    const std::size_t count = TextInput::read(buffer, size);
     // A long stretch of lines that are no record need not be kept.
     if (kept_.size() - begin_ > 2 * RawRecords::kMostBytes)
       begin_ = kept_.size() - RawRecords::kMostBytes;

@@ -36,6 +36,28 @@ void Progress::advance(std::uint64_t bytes) {
   show(std::chrono::duration<double>(now - start_).count());
 }
 
+void Progress::enter(std::string_view what) {
+  constexpr double kMuch = 0.2;  // seconds of reading
+  clear();
+  const std::lock_guard lock(mutex_);
+  const double seconds = std::chrono::duration<double>(Clock::now() - start_).count();
+  if (mode_ == Mode::kNever || seconds < kMuch) return;
+  std::string text;
+  if (mode_ == Mode::kJson) {
+    text = "{\"schema\":\"vesk.progress/1\",\"bytes\":" + std::to_string(done_) +
+           ",\"bytesPerSecond\":";
+    appendRounded(text, static_cast<double>(done_) / seconds, 0);
+    text.append(",\"doing\":\"").append(what).append("\"}\n");
+  } else {
+    text = '\r' + task_ + ": ";
+    text.append(what).append(" ...");
+    shown_ = text.size() - 1;
+    setDrawnColumns(shown_);
+  }
+  std::fwrite(text.data(), 1, text.size(), stderr);
+  std::fflush(stderr);
+}
+
 void Progress::clear() {
   const std::lock_guard lock(mutex_);
   if (shown_ == 0) return;
@@ -43,6 +65,7 @@ void Progress::clear() {
   std::fwrite(over.data(), 1, over.size(), stderr);
   std::fflush(stderr);
   shown_ = 0;
+  setDrawnColumns(0);
 }
 
 void Progress::show(double seconds) {
@@ -57,6 +80,7 @@ void Progress::show(double seconds) {
     const std::size_t columns = line.size();
     if (columns < shown_) line.append(shown_ - columns, ' ');
     shown_ = columns;
+    setDrawnColumns(shown_);
     text = '\r' + line;
   }
   std::fwrite(text.data(), 1, text.size(), stderr);

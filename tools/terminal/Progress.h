@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 namespace VeskTool {
 
@@ -37,6 +38,10 @@ class Progress {
   void expectUnknown();
 
   void advance(std::uint64_t bytes);
+
+  // Says what is done from now on, of which nobody knows how long it takes: "searching".
+  // Shown if there was much to read.
+  void enter(std::string_view what);
 
   // Takes the line away, before other text goes to standard error.
   void clear();

@@ -2,9 +2,13 @@
 #ifndef VESK_TOOLS_SESSION_H
 #define VESK_TOOLS_SESSION_H
 
+#include <cstdint>
 #include <cstdio>
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "findings/Findings.h"
 #include "terminal/Look.h"
@@ -34,6 +38,13 @@ class Session {
   Progress& progress() { return progress_; }
   const CommonOptions& options() const { return options_; }
 
+  // A text of a file as it may stand in the answer: what a terminal would obey is "?"
+  // if the answer goes to one, and stays as it is else.
+  std::string shown(std::string_view text) const;
+
+  // Whether the answer goes to a terminal.
+  bool isTerminal() const { return isTerminal_; }
+
   // How the answer and the messages look.
   const Look& look() const { return look_; }
   const Look& messageLook() const { return messageLook_; }
@@ -47,8 +58,18 @@ class Session {
   // Only with -v.
   void note(std::string_view text);
 
-  // Something found on the way, as a message. With -q only errors.
+  // Something found on the way, as a message. With -q only errors. Of each file and
+  // code only the first kMostOfCode, unless with -v; the others are counted.
   void say(const Finding& finding);
+
+  // The same, however many there are.
+  void print(const Finding& finding);
+
+  // Says how many findings were counted only, and where the first of them are. To be
+  // called behind the last of a file or of all.
+  void sayRest();
+
+  static constexpr std::uint64_t kMostOfCode = 5;
 
   // Text that is a message as it stands; not with -q.
   void remark(std::string_view text);
@@ -61,8 +82,16 @@ class Session {
   TextSink& out_;
   TextSink& messages_;
   Progress& progress_;
+  // Findings of one code in one file.
+  struct Repeated {
+    std::uint64_t count = 0;
+    std::vector<std::uint64_t> untold;  // lines of the first of these
+  };
+
   Look look_;
   Look messageLook_;
+  bool isTerminal_ = false;                                           // of the answer
+  std::map<std::pair<std::string, std::string>, Repeated> repeated_;  // by file and code
 };
 
 // The standard error stream. Takes the progress line away before it writes.

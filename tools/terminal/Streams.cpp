@@ -8,6 +8,7 @@
 
 #include "terminal/Exit.h"
 #include "terminal/Terminal.h"
+#include "text/Words.h"
 
 namespace VeskTool {
 
@@ -20,6 +21,7 @@ void Answer::write(std::string_view text) {
 
 void Answer::flush() {
   checkInterrupt();
+  if (isTerminal(stdout)) buffer_ = harmless(buffer_);
   errno = 0;
   const bool written = std::fwrite(buffer_.data(), 1, buffer_.size(), stdout) == buffer_.size() &&
                        std::fflush(stdout) == 0;
@@ -39,7 +41,7 @@ InputSource::InputSource(const std::string& name, InputCount& count, Progress& p
   }
   owned_.reset(openFile(pathOf(name), "rb"));
   file_ = owned_.get();
-  if (file_ == nullptr) setError(errno);
+  if (file_ == nullptr) setError(errorNumber_ = errno);
 }
 
 std::size_t InputSource::read(char* buffer, std::size_t size) {
@@ -50,7 +52,7 @@ std::size_t InputSource::read(char* buffer, std::size_t size) {
   const int number = errno;
   if (count < size) {
     checkInterrupt();
-    if (std::ferror(file_) != 0) setError(number);
+    if (std::ferror(file_) != 0) setError(errorNumber_ = number);
   }
   if (count == 0) return 0;
   lineEnds_ += static_cast<std::uint64_t>(std::count(buffer, buffer + count, '\n'));
@@ -97,10 +99,12 @@ OutputFile::OutputFile(const std::string& name, bool force) : name_(name), force
   }
   part_ = target_;
   part_ += ".part-" + std::to_string(processNumber());
+  half_ = HalfFile(part_);
   file_ = openFile(part_, "wbx");
   if (file_ == nullptr) {
     const int number = errno;
     part_.clear();
+    half_.release();
     fail(number);
   }
 }
@@ -174,11 +178,13 @@ void OutputFile::commit() {
   fs::rename(part_, target_, error);
   if (error) throw Failure(Exit::kOutput, name_ + ": " + error.message());
   part_.clear();
+  half_.release();
   isCommitted_ = true;
 }
 
 void OutputFile::commitForNow() {
   finish();
+  together_.emplace();
   std::error_code error;
   if (!part_.empty() && force_ && fs::exists(target_, error)) {
     fs::path old = target_;
@@ -226,8 +232,10 @@ void OutputFile::discard() {
   std::error_code error;
   if (!part_.empty()) fs::remove(part_, error);
   part_.clear();
+  half_.release();
   if (!old_.empty()) fs::remove(old_, error);
   old_.clear();
+  together_.reset();
 }
 
 void refuseSameFile(const std::string& input, const std::string& output) {

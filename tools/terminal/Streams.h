@@ -6,11 +6,13 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "terminal/Progress.h"
+#include "terminal/Terminal.h"
 #include "vesk/ByteSource.h"
 
 namespace VeskTool {
@@ -20,6 +22,9 @@ class TextSink {
  public:
   virtual ~TextSink() = default;
   virtual void write(std::string_view text) = 0;
+
+  // Brings on its way what was written.
+  virtual void flush() {}
 
  protected:
   TextSink() = default;
@@ -43,7 +48,7 @@ class TextBuffer : public TextSink {
 class Answer : public TextSink {
  public:
   void write(std::string_view text) override;
-  void flush();
+  void flush() override;
 
  private:
   static constexpr std::size_t kBlock = std::size_t{1} << 16;
@@ -55,6 +60,7 @@ class Answer : public TextSink {
 struct InputCount {
   std::uint64_t bytes = 0;
   std::uint64_t lines = 0;  // a last line without an end counts
+  bool isBlank = false;     // known of record files: there is nothing to see in it
 };
 
 // An input: the file of this name, or for "-" the standard input. Counts what it
@@ -65,6 +71,9 @@ class InputSource : public Vesk::ByteSource {
   InputSource(const std::string& name, InputCount& count, Progress& progress);
 
   std::size_t read(char* buffer, std::size_t size) override;
+
+  // The errno behind error(); 0 without one.
+  int errorNumber() const { return errorNumber_; }
 
  private:
   struct Closer {
@@ -77,6 +86,7 @@ class InputSource : public Vesk::ByteSource {
   Progress& progress_;
   std::uint64_t lineEnds_ = 0;
   bool open_ = false;  // the last line has no end so far
+  int errorNumber_ = 0;
 };
 
 // Tells the progress how large the input is.
@@ -126,6 +136,8 @@ class OutputFile : public TextSink {
   std::filesystem::path target_;
   std::filesystem::path part_;  // empty when written directly
   std::filesystem::path old_;   // what was there before; see commitForNow
+  HalfFile half_;
+  std::optional<Together> together_;  // from commitForNow on
   bool isFinished_ = false;
   bool isCommitted_ = false;
   std::FILE* file_ = nullptr;

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "terminal/Terminal.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <system_error>
 
 #include "terminal/Exit.h"
@@ -19,6 +23,7 @@
 #else
 #include <fcntl.h>
 #include <sys/ioctl.h>
+#include <sys/time.h>
 #include <unistd.h>
 #endif
 
@@ -26,6 +31,22 @@ namespace VeskTool {
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
+
+// Milliseconds from the signal until the process ends by itself.
+constexpr int kPatience = 500;
+
+// A place for the name of a file, which the handler of a signal may read if it is taken.
+struct HalfName {
+  enum State { kFree, kClaimed, kTaken };
+
+  std::atomic<int> state = kFree;
+  std::filesystem::path name;
+};
+
+// More than any command has at a time; what is beyond stays when the process ends by itself.
+std::array<HalfName, 1024> halfNames;
+std::atomic<int> together = 0;
+std::atomic<std::size_t> drawnColumns = 0;
 
 #ifdef _WIN32
 HANDLE mainThread = nullptr;
@@ -36,6 +57,12 @@ BOOL WINAPI onInterrupt(DWORD event) {
   if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
   interrupted = 1;
   CancelSynchronousIo(mainThread);
+  const auto isFree = [](const HalfName& each) { return each.state == HalfName::kFree; };
+  do {
+    Sleep(kPatience);
+  } while (together != 0 || !std::all_of(halfNames.begin(), halfNames.end(), isFree));
+  if (codePage != 0) SetConsoleOutputCP(codePage);
+  TerminateProcess(GetCurrentProcess(), static_cast<UINT>(Exit::kInterrupted));
   return TRUE;
 }
 
@@ -54,7 +81,31 @@ void allowColours(std::FILE* stream) {
   }
 }
 #else
-extern "C" void onInterrupt(int /*signal*/) { interrupted = 1; }
+extern "C" void onInterrupt(int /*signal*/) {
+  if (interrupted != 0) return;
+  interrupted = 1;
+  // And again, while it must wait.
+  constexpr int kMicro = 1000;
+  constexpr int kAgain = 20;
+  const itimerval timer{{0, kAgain * kMicro}, {0, kPatience * kMicro}};
+  setitimer(ITIMER_REAL, &timer, nullptr);
+}
+
+// Calls only what a handler of a signal may call.
+extern "C" void onPatienceEnded(int /*signal*/) {
+  if (together != 0) return;
+  for (const HalfName& each : halfNames) {
+    if (each.state != HalfName::kTaken) continue;
+    if (unlink(each.name.c_str()) != 0) rmdir(each.name.c_str());
+  }
+  char blanks[256];
+  std::memset(blanks, ' ', sizeof blanks);
+  const std::size_t columns = std::min(drawnColumns.load(), sizeof blanks - 2);
+  blanks[0] = '\r';
+  blanks[columns + 1] = '\r';
+  if (columns > 0) static_cast<void>(!write(STDERR_FILENO, blanks, columns + 2));
+  _exit(static_cast<int>(Exit::kInterrupted));
+}
 
 // A standard stream that is closed would be the next file that is opened, and get
 // what is meant for the stream. One that can't be used takes its place.
@@ -93,6 +144,8 @@ void prepareProcess() {
   action.sa_handler = onInterrupt;
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
+  action.sa_handler = onPatienceEnded;
+  sigaction(SIGALRM, &action, nullptr);
 #endif
 }
 
@@ -142,6 +195,35 @@ bool hasVariable(const char* name) {
 void checkInterrupt() {
   if (interrupted != 0) throw Interrupted();
 }
+
+HalfFile::HalfFile(const std::filesystem::path& path) {
+  for (std::size_t i = 0; i < halfNames.size(); ++i) {
+    int free = HalfName::kFree;
+    if (!halfNames[i].state.compare_exchange_strong(free, HalfName::kClaimed)) continue;
+    halfNames[i].name = path;
+    halfNames[i].state = HalfName::kTaken;
+    slot_ = i;
+    return;
+  }
+}
+
+HalfFile& HalfFile::operator=(HalfFile&& other) noexcept {
+  if (this != &other) {
+    release();
+    slot_ = std::exchange(other.slot_, kNone);
+  }
+  return *this;
+}
+
+void HalfFile::release() noexcept {
+  if (slot_ != kNone) halfNames[slot_].state = HalfName::kFree;
+  slot_ = kNone;
+}
+
+Together::Together() { ++together; }
+Together::~Together() { --together; }
+
+void setDrawnColumns(std::size_t columns) { drawnColumns = columns; }
 
 std::filesystem::path pathOf(std::string_view name) {
   return {std::u8string(name.begin(), name.end())};

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace VeskTool {
@@ -32,8 +33,43 @@ int terminalWidth(std::FILE* stream);
 // Whether the variable is set and not empty.
 bool hasVariable(const char* name);
 
-// Throws Interrupted if Ctrl-C was pressed since the process began.
+// Throws Interrupted if Ctrl-C was pressed, or the process told to end, since it
+// began. Who does not ask is not waited for: half a second later the process ends
+// by itself with 130, without what is half written. (On Windows, which does not
+// remove an open file, only if nothing is half written.)
 void checkInterrupt();
+
+// A file, or an empty folder, that must not stay if the process ends now.
+class HalfFile {
+ public:
+  HalfFile() = default;
+  explicit HalfFile(const std::filesystem::path& path);
+  ~HalfFile() { release(); }
+  HalfFile(HalfFile&& other) noexcept : slot_(std::exchange(other.slot_, kNone)) {}
+  HalfFile& operator=(HalfFile&& other) noexcept;
+
+  // The file stays, or is gone already.
+  void release() noexcept;
+
+ private:
+  static constexpr std::size_t kNone = ~std::size_t{0};
+
+  std::size_t slot_ = kNone;
+};
+
+// While one lives, the process does not end by itself: what belongs together
+// appears under its names.
+class Together {
+ public:
+  Together();
+  ~Together();
+  Together(const Together&) = delete;
+  Together& operator=(const Together&) = delete;
+};
+
+// Tells how many columns the line of the progress has on the terminal; it is
+// wiped out when the process ends by itself.
+void setDrawnColumns(std::size_t columns);
 
 // A name as the file system takes it, and back.
 std::filesystem::path pathOf(std::string_view name);

@@ -18,6 +18,13 @@ std::vector<std::string> splitAt(std::string_view text, char separator);
 // Whether the byte goes on with a letter of UTF-8 instead of beginning one.
 inline bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
+// "?" for each control character but the line end and the tab: those below 32, 127,
+// and 128 to 159, alone or as a letter of UTF-8. Terminals obey them.
+std::string withoutControls(std::string_view text);
+
+// The same for a text with our own colours in it, which stay.
+std::string harmless(std::string_view text);
+
 }  // namespace VeskTool
 
 #endif

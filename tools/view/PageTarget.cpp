@@ -2,6 +2,7 @@
 #include "view/PageTarget.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "terminal/Exit.h"
@@ -29,6 +30,24 @@ class CountingSink : public TextSink {
  private:
   TextSink& to_;
   std::uint64_t bytes_ = 0;
+};
+
+// A private folder, which goes with this object unless something is to stay in it.
+class PrivateFolder {
+ public:
+  PrivateFolder() : path_(pathOf(makePrivateFolder())), half_(path_) {}
+  ~PrivateFolder() {
+    std::error_code error;
+    fs::remove(path_, error);  // refused unless it is empty
+  }
+  PrivateFolder(const PrivateFolder&) = delete;
+  PrivateFolder& operator=(const PrivateFolder&) = delete;
+
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+  HalfFile half_;
 };
 
 }  // namespace
@@ -66,7 +85,8 @@ void PageTarget::write(const PageModel& model, const std::string& title, const s
                        Session& session) const {
   const bool isTemporary = output.empty();
   std::string file = output;
-  if (isTemporary) file = nameOf(pathOf(makePrivateFolder()) / pathOf(name + ".html"));
+  std::optional<PrivateFolder> folder;
+  if (isTemporary) file = nameOf(folder.emplace().path() / pathOf(name + ".html"));
   OutputFile target(file, force);
   CountingSink counted(target);
   writePage(counted, model, title);

@@ -23,13 +23,64 @@ constexpr RunCase kRuns[] = {
     {"VersionOption", "--version", 0, "vesk 1.", ""},
     {"UnknownCommandNamesTheNearest", "inof good.dat", 2, "", "did you mean \"info\"?"},
     {"UnknownOptionNamesTheNearest", "info --jsn good.dat", 2, "", "did you mean \"--json\"?"},
-    {"OneArgumentTooMany", "list good.dat bad.dat", 2, "", "one argument too many"},
+    {"OneArgumentTooMany", "show good.dat:1 bad.dat", 2, "", "one argument too many"},
     {"MissingArgument", "list", 2, "", "required"},
     {"WrongValueOfAnOption", "info --color blue good.dat", 2, "", "vesk info --help"},
     {"OptionsBeforeTheCommand", "-q info good.dat", 0, "elements  1\n", ""},
     {"MissingFile", "info none.dat", 3, "", "none.dat: No such file"},
     {"NoRecordFile", "info text.txt", 3, "", "this is no record file"},
     {"EmptyFileIsARecordFile", "info empty.dat", 0, "elements  0\n", ""},
+    {"ABlankFileIsAnEmptyOne", "info blank.dat", 0, "elements  0\n", ""},
+    {"ABlankFileHasNoFindings", "check blank.dat", 0, "blank.dat: ", ""},
+    {"AByteOrderMarkIsNoRecord", "info marked.dat", 0, "elements  1\n", ""},
+    {"AMarkAloneIsAnEmptyFile", "list mark.dat", 0, "KIND", ""},
+    {"APipingFileGetsAHint", "info line.pcf", 3, "", "vesk import line.pcf -o line.dat"},
+    {"AMeshGetsAHint", "list mesh.glb", 3, "", "vesk export"},
+    // Of three pipes in tokens and two in fixed columns.
+    {"TheOtherStyleIsNamed", "info joined.dat", 1, "faults    1\n",
+     "joined.dat:4: error: from line 4 fixed columns, 2 lines [V011]\n"},
+    {"TheOtherStyleIsAFinding", "check joined.dat", 1,
+     "joined.dat:4: error: from line 4 fixed columns, 2 lines [V011]\n", ""},
+    // 2,000 less the five that are shown, lines 2 to 6.
+    {"RepeatedMessagesAreCounted", "info flood.dat", 1, "faults    2 000\n",
+     "flood.dat: 1 995 more, at lines 7, 8, 9 and on [V021]; -v shows all\n"},
+    {"RepeatedMessagesOfOtherCommands", "export flood.dat -o x.step", 1, "",
+     "flood.dat: 1 995 more, at lines 7, 8, 9 and on [V021]; -v shows all\n"},
+    {"AllMessagesOnDemand", "info -v flood.dat", 1, "faults    2 000\n", "flood.dat:2001:"},
+    {"ListOfSeveralFiles", "list good.dat old/same.dat", 0, "good.dat:\n", ""},
+    {"ListOfSeveralFilesAsCsv", "list --csv good.dat old/same.dat", 0,
+     "\nold/same.dat,1,cylinder,P-1,01,1,", ""},
+    // pi / 4 * 100 * 100 * 1000 = 7853981.6; of four edges, bends and heights nothing.
+    {"ListHasANumberAColumn", "list --csv good.dat", 0, ",7853981.6", ""},
+    {"ListHasAColumnForEachSize", "list --csv good.dat", 0, ",1000,100,,,,,,,,,,,\n", ""},
+    {"ListSorted", "list --csv --sort length --descending three.dat", 0,
+     "\n3,cylinder,P-1,01,3,0,0,0,", ""},
+    {"ListOfTheLongestOnly", "list --sort length --descending --limit 1 three.dat", 0,
+     "\n       3  cylinder", "vesk: 1 of 3 elements listed (--limit)\n"},
+    {"ListByNoColumn", "list --sort colour good.dat", 2, "", "\"colour\" is none of these: line, "},
+    {"WrongTypeIsSaidPlainly", "list --limit x good.dat", 2, "",
+     "--limit: \"x\" is no whole number from 0 on\n"},
+    {"WrongWordIsSaidPlainly", "check --format xml good.dat", 2, "",
+     "--format: \"xml\" is none of these: text, json, sarif\n"},
+    {"MissingValueIsSaidPlainly", "list good.dat --limit", 2, "", "--limit needs a value\n"},
+    {"ImportIsQuietOnDemand", "import -q pump.pcf -o x.dat", 0, "", ""},
+    // Of ten pipes 6 are moved by 0 0 100.
+    {"EqualMovesAreOneLine", "diff ten.dat moved.dat", 1,
+     "~ A:1 and on  6 elements moved by 0 0 100\n6 moved; 4 in their places\n", ""},
+    {"EqualMovesOneByOne", "diff -v ten.dat moved.dat", 1,
+     "~ A:6 B:6  cylinder P-1 01/6: moved by 0 0 100\n", "note"},
+    {"SummaryAlone", "diff --summary ten.dat moved.dat", 1, "6 moved; 4 in their places\n", ""},
+    {"FoldersAreCompared", "diff old new", 1,
+     "only in old: gone.dat\nonly in new: more.dat\n1 of 2 files differ, 2 in one folder only\n",
+     ""},
+    {"FoldersAsJson", "diff --json old new", 1, "\"schema\": \"vesk.diff-folders/1\"", ""},
+    {"AFolderIsNoFile", "diff old good.dat", 2, "", "old is a folder, the other is none"},
+    {"ClashOfASelection", "clash crossed.dat --header P-1", 1, "[V501]", ""},
+    {"ClashOfAnotherSelection", "clash crossed.dat --header P-3", 0, "0 clashes", ""},
+    {"ClashOfNothing", "clash crossed.dat --header P-9", 1, "", "no element is chosen"},
+    {"WatchNeedsAFile", "view --watch good.dat", 2, "", "-o FILE.html names it"},
+    {"WatchOfTheStandardInput", "check --watch -", 2, "", "not for the standard input"},
+    {"VersionOfTheBuild", "version --json", 0, "\"compiler\": \"", ""},
     {"DamagedElement", "info bad.dat", 1, "faults    1\n", "bad.dat:2:32-36: error:"},
     {"CutOff", "info cut.dat", 1, "faults    1\n", "[V014]"},
     {"HighestCodeOfSeveralFilesWins", "info bad.dat none.dat good.dat", 3, "good.dat\n",
@@ -93,6 +144,48 @@ constexpr RunCase kRuns[] = {
     {"CompletionOfNoShell", "completion tcsh", 2, "", "completion --help"},
 };
 
+std::string pipe(int counter, const std::string& place, const std::string& length) {
+  return "P-1     0100" + std::to_string(counter) + "    00c " + place + ",0 0 " + length +
+         ",100\n";
+}
+
+void writeMore() {
+  const std::string columns =
+      "60    01  P-1     001CYL    0.000    0.000    0.000    0.000    0.000 1000.000  100.000\n";
+  writeFile("blank.dat", "\n  \n\r\n\t\n");
+  writeFile("marked.dat", "\xEF\xBB\xBF" + kPipe);
+  writeFile("mark.dat", "\xEF\xBB\xBF");
+  writeFile("line.pcf", "a line of piping\n");
+  writeFile("mesh.glb", "glTF\n");
+  std::filesystem::copy_file(VESK_PIPING_SAMPLE, "pump.pcf");
+  writeFile("joined.dat", kPipe + kPipe + kPipe + columns + columns);
+  std::string flood = kPipe;
+  for (int i = 0; i < 2000; ++i) flood += pipe(2, "0 0 0", "1000x");
+  writeFile("flood.dat", flood);
+  writeFile("three.dat",
+            pipe(1, "0 0 0", "200") + pipe(2, "0 0 0", "100") + pipe(3, "0 0 0", "300"));
+  std::string ten;
+  std::string moved;
+  for (int i = 1; i < 10; ++i) {
+    const std::string at = std::to_string(2000 * i) + " 0 ";
+    ten += pipe(i, at + "0", "1000");
+    moved += pipe(i, at + (i <= 6 ? "100" : "0"), "1000");
+  }
+  writeFile("ten.dat", ten + pipe(0, "0 0 0", "1000"));
+  writeFile("moved.dat", moved + pipe(0, "0 0 0", "1000"));
+  for (const char* folder : {"old", "new"}) {
+    std::filesystem::create_directory(folder);
+    writeFile(std::string(folder) + "/same.dat", kPipe);
+  }
+  writeFile("old/other.dat", ten);
+  writeFile("new/other.dat", moved);
+  writeFile("old/gone.dat", kPipe);
+  writeFile("new/more.dat", kPipe);
+  // P-2 crosses P-1, P-3 is far from both.
+  writeFile("crossed.dat", kPipe + "P-2     01001    00c -500 0 500,1000 0 0,100\n" +
+                               "P-3     01001    00c 9000 0 500,1000 0 0,100\n");
+}
+
 class CommandsTest : public testing::TestWithParam<RunCase> {};
 
 TEST_P(CommandsTest, Runs) {
@@ -104,6 +197,7 @@ TEST_P(CommandsTest, Runs) {
   writeFile("text.dat", "nothing of this kind\n");
   writeFile("cut.dat", kPipe + kPipe.substr(0, kPipe.size() - 2));
   std::filesystem::create_directory("sub");
+  writeMore();
   expectRun(GetParam());
 }
 

@@ -106,9 +106,10 @@ class AtTerminal {
 };
 
 // More than the tool reads at a time.
-std::string manyPipes() {
+std::string manyPipes(int place = 0) {
+  const std::string pipe = "P-1     01001    00c " + std::to_string(place) + " 0 0,0 0 1000,100\n";
   std::string text;
-  for (int i = 0; i < 8000; ++i) text += kPipe;
+  for (int i = 0; i < 8000; ++i) text += pipe;
   return text;
 }
 
@@ -233,6 +234,63 @@ TEST(Streams, AClosedPipeEndsQuietlyWithACodeOfItsOwn) {
   EXPECT_EQ(readFile("errors"), "");
 }
 
+// ESC [ 2 J clears the screen; 0x9B is ESC [ in one character.
+TEST(Terminal, NoTextOfAFileReachesItRaw) {
+  const TempFolder folder;
+  const std::string header = "P\x1b[2J\xC2\x9b ";
+  writeFile("evil.dat", header + kPipe.substr(8));
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"list", "evil.dat"},
+                                                {"list", "--csv", "evil.dat"},
+                                                {"show", "evil.dat:1"},
+                                                {"info", "--headers", "evil.dat"},
+                                                {"measure", "evil.dat"},
+                                                {"show", "evil.dat:1", "--color", "always"}}) {
+    AtTerminal run(words, false);
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_FALSE(contains(run.screen(0), "\x1b[2J")) << words[0];
+    EXPECT_FALSE(contains(run.screen(0), "\xC2\x9b")) << words[0];
+  }
+  AtTerminal run({"list", "evil.dat", "--color", "never"}, false);
+  EXPECT_EQ(run.exitCode(), 0);
+  EXPECT_TRUE(contains(run.screen(0), "P?[2J?")) << run.screen(0);
+}
+
+// Colours are ours alone where the text of a file is shown.
+TEST(Terminal, NoTextOfAFileColoursIt) {
+  const TempFolder folder;
+  writeFile("evil.dat", "P\x1b[31m  " + kPipe.substr(8));
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"list", "evil.dat"}, {"show", "evil.dat:1"}}) {
+    AtTerminal run(words, false);
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_TRUE(contains(run.screen(0), "P?[31m")) << run.screen(0);
+    EXPECT_FALSE(contains(run.screen(0), "\x1b[31m")) << words[0];
+  }
+}
+
+TEST(Terminal, APipeGetsTheBytesOfAFileAsTheyAre) {
+  const TempFolder folder;
+  const std::string header = "P\x1b[31m  ";
+  writeFile("evil.dat", header + kPipe.substr(8));
+  EXPECT_TRUE(contains(runTool("list evil.dat --color never").out, "P\x1b[31m"));
+  EXPECT_TRUE(contains(runTool("show evil.dat:1 --color never").out, header + kPipe.substr(8)));
+}
+
+TEST(Terminal, WatchChecksAgainAndEndsByCtrlC) {
+  const TempFolder folder;
+  writeFile("plant.dat", kPipe);
+  AtTerminal run({"check", "--watch", "plant.dat", "--color", "never"}, true);
+  const auto shows = [&](const std::string& text) {
+    for (int i = 0; i < 200 && !contains(run.screen(50), text); ++i) continue;
+    return contains(run.screen(0), text);
+  };
+  EXPECT_TRUE(shows("in 1 element")) << run.screen(0);
+  writeFile("plant.dat", kPipe + "P-1     01002    00c 0 0 2000,0 0 1000,100\n");
+  EXPECT_TRUE(shows("in 2 elements")) << run.screen(0);
+  run.type("\x03");
+  EXPECT_EQ(run.exitCode(), 130);
+}
+
 struct ShellCase {
   const char* name;
   const char* command;  // @ is the tool
@@ -251,6 +309,9 @@ constexpr ShellCase kShells[] = {
     {"FileOfTheLimitedSize", "ulimit -f 1; @ convert -f large.dat old.dat", 4,
      "vesk: error: old.dat: File too large\n"},
     {"ReaderOfThePipeDies", "@ list --csv large.dat | head -n 1", 141, ""},
+    // What is found is not "nothing", whoever reads it.
+    {"ReaderOfCheckDies", "@ check --max 0 large.dat | head -n 1", 141, ""},
+    {"ReaderOfDiffDies", "@ diff large.dat far.dat | head -n 1", 141, ""},
 #ifndef VESK_SANITIZED  // which takes much memory
     // 320,000 elements, 13 MB, through 16 MB, the program included.
     {"MemoryOfInfoIsConstant", "ulimit -v 16000; many | @ info -", 0, ""},
@@ -268,6 +329,7 @@ TEST_P(ShellTest, Runs) {
   writeFile("pipe.dat", kPipe);
   writeFile("old.dat", "an older file\n");
   writeFile("large.dat", manyPipes());
+  writeFile("far.dat", manyPipes(9000));
   writeFile("wide.dat", "P-1     01001    00l pt 99999999.5 0 0\n");
   std::string command = "set -o pipefail; many() { for i in $(seq 40); do cat large.dat; done; }; ";
   for (const char* c = GetParam().command; *c != '\0'; ++c) {

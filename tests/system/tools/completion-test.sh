@@ -24,6 +24,11 @@ vesk check --jo       | --jobs --joints
 vesk list --bb        | --bbox
 vesk convert --dry    | --dry-run
 vesk help meas        | measure
+vesk check --format j | json
+vesk explain V50      | V501 V502 V503 V504
+vesk list --only cyl  | cylinder cylinders
+vesk completion po    | powershell
+vesk list --color al  | always
 '
 
 in_bash() {
@@ -37,6 +42,7 @@ in_zsh() {
   zsh -f -c 'compdef() { [[ $1 == _vesk && $2 == vesk ]] || echo "compdef $*" }
     offer() { local w; for w; do [[ $w == ${words[CURRENT]}* ]] && print -r -- $w; done; true }
     compadd() { shift; offer $@ }
+    compset() { words[CURRENT]=${words[CURRENT]##*,} }
     _describe() { offer ${${(P)2}%%:*} }
     _files() { true }
     eval "$(vesk completion zsh)"; words=("$@"); CURRENT=$#; _vesk' - "$@"

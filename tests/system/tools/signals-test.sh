@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Ends every command by INT or TERM at different moments, and looks that it does
+# so in time, with 130, and leaves nothing behind.
+#
+#   signals-test.sh VESK [ELEMENTS [ROUNDS [SECONDS]]]
+#
+# What has ended before the signal came counts as well, with any code but a
+# fault's.
+set -euo pipefail
+vesk="$(realpath "$1")"
+elements="${2:-20000}"
+rounds="${3:-2}"
+seconds="${4:-5}"
+folder="$(mktemp -d)"
+trap 'rm -rf "$folder"' EXIT
+cd "$folder"
+export TMPDIR="$folder/temporary"
+mkdir temporary
+
+plant() { # SHIFT
+  awk -v n="$elements" -v shift="$1" 'BEGIN {
+    digits = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+    for (i = 0; i < n; ++i) {
+      counter = substr(digits, int(i / 1296) % 36 + 1, 1) \
+        substr(digits, int(i / 36) % 36 + 1, 1) substr(digits, i % 36 + 1, 1)
+      head = sprintf("P-%04d  01%s    00", i / 40000, counter)
+      x = i % 50 * 700 + shift; y = int(i / 50) % 50 * 90; z = int(i / 2500) * 90
+      if (i % 3 == 0) print head "c " x " " y " " z ",800 200 0,100"
+      else if (i % 3 == 1) print head "t " x " " y " " z ",0 0 -304.8,304.8 0 0,219.1"
+      else print head "b " x " " y " " z ",0 300 0,0 0 400.5,200 0 0"
+    }
+  }'
+}
+plant 0 >plant.dat
+plant 3 >other.dat
+
+commands=(
+  'info plant.dat'
+  'list --sort volume plant.dat'
+  'show plant.dat --size 100'
+  'measure plant.dat'
+  'check --joints plant.dat'
+  'check --touching P-0000 plant.dat'
+  'diff plant.dat other.dat'
+  'clash --between elements plant.dat'
+  'clash plant.dat other.dat --bcf new.bcf'
+  'convert --style fixed --verify plant.dat new.dat'
+  'export plant.dat -o new.glb'
+  'export plant.dat -o new.obj --report'
+  'export plant.dat -o new.stl'
+  'export plant.dat -o new.step'
+  'export plant.dat -o new.ifc'
+  'export plant.dat -o new.dxf'
+  'export plant.dat -o new.sqlite'
+  'view plant.dat -o new.html'
+  'view plant.dat --no-open'
+  'view plant.dat -o new.svg'
+  'view plant.dat -o new.png'
+  'check --view -o new.html plant.dat'
+  'diff --view -o new.html plant.dat other.dat'
+)
+
+failed=0
+moment=0
+fail() {
+  echo "$1"
+  failed=1
+}
+for ((round = 0; round < rounds; ++round)); do
+  for command in "${commands[@]}"; do
+    # Up to a second for 20,000 elements, by no pattern.
+    moment=$(((moment * 7919 + 104729) % (elements / 200 + 1)))
+    signal=$(((moment + round) % 2 == 0 ? 2 : 15))
+    # shellcheck disable=SC2086
+    "$vesk" $command >answer 2>messages </dev/null &
+    process=$!
+    sleep "$(printf '%d.%02d' $(((moment + 2) / 100)) $(((moment + 2) % 100)))"
+    running=yes
+    kill -"$signal" "$process" 2>/dev/null || running=no
+    before="${EPOCHREALTIME/./}"
+    code=0
+    wait "$process" || code=$?
+    took=$(((${EPOCHREALTIME/./} - before) / 1000))
+    what="vesk $command, signal $signal after $((moment + 2)) hundredths: "
+    ((took <= seconds * 1000)) || fail "${what}took $took ms"
+    case "$running $code" in
+      yes\ 130 | *\ 0 | *\ 1) ;;
+      *) fail "${what}exit code $code: $(head -n 3 messages)" ;;
+    esac
+    left="$(find . -name '*part-*' -o -name '*.old-*' | xargs)"
+    [[ -z "$left" ]] || fail "${what}left $left"
+    if ((code == 130)); then
+      left="$(find . -name 'new.*' -o -path './temporary/*' | xargs)"
+      [[ -z "$left" ]] || fail "${what}left $left"
+    fi
+    rm -rf new.* temporary/*
+  done
+done
+exit "$failed"

@@ -47,7 +47,12 @@ class VersionCommand : public Command {
     if (json_) {
       JsonWriter json(text);
       json.beginObject().key("schema").value("vesk.version/1");
-      json.key("version").value(VESK_VERSION).key("commit");
+      json.key("version").value(VESK_VERSION).key("libraries").beginArray();
+      for (const Library& library : libraries()) {
+        json.beginObject().key("name").value(library.name).key("licence").value(library.licence);
+        json.key("use").value(library.use).key("in").value(library.isIn).endObject();
+      }
+      json.endArray().key("commit");
       if (kCommit.empty()) {
         json.null();
       } else {
@@ -55,12 +60,7 @@ class VersionCommand : public Command {
       }
       json.key("options").beginObject();
       for (const auto& [name, value] : kOptions) json.key(name).value(value);
-      json.endObject().key("libraries").beginArray();
-      for (const Library& library : libraries()) {
-        json.beginObject().key("name").value(library.name).key("licence").value(library.licence);
-        json.key("use").value(library.use).key("in").value(library.isIn).endObject();
-      }
-      json.endArray().endObject();
+      json.endObject().endObject();
     } else {
       text = "vesk " VESK_VERSION ", under the MIT licence\n";
       if (!kCommit.empty()) session.note("commit " + std::string(kCommit));

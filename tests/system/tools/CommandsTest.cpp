@@ -40,7 +40,7 @@ constexpr RunCase kRuns[] = {
     {"TheOtherStyleIsNamed", "info joined.dat", 1, "faults    1\n",
      "joined.dat:4: error: from line 4 fixed columns, 2 lines [V011]\n"},
     {"TheOtherStyleIsAFinding", "check joined.dat", 1,
-     "joined.dat:4: error: from line 4 fixed columns, 2 lines [V011]\n", ""},
+     "joined.dat:4: error: from line 4 fixed columns, 2 lines", ""},
     // 2,000 less the five that are shown, lines 2 to 6.
     {"RepeatedMessagesAreCounted", "info flood.dat", 1, "faults    2 000\n",
      "flood.dat: 1 995 more, at lines 7, 8, 9 and on [V021]; -v shows all\n"},

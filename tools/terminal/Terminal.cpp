@@ -94,9 +94,12 @@ extern "C" void onInterrupt(int /*signal*/) {
 // Calls only what a handler of a signal may call.
 extern "C" void onPatienceEnded(int /*signal*/) {
   if (together != 0) return;
-  for (const HalfName& each : halfNames) {
-    if (each.state != HalfName::kTaken) continue;
-    if (unlink(each.name.c_str()) != 0) rmdir(each.name.c_str());
+  // Files before the folders that they are in.
+  for (const bool isFolder : {false, true}) {
+    for (const HalfName& each : halfNames) {
+      if (each.state != HalfName::kTaken) continue;
+      static_cast<void>(!(isFolder ? rmdir : unlink)(each.name.c_str()));
+    }
   }
   char blanks[256];
   std::memset(blanks, ' ', sizeof blanks);

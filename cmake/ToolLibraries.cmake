@@ -3,11 +3,13 @@
 # call. The table of all of them is what `vesk version` shows.
 #
 #   vesk_tool_library(NAME name PACKAGE package LICENCE spdx FOR purpose
-#                     HEADER header [LIBRARY library] [OPTIONAL])
+#                     HEADER header [LIBRARY library [LOADED]] [OPTIONAL])
 #
 #   NAME      as people know it; lower case, it names the target vesk_with_NAME
 #   PACKAGE   Debian's package that brings it
 #   FOR       what needs it: "vesk NAME ... needs it" is a sentence with it
+#   LOADED    not linked: it is opened when it is needed, by the name that its users
+#             get as VESK_NAME_FILE (upper case)
 #   OPTIONAL  the tool is built without it where it is missing, and says so when
 #             it is needed; the variable VESK_HAS_NAME (upper case) tells, and a source
 #             that has to know gets it by set_source_files_properties
@@ -16,7 +18,7 @@
 set(vesk_library_rows "")
 
 function(vesk_tool_library)
-  cmake_parse_arguments(PARSE_ARGV 0 arg OPTIONAL "NAME;PACKAGE;LICENCE;FOR;HEADER;LIBRARY" "")
+  cmake_parse_arguments(PARSE_ARGV 0 arg "OPTIONAL;LOADED" "NAME;PACKAGE;LICENCE;FOR;HEADER;LIBRARY" "")
   string(TOLOWER ${arg_NAME} lower)
   string(MAKE_C_IDENTIFIER ${lower} lower)
   string(TOUPPER ${lower} upper)
@@ -46,7 +48,12 @@ function(vesk_tool_library)
     else()
       target_include_directories(vesk_with_${lower} SYSTEM INTERFACE ${VESK_${upper}_HEADER})
     endif()
-    if(NOT header_only)
+    if(arg_LOADED)
+      get_filename_component(file ${VESK_${upper}_LIBRARY} REALPATH)
+      get_filename_component(file ${file} NAME)
+      target_compile_definitions(vesk_with_${lower} INTERFACE VESK_${upper}_FILE="${file}")
+      target_link_libraries(vesk_with_${lower} INTERFACE ${CMAKE_DL_LIBS})
+    elseif(NOT header_only)
       target_link_libraries(vesk_with_${lower} INTERFACE ${VESK_${upper}_LIBRARY})
     endif()
   else()

@@ -247,7 +247,8 @@ void FileCheck::checkTwice(RecordFile& file, const ShapeKey& key, const Componen
 void FileCheck::tellFault(const RecordFile& file) {
   Finding finding = findingOf(file);
   const RecordFault& fault = file.fault();
-  if (fault.kind == RecordFault::Kind::kStray && fault.lastLine > fault.firstLine) {
+  const bool isStray = fault.kind == RecordFault::Kind::kStray && finding.code != kOtherStyle;
+  if (isStray && fault.lastLine > fault.firstLine) {
     const std::uint64_t more = fault.lastLine - fault.firstLine;
     finding.message += ", and so " + grouped(more) + (more == 1 ? " line" : " lines") + " after it";
   }

@@ -66,9 +66,9 @@ std::string formatsHelp() {
   }
   return help +
          "\n"
-         "What is left out is counted in a warning, and the exit code is 1. Opened: by\n"
-         "these programs of others in our tests. `vesk import` reads .pcf, piping\n"
-         "components, and .rvm and .rev, review models: `vesk import --help`.\n";
+         "What is left out is counted in a warning; --strict makes the exit code 1.\n"
+         "Opened: by these programs of others in our tests. `vesk import` reads .pcf,\n"
+         "piping components, and .rvm and .rev, review models: `vesk import --help`.\n";
 }
 
 }  // namespace VeskTool

@@ -166,7 +166,7 @@ void nameOtherStyle(Finding& finding, const Vesk::RecordFile& file) {
   const bool isTokens = file.mode() == Vesk::kTokens;
   const std::int32_t other = isTokens ? Vesk::kFixedColumns : Vesk::kTokens;
   if (file.mode() == 0 || Vesk::kindOfFirstLine(file.lines().front(), other) == nullptr) return;
-  finding.code = "V011";
+  finding.code = kOtherStyle;
   finding.column = 0;
   finding.message = "from line " + std::to_string(fault.firstLine) +
                     (isTokens ? " fixed columns, " : " tokens, ") +

@@ -53,6 +53,9 @@ void appendJson(JsonWriter& json, const Finding& finding);
 // The code of what can't be read.
 std::string_view codeOfCause(Vesk::ReadCause cause);
 
+// The code of lines in the other style, which tells how many they are.
+inline constexpr std::string_view kOtherStyle = "V011";
+
 // What the file's reader has found wrong; file.next() gave kFault.
 Finding findingOf(const Vesk::RecordFile& file);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "takeoff/Xlsx.h"
 
+#include <dlfcn.h>
 #include <xlsxwriter.h>
 
 #include <algorithm>
@@ -66,9 +67,52 @@ class ScratchFile {
   fs::path path_;
 };
 
+// libxlsxwriter, opened when a workbook is asked for: it brings a library of ciphers
+// along, for whose start and memory every other command would pay.
+class Library {
+ public:
+  static const Library& get() {
+    static const Library library;
+    return library;
+  }
+
+#define VESK_FROM_XLSXWRITER(name) decltype(&::name) name = find<decltype(&::name)>(#name)
+  VESK_FROM_XLSXWRITER(workbook_new_opt);
+  VESK_FROM_XLSXWRITER(workbook_set_properties);
+  VESK_FROM_XLSXWRITER(workbook_add_format);
+  VESK_FROM_XLSXWRITER(workbook_add_worksheet);
+  VESK_FROM_XLSXWRITER(workbook_close);
+  VESK_FROM_XLSXWRITER(format_set_bold);
+  VESK_FROM_XLSXWRITER(worksheet_freeze_panes);
+  VESK_FROM_XLSXWRITER(worksheet_set_column);
+  VESK_FROM_XLSXWRITER(worksheet_write_string);
+  VESK_FROM_XLSXWRITER(worksheet_write_number);
+  VESK_FROM_XLSXWRITER(lxw_strerror);
+#undef VESK_FROM_XLSXWRITER
+
+ private:
+  static void* opened() {
+    static void* const library = dlopen(VESK_LIBXLSXWRITER_FILE, RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) {
+      throw Failure(Exit::kUsage, std::string("--xlsx: ") + dlerror(),
+                    "the library libxlsxwriter, or --csv");
+    }
+    return library;
+  }
+
+  template <class Function>
+  static Function find(const char* name) {
+    void* const found = dlsym(opened(), name);
+    if (found == nullptr) throw Failure(Exit::kUsage, std::string("--xlsx: ") + dlerror());
+    return reinterpret_cast<Function>(found);
+  }
+};
+
+const Library& xlsx() { return Library::get(); }
+
 void require(lxw_error error) {
   if (error == LXW_NO_ERROR) return;
-  throw Failure(Exit::kOutput, std::string("the workbook: ") + lxw_strerror(error));
+  throw Failure(Exit::kOutput, std::string("the workbook: ") + xlsx().lxw_strerror(error));
 }
 
 // Closed in any case: the library gives its memory back then.
@@ -80,16 +124,16 @@ class Workbook {
     lxw_workbook_options options = {};
     options.constant_memory = LXW_TRUE;
     options.tmpdir = folder.data();
-    book_ = workbook_new_opt(path.c_str(), &options);
+    book_ = xlsx().workbook_new_opt(path.c_str(), &options);
     if (book_ == nullptr) throw Failure(Exit::kOutput, nameOf(path) + ": can't be written");
     lxw_doc_properties properties = {};
     properties.created = kCreated;
-    workbook_set_properties(book_, &properties);
-    bold_ = workbook_add_format(book_);
-    format_set_bold(bold_);
+    xlsx().workbook_set_properties(book_, &properties);
+    bold_ = xlsx().workbook_add_format(book_);
+    xlsx().format_set_bold(bold_);
   }
   ~Workbook() {
-    if (book_ != nullptr) workbook_close(book_);
+    if (book_ != nullptr) xlsx().workbook_close(book_);
   }
   Workbook(const Workbook&) = delete;
   Workbook& operator=(const Workbook&) = delete;
@@ -97,11 +141,11 @@ class Workbook {
   void close() {
     lxw_workbook* const book = book_;
     book_ = nullptr;
-    require(workbook_close(book));
+    require(xlsx().workbook_close(book));
   }
 
   lxw_worksheet* addSheet(const std::string& name) {
-    lxw_worksheet* const sheet = workbook_add_worksheet(book_, nameFor(name).c_str());
+    lxw_worksheet* const sheet = xlsx().workbook_add_worksheet(book_, nameFor(name).c_str());
     if (sheet == nullptr) throw Failure(Exit::kOutput, "no sheet can be named \"" + name + '"');
     return sheet;
   }
@@ -146,11 +190,13 @@ class SheetWriter {
   SheetWriter(Workbook& book, const TakeOffOptions& options, const std::string& name)
       : book_(book), options_(options), sheet_(book.addSheet(name)) {
     const std::vector<TakeOffColumn> columns = takeOffColumns();
-    worksheet_freeze_panes(sheet_, 1, 0);
-    worksheet_set_column(sheet_, 0, static_cast<lxw_col_t>(columns.size() - 1), kWidth, nullptr);
+    xlsx().worksheet_freeze_panes(sheet_, 1, 0);
+    xlsx().worksheet_set_column(sheet_, 0, static_cast<lxw_col_t>(columns.size() - 1), kWidth,
+                                nullptr);
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      require(worksheet_write_string(sheet_, 0, static_cast<lxw_col_t>(i),
-                                     titleOf(columns[i], options.units).c_str(), book.bold()));
+      require(xlsx().worksheet_write_string(sheet_, 0, static_cast<lxw_col_t>(i),
+                                            titleOf(columns[i], options.units).c_str(),
+                                            book.bold()));
     }
     columns_ = columns.size();
   }
@@ -167,9 +213,11 @@ class SheetWriter {
       const TakeOffCell cell = cellOf(line, i, options_);
       if (const auto* text = std::get_if<std::string>(&cell)) {
         if (text->empty()) continue;
-        require(worksheet_write_string(sheet_, row_, column, validUtf8(*text).c_str(), format));
+        require(
+            xlsx().worksheet_write_string(sheet_, row_, column, validUtf8(*text).c_str(), format));
       } else {
-        require(worksheet_write_number(sheet_, row_, column, std::get<double>(cell), format));
+        require(
+            xlsx().worksheet_write_number(sheet_, row_, column, std::get<double>(cell), format));
       }
     }
     ++row_;

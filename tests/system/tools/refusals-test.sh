@@ -158,6 +158,7 @@ pairs() {
   ((n > 2)) || failed "vesk $*: there are no two renames"
   printf '%-6s %-13s %3d times: vesk %s, %s\n' rename EIO $((n - 1)) "$*" "$state"
 }
+path=""
 pairs none import "$pcf" -o pair.dat
 pairs old import -f "$pcf" -o pair.dat
 

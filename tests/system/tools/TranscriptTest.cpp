@@ -46,7 +46,7 @@ TEST(Version, IsThatOfTheProject) {
   EXPECT_TRUE(
       runTool("version --json")
           .out.starts_with("{\n  \"schema\": \"vesk.version/1\",\n  \"version\": \"" VESK_VERSION
-                           "\",\n  \"commit\": \""));
+                           "\",\n  \"libraries\": [\n"));
 }
 
 }  // namespace

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "sidecar/Sidecar.h"
-
 #include <algorithm>
 #include <functional>
 
+#include "sidecar/Sidecar.h"
 #include "sidecar/Utf8.h"
 
 namespace Vesk {

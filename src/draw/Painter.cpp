@@ -17,8 +17,10 @@
 namespace Vesk {
 namespace {
 
-// Of what lies between 0 and 255.
-std::uint8_t byteOf(double value) { return static_cast<std::uint8_t>(value + 0.5); }
+// Of what lies between 0 and 255, where adding a half rounds right.
+std::uint8_t byteOf(double value) {
+  return static_cast<std::uint8_t>(value + 0.5);  // NOLINT(bugprone-incorrect-roundings)
+}
 
 // A line with round ends; of one point a dot.
 struct Ink {

@@ -3,10 +3,11 @@ include(GoogleTest)
 
 # vesk_add_tests(PROGRAM [ENVIRONMENT NAME=VALUE]): makes the tests of a program
 # known to CTest, each on its own. Under Wine, whose every start takes longer than
-# most tests, the program runs in two parts that share its tests out.
+# most tests, and where lines are counted, which every program adds up at its end,
+# the program runs in two parts that share its tests out.
 function(vesk_add_tests program)
   cmake_parse_arguments(tests "" "ENVIRONMENT" "" ${ARGN})
-  if(NOT CMAKE_CROSSCOMPILING)
+  if(NOT CMAKE_CROSSCOMPILING AND NOT VESK_COVERAGE)
     gtest_discover_tests(${program} PROPERTIES ENVIRONMENT "${tests_ENVIRONMENT}")
   else()
     foreach(part RANGE 1)

@@ -37,7 +37,7 @@ double sum(double base, double offset) {
 
 void failNamed(ReadFailure& e, std::string_view primitive) {
   e.addPrimitive(primitive);
-  throw;
+  throw;  // cppcheck-suppress rethrowNoCurrentException ; called where `e` is caught
 }
 
 void failNamed(const Input& in, ReadCause cause, const TovExWhere& e, std::string_view primitive) {

@@ -32,14 +32,11 @@ struct Normals {
   GeVector alongU;
   GeVector alongV;
 
-  Normals(const GePoint& a, const GePoint& b, const GePoint& c, const GePoint& d) {
-    const GeVector u = b - a;
-    const GeVector v = d - a;
-    const GeVector twist = (c - d) - u;
-    first = cross(u, v);
-    alongU = cross(u, twist);
-    alongV = cross(twist, v);
-  }
+  Normals(const GeVector& u, const GeVector& v, const GeVector& twist)
+      : first(cross(u, v)), alongU(cross(u, twist)), alongV(cross(twist, v)) {}
+
+  Normals(const GePoint& a, const GePoint& b, const GePoint& c, const GePoint& d)
+      : Normals(b - a, d - a, (c - d) - (b - a)) {}
 
   GeVector at(double u, double v) const { return first + alongU * u + alongV * v; }
 

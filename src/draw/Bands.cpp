@@ -7,16 +7,18 @@
 namespace Vesk {
 namespace {
 
-// More gain little, and each has a band in memory.
+// More gain little, and each has a band in memory. On one core two do no harm.
+constexpr unsigned kFewestThreads = 2;
 constexpr unsigned kMostThreads = 4;
 
 }  // namespace
 
 void Bands::run(int count, const std::function<std::function<void(int)>()>& make) {
   next_ = 0;
-  const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+  const unsigned cores =
+      std::clamp(std::thread::hardware_concurrency(), kFewestThreads, kMostThreads);
   const auto most = static_cast<unsigned>(std::max(1, count));
-  std::vector<std::thread> others(std::min({cores, kMostThreads, most}) - 1);
+  std::vector<std::thread> others(std::min(cores, most) - 1);
   for (std::thread& each : others) each = std::thread([&] { work(count, make); });
   work(count, make);
   for (std::thread& each : others) each.join();

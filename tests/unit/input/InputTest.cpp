@@ -6,7 +6,10 @@
 #include <cmath>
 #include <string>
 
+#include "input/ReadFailure.h"
+#include "input/ReaderFrame.h"
 #include "input/ReaderTesting.h"
+#include "vesk/TovExWhere.h"
 
 using namespace Vesk;
 
@@ -380,6 +383,19 @@ TEST(InputTest, RestAndVerbatimLinesComeAsTheyAre) {
   EXPECT_EQ(in.getRest(), "  cs x,y");
   EXPECT_EQ(in.getRest(), "");
   EXPECT_FALSE(in.nextLineVerbatim());
+}
+
+// What the kernel refuses in the steps of a reader becomes a failure of the primitive.
+TEST(ReaderFrame, KernelsRefusalsAreFailuresOfTheReader) {
+  const Input in({"P-1     01001    00c 0 0 0"}, kTokens);
+  try {
+    readRecord(in, "cylinder", [] { throw TovExWhere("axis"); });
+    FAIL() << "nothing was thrown";
+  } catch (const ReadFailure& failure) {
+    EXPECT_EQ(failure.cause, ReadCause::kKernel);
+    EXPECT_EQ(failure.token, "General error");
+    EXPECT_EQ(failure.primitive, "cylinder");
+  }
 }
 
 }  // namespace

@@ -20,10 +20,9 @@ namespace {
 
 using Found = Vesk::RecordFile::Found;
 
-// As wide as the README shows it, with the circles of `vesk view`.
+// As wide as the README shows it.
 constexpr int kWidth = 1200;
 constexpr int kHeight = 640;
-constexpr int kSegments = 128;
 
 class Bytes : public VeskTool::TextSink {
  public:
@@ -31,9 +30,9 @@ class Bytes : public VeskTool::TextSink {
   std::string all;
 };
 
-Vesk::Scene sceneOf(const std::string& name) {
+Vesk::Scene sceneOf(const std::string& name, const Vesk::Fineness& fineness) {
   Vesk::RecordFile records(name);
-  Vesk::SceneBuilder builder(Vesk::Fineness::ofSegments(kSegments));
+  Vesk::SceneBuilder builder(fineness);
   const std::uint32_t file = builder.addFile(name);
   for (Found found; (found = records.next()) != Found::kEnd;) {
     if (found != Found::kElement) continue;
@@ -46,13 +45,14 @@ Vesk::Scene sceneOf(const std::string& name) {
 }
 
 bool draw(const std::string& records, const std::string& output) {
-  const Vesk::Scene scene = sceneOf(records);
-  if (scene.elements.empty()) return false;
+  const Vesk::Scene rough = sceneOf(records, Vesk::Fineness::ofSegments(Vesk::Fineness::kDraft));
+  if (rough.elements.empty()) return false;
   Vesk::DrawingStyle style;
   style.view = *Vesk::standardView("iso");
   style.width = kWidth;
   style.height = kHeight;
   style.colours = VeskTool::kindColours();
+  const Vesk::Scene scene = sceneOf(records, Vesk::Drawing::finenessFor(rough, style));
   Bytes png;
   VeskTool::writePng(png, Vesk::paint(Vesk::Drawing(scene, style), true));
   std::ofstream file(output, std::ios::binary);

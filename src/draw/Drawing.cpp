@@ -28,6 +28,9 @@ constexpr double kOutlineWidth = 1.6;
 constexpr double kOutlinesOfSolid = 5.0;
 constexpr double kThinnest = 0.25;
 
+// How far a round shape may be from its pieces, in pixels.
+constexpr double kUnseen = 0.25;
+
 constexpr double kNoDirection = 1e-3;
 
 struct Box {
@@ -89,6 +92,10 @@ Drawing::Drawing(const Scene& scene, const DrawingStyle& style)
 
 double Drawing::scaleOf(const Scene& scene, const DrawingStyle& style) {
   return Projection::fit(scene, style.view, areaOf(style)).scale();
+}
+
+Fineness Drawing::finenessFor(const Scene& scene, const DrawingStyle& style) {
+  return Fineness::ofTolerance(kUnseen / scaleOf(scene, style));
 }
 
 double Drawing::unitOf(const DrawingStyle& style) {

@@ -13,6 +13,7 @@
 #include "draw/StandardView.h"
 #include "draw/Surfaces.h"
 #include "mesh/Scene.h"
+#include "vesk/mesh/Fineness.h"
 
 namespace Vesk {
 
@@ -60,6 +61,10 @@ class Drawing {
  public:
   // Pixels for a unit of the scene, as a drawing of this style has them.
   static double scaleOf(const Scene& scene, const DrawingStyle& style);
+
+  // As fine as can be told apart in a drawing of this style: round shapes are no more
+  // than a quarter of a pixel off. The scene may be rough; its bounds count.
+  static Fineness finenessFor(const Scene& scene, const DrawingStyle& style);
 
   // The scene outlives it.
   Drawing(const Scene& scene, const DrawingStyle& style);

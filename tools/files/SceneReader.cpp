@@ -15,9 +15,6 @@
 namespace VeskTool {
 namespace {
 
-// How far a round shape of a drawing may be from its pieces, in pixels.
-constexpr double kUnseen = 0.25;
-
 // Hands over each chosen element with what the scene keeps of it. `builder` knows
 // the files and headers.
 template <class Take>
@@ -121,13 +118,13 @@ Exit readDrawnScene(const std::vector<std::string>& files, const Vesk::DrawingSt
                                 }));
   }
   scene = rough.finish();
-  const double scale = Vesk::Drawing::scaleOf(scene, style);
+  const Vesk::Fineness fineness = Vesk::Drawing::finenessFor(scene, style);
   Vesk::Scene names;
   names.files = std::move(scene.files);
   names.headers = std::move(scene.headers);
   names.groups = std::move(scene.groups);
   scene = Vesk::Scene();
-  Vesk::SceneBuilder fine(Vesk::Fineness::ofTolerance(kUnseen / scale));
+  Vesk::SceneBuilder fine(fineness);
   for (Kept& each : kept) {
     checkInterrupt();
     fine.add(*each.geo, each.shown);

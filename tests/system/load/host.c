@@ -7,6 +7,11 @@
 #include <stdlib.h>
 #include <string.h>
 
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 #include "module.h"
 
 typedef int (*OpenVesk)(const char*);
@@ -216,6 +221,40 @@ static void aThreadWithASmallStackMayCall(const char* path) {
   moduleUnload(threadsLibrary.module);
 }
 
+#ifndef _WIN32
+/* Starts a child and waits for it; 1 in the child itself. */
+static int inChild(void) {
+  const pid_t child = fork();
+  check(child >= 0, "there is a child");
+  if (child == 0) return 1;
+  int status = 0;
+  check(waitpid(child, &status, 0) == child && status == 0, "the child ended well");
+  return 0;
+}
+
+/* What docs/hosting.md tells of children: the first way. */
+static void aChildThatEndsAtOnceWritesNothingTwice(const char* path) {
+  Library library = load(path);
+  library.openVesk("child");
+  writeCylinders(&library, "PUMP", 0, 4);
+  if (inChild()) _exit(0);
+  writeCylinders(&library, "PUMP", 4, 3);
+  moduleUnload(library.module);
+  check(holdsCylinders("veskchild.dat", "PUMP", 7), "each line is there once");
+}
+
+/* The other way: a child that ends by exit. */
+static void aChildWhoseParentHasClosedWritesNothing(const char* path) {
+  Library library = load(path);
+  library.openVesk("closed");
+  writeCylinders(&library, "PUMP", 0, 4);
+  library.openVesk(NULL);
+  if (inChild()) exit(0);
+  check(holdsCylinders("veskclosed.dat", "PUMP", 4), "each line is there once");
+  moduleUnload(library.module);
+}
+#endif
+
 int main(int argc, char** argv) {
   if (argc < 3) return 2;
   const char* name = argv[1];
@@ -234,6 +273,12 @@ int main(int argc, char** argv) {
     twoCopiesKeepTheirOwnState(path, argv[3]);
   } else if (strcmp(name, "aThreadWithASmallStackMayCall") == 0) {
     aThreadWithASmallStackMayCall(path);
+#ifndef _WIN32
+  } else if (strcmp(name, "aChildThatEndsAtOnceWritesNothingTwice") == 0) {
+    aChildThatEndsAtOnceWritesNothingTwice(path);
+  } else if (strcmp(name, "aChildWhoseParentHasClosedWritesNothing") == 0) {
+    aChildWhoseParentHasClosedWritesNothing(path);
+#endif
   } else {
     return 2;
   }

@@ -99,7 +99,7 @@ class Plant {
 
   static Vector along(std::uint64_t axis, double length) {
     Vector v{};
-    v[axis] = length;
+    v[static_cast<std::size_t>(axis)] = length;
     return v;
   }
 

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
-# Cross-builds for 32-bit Windows with MinGW-w64. What was built is not run: Wine
-# for 32 bits would need another architecture on the machine that builds.
+# Cross-builds for 32-bit Windows with MinGW-w64. What was built can't be run on the
+# machine that builds it, where Wine for 32 bits would need another architecture:
+# tests/system/bare/check32 runs it elsewhere.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 

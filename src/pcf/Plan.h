@@ -2,6 +2,7 @@
 #ifndef VESK_PCF_PLAN_H
 #define VESK_PCF_PLAN_H
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <span>
@@ -40,7 +41,7 @@ inline constexpr std::uint32_t kNoPipeline = std::numeric_limits<std::uint32_t>:
 // A component as the file gives it. What is not needed for the geometry of the whole
 // file stays in the text: see attributesOf.
 struct Component {
-  std::uint64_t begin = 0;  // of its text, from its first line on
+  std::size_t begin = 0;  // of its text, from its first line on
   std::uint32_t size = 0;
   std::uint32_t line = 0;  // of its word
   std::uint32_t firstPoint = 0;

@@ -142,11 +142,11 @@ TEST(LeadingNumber, IsTheNearestDouble) {
   std::mt19937_64 random;
   for (int i = 0; i < 200000; ++i) {
     std::string text = random() % 2 == 0 ? "-" : "";
-    const std::size_t whole = 1 + random() % 7;
-    const std::size_t decimals = random() % 8;
-    for (std::size_t k = 0; k < whole; ++k) text += static_cast<char>('0' + random() % 10);
+    const std::uint64_t whole = 1 + random() % 7;
+    const std::uint64_t decimals = random() % 8;
+    for (std::uint64_t k = 0; k < whole; ++k) text += static_cast<char>('0' + random() % 10);
     if (decimals > 0) text += '.';
-    for (std::size_t k = 0; k < decimals; ++k) text += static_cast<char>('0' + random() % 10);
+    for (std::uint64_t k = 0; k < decimals; ++k) text += static_cast<char>('0' + random() % 10);
     const double expected = std::strtod(text.c_str(), nullptr);
     const std::size_t length = text.size();
     const PlainNumber alone = leadingNumber(text, length);

@@ -400,8 +400,8 @@ TEST(EarClipperTest, RandomSimplePolygons) {
 TEST(EarClipperTest, RandomWalksOnASmallGridEnd) {
   std::mt19937_64 source(3);
   for (int i = 0; i < 20000; ++i) {
-    const std::size_t side = 4 + source() % 4;
-    Polygon p(3 + source() % 20);
+    const std::uint64_t side = 4 + source() % 4;
+    Polygon p(static_cast<std::size_t>(3 + source() % 20));
     for (GePoint& q : p) {
       q = {static_cast<double>(source() % side), static_cast<double>(source() % side), 0.0};
     }
@@ -498,7 +498,7 @@ TEST(EarClipperTest, OneCrossingCostsLittle) {
   for (std::size_t n : {300u, 3'000u}) {
     for (int i = 0; i < 3; ++i) {
       Polygon p = randomStar(n, source);
-      const std::size_t at = source() % (n - 1);
+      const auto at = static_cast<std::size_t>(source() % (n - 1));
       std::swap(p[at], p[at + 1]);
       const std::vector<EarTriangle> ears = clipEars(p);
       expectSameSense(p, ears);

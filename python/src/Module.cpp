@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "Module.h"
+
+#include <exception>
+#include <string>
+#include <system_error>
+
+#include "Plant.h"
+#include "select/Pattern.h"
+#include "vesk/ExceptionInfo.h"
+
+namespace VeskPython {
+namespace {
+
+// OSError with the number and the file's name, which stands in front of the text.
+void raise(const std::system_error& error) {
+  const std::string text = error.what();
+  const std::size_t end = text.rfind(": " + error.code().message());
+  const std::string name = text.substr(0, end == std::string::npos ? text.size() : end);
+  const py::object made = py::reinterpret_borrow<py::object>(PyExc_OSError)(
+      error.code().value(), toText(error.code().message()), toText(name));
+  PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(made.ptr())), made.ptr());
+}
+
+void translate(std::exception_ptr thrown) {
+  try {
+    if (thrown) std::rethrow_exception(thrown);
+  } catch (const std::system_error& error) {
+    raise(error);
+  } catch (const std::out_of_range& error) {
+    PyErr_SetString(PyExc_ValueError, error.what());
+  } catch (const Vesk::ExceptionInfo& error) {
+    PyErr_SetString(PyExc_ValueError, error.message.c_str());
+  } catch (const Vesk::TovException& error) {
+    PyErr_SetString(PyExc_ValueError, error.what());
+  }
+}
+
+}  // namespace
+}  // namespace VeskPython
+
+PYBIND11_MODULE(_vesk, module) {
+  pybind11::register_exception_translator(&VeskPython::translate);
+  module.def("header_name", [](const pybind11::str& f1, const pybind11::str& f2) {
+    return VeskPython::toText(Vesk::headerName(VeskPython::toBytes(f1), VeskPython::toBytes(f2)));
+  });
+  VeskPython::defineReading(module);
+  VeskPython::defineWriting(module);
+  VeskPython::defineQuerying(module);
+}

@@ -1,0 +1,527 @@
+# SPDX-License-Identifier: MIT
+"""What a read plant is: a Model of columns."""
+
+from __future__ import annotations
+
+import math
+from collections.abc import Sequence
+from typing import Any, ClassVar, NamedTuple, Optional, Union
+
+import numpy as np
+import numpy.typing as npt
+
+from . import _vesk
+
+Floats = npt.NDArray[np.float64]
+Ints = npt.NDArray[np.int32]
+Longs = npt.NDArray[np.int64]
+Bytes = npt.NDArray[np.uint8]
+
+STYLES = {"fixed": 2, "token": 3}
+_STYLE_NAMES = {number: name for name, number in STYLES.items()}
+
+
+def text_of(characters: Bytes) -> str:
+    return characters.tobytes().decode("utf-8", "surrogateescape")
+
+
+Texts_ = Union[str, Sequence[str], None]
+Boxes_ = Union[str, Sequence[float], Sequence[Sequence[float]], None]
+_NUMBERS = {"bbox": 6, "near": 4}
+
+
+def _criteria(words: dict[str, Any]) -> list[tuple[str, str]]:
+    """Each text with what the tool calls its criterion."""
+    texts: list[tuple[str, str]] = []
+    for name, value in words.items():
+        if value is None:
+            continue
+        several = [value] if isinstance(value, str) else list(value)
+        if name in _NUMBERS and several and not isinstance(several[0], (str, Sequence, np.ndarray)):
+            several = [several]
+        for each in several:
+            if name in _NUMBERS and not isinstance(each, str):
+                each = ",".join(repr(float(number)) for number in each)
+            texts.append(("only" if name == "kind" else name, each))
+    return texts
+
+
+def _finite(what: str, vector: Floats) -> Floats:
+    if vector.shape != (3,) or not np.isfinite(vector).all():
+        raise ValueError(f"{what}: {vector.tolist()} is not three numbers")
+    return vector
+
+
+# Quarter turns are exact.
+_QUARTERS = {0.0: (0.0, 1.0), 90.0: (1.0, 0.0), 180.0: (0.0, -1.0), 270.0: (-1.0, 0.0)}
+
+
+def _turn(axis: str, degrees: float) -> Floats:
+    if axis not in ("x", "y", "z") or not math.isfinite(degrees):
+        raise ValueError(f"rotate {axis!r}, {degrees}: an axis x, y or z and degrees")
+    angle = math.radians(math.remainder(degrees, 360.0))
+    s, c = _QUARTERS.get(degrees % 360.0, (math.sin(angle), math.cos(angle)))
+    i = "xyz".index(axis)
+    matrix = np.eye(3)
+    j, k = (i + 1) % 3, (i + 2) % 3
+    matrix[j, j] = matrix[k, k] = c
+    matrix[j, k], matrix[k, j] = -s, s
+    return matrix
+
+
+class Header(NamedTuple):
+    """What elements have in common: their header without the counter.
+
+    Fields are without the blanks behind them. ft and tk are the closing attributes, None
+    without one; f3 is None but for a counter that is no number.
+    """
+
+    f1: str = ""
+    f2: str = ""
+    f4: str = ""
+    f5: str = ""
+    f6: str = ""
+    f7: str = ""
+    ft: Optional[int] = None
+    tk: Optional[int] = None
+    f3: Optional[str] = None
+
+    @property
+    def name(self) -> str:
+        """F1 and F2 as the tool prints them: "P-1001 01"."""
+        return _vesk.header_name(self.f1, self.f2)
+
+
+class Headers(tuple[Header, ...]):
+    """The headers of a model, in the order in which they first come."""
+
+    @property
+    def names(self) -> npt.NDArray[np.object_]:
+        """The name of each: headers.names[model.cylinders.header] has one for each row."""
+        return np.array([each.name for each in self], dtype=object)
+
+
+class Fault(NamedTuple):
+    """Something in a file that is no element."""
+
+    file: str
+    line: int  # from 1
+    column: int  # from 1; 0: the line as a whole
+    code: str  # as `vesk explain` knows it
+    message: str
+    expected: str
+
+    def __str__(self) -> str:
+        text = f"{self.file}:{self.line}:{self.column}: {self.message}"
+        return f"{text}; expected {self.expected}" if self.expected else text
+
+
+class Faults(tuple[Fault, ...]):
+    """The faults of a model, in the order of its files."""
+
+    def to_dataframe(self) -> Any:
+        """A row for each fault. Needs pandas."""
+        from ._tables import pandas
+
+        return pandas().DataFrame(list(self), columns=list(Fault._fields))
+
+
+class Elements:
+    """The elements of one kind, a row for each in the order of the files.
+
+    header   into Model.headers                       (n,) int32
+    counter  element number; -1: blank                (n,) int32
+    file     into Model.files                         (n,) uint32
+    line     its first line, from 1; 0: of no file    (n,) int64
+    """
+
+    kind: ClassVar[str]
+    code: ClassVar[int]
+
+    header: Ints
+    counter: Ints
+    file: npt.NDArray[np.uint32]
+    line: Longs
+
+    def __init__(self, columns: dict[str, Any]) -> None:
+        self.__dict__.update(columns)
+
+    def __len__(self) -> int:
+        return len(self.header)
+
+    def __repr__(self) -> str:
+        return f"<{len(self):,} {self.kind}>"
+
+    def columns(self) -> dict[str, Any]:
+        """All columns by their names; the arrays themselves."""
+        return dict(self.__dict__)
+
+
+class Cylinders(Elements):
+    """start, axis (n, 3); diameter (n,)."""
+
+    kind = "cylinders"
+    code = 1
+    start: Floats
+    axis: Floats
+    diameter: Floats
+
+    @property
+    def end(self) -> Floats:
+        """Centre of the end face, (n, 3)."""
+        return np.asarray(self.start + self.axis)
+
+    @property
+    def length(self) -> Floats:
+        """From face to face, (n,)."""
+        return np.asarray(np.linalg.norm(self.axis, axis=1))
+
+
+class Boxes(Elements):
+    """origin (a corner), edge1, edge2, edge3 (n, 3).
+
+    Edge marks: those of row i are tag_offsets[i] to tag_offsets[i + 1]; mark k has the name
+    tag_names[tag_name_offsets[k]:tag_name_offsets[k + 1]] and its rows of tag_values by
+    tag_value_offsets.
+    """
+
+    kind = "boxes"
+    code = 2
+    origin: Floats
+    edge1: Floats
+    edge2: Floats
+    edge3: Floats
+    tag_offsets: Longs
+    tag_name_offsets: Longs
+    tag_names: Bytes
+    tag_value_offsets: Longs
+    tag_values: Floats
+
+
+class Elbows(Elements):
+    """Duct elbows. centre, start_vector, end_vector (n, 3); width, depth (n,); flipped (n,)
+    uint8: the written points start from the other side."""
+
+    kind = "elbows"
+    code = 3
+    centre: Floats
+    start_vector: Floats
+    end_vector: Floats
+    width: Floats
+    depth: Floats
+    flipped: Bytes
+
+    @property
+    def start(self) -> Floats:
+        """Middle of the section at the start, (n, 3)."""
+        return np.asarray(self.centre + self.start_vector)
+
+    @property
+    def end(self) -> Floats:
+        """Middle of the section at the end, (n, 3)."""
+        return np.asarray(self.centre + self.end_vector)
+
+
+class Tori(Elements):
+    """Bends of pipe. centre, start_vector, end_vector (n, 3); diameter of the tube (n,);
+    bend_radius (n,), not given unless above 0."""
+
+    kind = "tori"
+    code = 4
+    centre: Floats
+    start_vector: Floats
+    end_vector: Floats
+    diameter: Floats
+    bend_radius: Floats
+
+    @property
+    def start(self) -> Floats:
+        """Start of the centre line, (n, 3)."""
+        return np.asarray(self.centre + self.start_vector)
+
+    @property
+    def end(self) -> Floats:
+        """End of the centre line, (n, 3)."""
+        return np.asarray(self.centre + self.end_vector)
+
+
+class Reducers(Elements):
+    """origin (n, 3), corner 0; corner_vectors (n, 7, 3), from it to corners 1 to 7. Tags as
+    the marks of Boxes."""
+
+    kind = "reducers"
+    code = 5
+    origin: Floats
+    corner_vectors: Floats
+    tag_offsets: Longs
+    tag_name_offsets: Longs
+    tag_names: Bytes
+    tag_value_offsets: Longs
+    tag_values: Floats
+
+    @property
+    def corners(self) -> Floats:
+        """All corners, (n, 8, 3)."""
+        others = self.origin[:, None, :] + self.corner_vectors
+        return np.concatenate([self.origin[:, None, :], others], axis=1)
+
+
+class Cones(Elements):
+    """start, axis (n, 3); diameter1 at the start and diameter2 at the end (n,)."""
+
+    kind = "cones"
+    code = 6
+    start: Floats
+    axis: Floats
+    diameter1: Floats
+    diameter2: Floats
+
+    @property
+    def end(self) -> Floats:
+        """Centre of the end face, (n, 3)."""
+        return np.asarray(self.start + self.axis)
+
+
+class Polylines(Elements):
+    """Points, segments and polylines: those of row i are points[offsets[i]:offsets[i + 1]].
+
+    offsets (n + 1,) int64; points (m, 3); point_size (n,) int32 and point_direction (n, 3) of
+    single points; arcs arc_offsets (n + 1,), arc_radius (k,), arc_values (k, 3) int32.
+    """
+
+    kind = "polylines"
+    code = 7
+    offsets: Longs
+    points: Floats
+    point_size: Ints
+    point_direction: Floats
+    arc_offsets: Longs
+    arc_radius: Floats
+    arc_values: Ints
+
+
+class Polygons(Elements):
+    """Faces: the corners of row i are points[offsets[i]:offsets[i + 1]].
+
+    offsets (n + 1,) int64; points, normals (m, 3); has_normal (m,) uint8; arcs as Polylines.
+    """
+
+    kind = "polygons"
+    code = 8
+    offsets: Longs
+    points: Floats
+    normals: Floats
+    has_normal: Bytes
+    arc_offsets: Longs
+    arc_radius: Floats
+    arc_values: Ints
+
+
+class Texts(Elements):
+    """position, direction, up (n, 3); char_width, height (n,); alignment, flag (n,) int32;
+    the characters of row i are text_bytes[text_offsets[i]:text_offsets[i + 1]]."""
+
+    kind = "texts"
+    code = 9
+    position: Floats
+    direction: Floats
+    up: Floats
+    char_width: Floats
+    height: Floats
+    alignment: Ints
+    flag: Ints
+    text_offsets: Longs
+    text_bytes: Bytes
+
+    @property
+    def text(self) -> list[str]:
+        """The characters of each row; bytes that are no UTF-8 as surrogates."""
+        at = self.text_offsets
+        return [text_of(self.text_bytes[at[i] : at[i + 1]]) for i in range(len(self))]
+
+
+KINDS: tuple[type[Elements], ...] = (
+    Cylinders,
+    Boxes,
+    Elbows,
+    Tori,
+    Reducers,
+    Cones,
+    Polylines,
+    Polygons,
+    Texts,
+)
+
+
+class Model:
+    """Elements of one or more record files as arrays.
+
+    files    names, by Elements.file
+    styles   "fixed", "token" or "none" of each file
+    headers  by Elements.header
+    faults   what is no element, in the order of the files
+    order    the kinds of all elements in the order of the files, Elements.code (n,) uint8:
+             the next one of a kind is the next row of its arrays
+
+    A model is plain data: it pickles, and threads may read it as they like. Who changes an
+    array changes the model; no two threads at a time, please.
+    """
+
+    files: tuple[str, ...]
+    styles: tuple[str, ...]
+    headers: Headers
+    faults: Faults
+    order: Bytes
+    cylinders: Cylinders
+    boxes: Boxes
+    elbows: Elbows
+    tori: Tori
+    reducers: Reducers
+    cones: Cones
+    polylines: Polylines
+    polygons: Polygons
+    texts: Texts
+
+    def __init__(
+        self, table: _vesk.Table, files: Sequence[str] = (), styles: Sequence[str] = ()
+    ) -> None:
+        self.files = tuple(files)
+        self.styles = tuple(styles)
+        self.headers = Headers(Header(*each) for each in table["headers"])
+        self.faults = Faults(
+            Fault(self.files[each[0]], *each[1:]) for each in table.get("faults", ())
+        )
+        self.order = table["order"]
+        for kind in KINDS:
+            setattr(self, kind.kind, kind(table[kind.kind]))
+
+    @property
+    def style(self) -> str:
+        """That of the first file with elements; "token" without one."""
+        return next((each for each in self.styles if each in STYLES), "token")
+
+    def kinds(self) -> tuple[Elements, ...]:
+        """The elements of every kind, in the order of their codes."""
+        return tuple(getattr(self, kind.kind) for kind in KINDS)
+
+    def table(self) -> _vesk.Table:
+        """What the compiled module takes; the arrays themselves."""
+        table: _vesk.Table = {each.kind: each.columns() for each in self.kinds()}
+        table["order"] = self.order
+        table["headers"] = list(self.headers)
+        return table
+
+    def _part(self, table: _vesk.Table) -> Model:
+        return Model(table, self.files, self.styles)
+
+    def take(self, mask: npt.ArrayLike) -> Model:
+        """The elements whose mark is true, (n,) in the order of the files."""
+        marks = np.asarray(mask)
+        if marks.dtype != np.bool_:
+            raise TypeError(f"a mask is bool, not {marks.dtype}")
+        return self._part(_vesk.take(self.table(), marks.astype(np.uint8)))
+
+    def select(
+        self,
+        *,
+        header: Texts_ = None,
+        kind: Texts_ = None,
+        size: Texts_ = None,
+        bbox: Boxes_ = None,
+        near: Boxes_ = None,
+        touching: Texts_ = None,
+        lines: Texts_ = None,
+        exclude: Optional[dict[str, Any]] = None,
+        tolerance: float = 0.0,
+    ) -> Model:
+        """The elements that are meant, by the words and rules of the tool's selection.
+
+        header    a pattern for F1, or F1 and F2: "P-1001", "P-10*", "* 01"
+        kind      "pipe", "cylinder", "bend", "pipe,bend"
+        size      "..50", "100..", "60.3,168.3"
+        bbox      X1, Y1, Z1, X2, Y2, Z2: what has a point in this box
+        near      X, Y, Z, R: what has a point no further than R from this one
+        touching  what is no further than the tolerance from the headers of this pattern
+        lines     lines of the file: "1-100"
+        exclude   the same words, for what is left out: {"size": "..50"}
+
+        Each may be several in a list: these are alternatives; different words must all be
+        met. ValueError for a text that means nothing.
+        """
+        wanted = {
+            "header": header,
+            "kind": kind,
+            "size": size,
+            "bbox": bbox,
+            "near": near,
+            "touching": touching,
+            "lines": lines,
+        }
+        unknown = set(exclude or {}) - set(wanted)
+        if unknown:
+            raise ValueError(f"exclude: there is no {', '.join(sorted(unknown))}")
+        texts = [(*each, False) for each in _criteria(wanted)]
+        texts += [(*each, True) for each in _criteria(exclude or {})]
+        marks = _vesk.select(self.table(), texts, tolerance)
+        return self._part(_vesk.take(self.table(), marks))
+
+    def extents(self) -> Floats:
+        """The least and the greatest corner of all elements, (2, 3); nan without any."""
+        return np.asarray(_vesk.extents(self.table()))
+
+    def volumes(self) -> Floats:
+        """The volume of each element in the order of the files, (n,); 0 for lines, faces and
+        texts."""
+        return np.asarray(_vesk.volumes(self.table()))
+
+    def volume(self) -> float:
+        """The sum of the volumes of the solids, what overlaps counted twice."""
+        return float(self.volumes().sum())
+
+    def move(self, vector: npt.ArrayLike) -> Model:
+        """A copy, shifted; texts too."""
+        by = np.asarray(vector, dtype=np.float64)
+        return self._part(_vesk.move(self.table(), 1.0, np.eye(3), _finite("move", by)))
+
+    def rotate(self, axis: str, degrees: float) -> Model:
+        """A copy, turned about the world's x, y or z axis by the right hand."""
+        matrix = _turn(axis, float(degrees))
+        return self._part(_vesk.move(self.table(), 1.0, matrix, np.zeros(3)))
+
+    def scale(self, factor: float) -> Model:
+        """A copy, multiplied about the origin, sizes too; the factor is above 0."""
+        if not (np.isfinite(factor) and factor > 0):
+            raise ValueError(f"scale {factor}: it is no number above 0")
+        return self._part(_vesk.move(self.table(), float(factor), np.eye(3), np.zeros(3)))
+
+    def to_dataframe(self) -> Any:
+        """A row for each element in the order of the files. Needs pandas.
+
+        kind, header, counter, file, line; x0, y0, z0, its first point; x1, y1, z1, the end of
+        what has two; diameter1 and diameter2 of what is round; length of cylinders and
+        cones; volume. What a kind does not have is nan. `header`, `kind` and `file` are
+        categories.
+        """
+        from ._tables import dataframe
+
+        return dataframe(self)
+
+    @property
+    def nbytes(self) -> int:
+        """Bytes of all arrays."""
+        arrays = [a for each in self.kinds() for a in each.columns().values()]
+        return int(self.order.nbytes + sum(a.nbytes for a in arrays))
+
+    def __len__(self) -> int:
+        return len(self.order)
+
+    def __repr__(self) -> str:
+        parts = [f"{len(each):,} {each.kind}" for each in self.kinds() if len(each)]
+        text = ", ".join(parts) or "no elements"
+        if self.faults:
+            text += f"; {len(self.faults):,} faults"
+        return f"<vesk.Model: {text}>"
+
+
+def style_name(number: int) -> str:
+    return _STYLE_NAMES.get(number, "none")

@@ -1,0 +1,107 @@
+# SPDX-License-Identifier: MIT
+"""Reading record files."""
+
+from __future__ import annotations
+
+import io
+import os
+import pathlib
+from collections.abc import Iterable, Iterator
+from typing import IO, Any, Optional, Union
+
+from . import _vesk
+from ._model import STYLES, Fault, Model, style_name
+
+Source = Union[str, "os.PathLike[str]", bytes, IO[bytes]]
+_ALL = 2**62
+
+
+class ReadError(ValueError):
+    """What `strict` raises: the first fault, with its place."""
+
+    def __init__(self, fault: Fault) -> None:
+        super().__init__(str(fault))
+        self.fault = fault
+
+
+def _files_of(folder: pathlib.Path) -> list[str]:
+    files = sorted(str(each) for each in folder.rglob("*.dat") if each.is_file())
+    if not files:
+        raise FileNotFoundError(f"{folder}: no *.dat in this folder or below")
+    return files
+
+
+def _sources(source: Any) -> list[tuple[str, Any]]:
+    if isinstance(source, (bytes, bytearray, memoryview)):
+        return [("<bytes>", io.BytesIO(source))]
+    if isinstance(source, (str, os.PathLike)):
+        path = pathlib.Path(source)
+        names = _files_of(path) if path.is_dir() else [os.fspath(source)]
+        for name in names:
+            with open(name, "rb"):  # what can't be opened says so, with its name
+                pass
+        return [(name, os.fsencode(name)) for name in names]
+    if hasattr(source, "read"):
+        known = getattr(source, "name", None)
+        return [(known if isinstance(known, str) else "<stream>", source)]
+    if isinstance(source, Iterable):
+        return [each for one in source for each in _sources(one)]
+    raise TypeError(f"no record file: {type(source).__name__}")
+
+
+def _models(
+    source: Union[Source, Iterable[Source]],
+    chunk: int,
+    strict: bool,
+    style: Optional[str],
+    take_cut_off: bool,
+) -> Iterator[Model]:
+    if style is not None and style not in STYLES:
+        raise ValueError(f"style {style!r}: it is 'fixed', 'token' or None")
+    sources = _sources(source)
+    files = [name for name, _ in sources]
+    reader = _vesk.Reader(sources, STYLES[style] if style else 0, take_cut_off)
+    while (table := reader.next(chunk)) is not None:
+        model = Model(table, files, [style_name(each) for each in table["styles"]])
+        if strict and model.faults:
+            raise ReadError(model.faults[0])
+        yield model
+
+
+def read(
+    source: Union[Source, Iterable[Source]],
+    *,
+    strict: bool = False,
+    style: Optional[str] = None,
+    take_cut_off: bool = False,
+) -> Model:
+    """Read record files into arrays.
+
+    source        a path, a folder (all *.dat in it and below, by name), bytes, a file
+                  object opened with "rb", or several of these
+    strict        raise ReadError for the first fault; else faults are in Model.faults and
+                  reading goes on behind them
+    style         "fixed" or "token" instead of finding out
+    take_cut_off  take a last line without an end as if it had one
+
+    Memory: the arrays, and while they grow one of them a second time. Raises OSError for
+    what can't be opened or read to its end.
+    """
+    return next(_models(source, _ALL, strict, style, take_cut_off))
+
+
+def scan(
+    source: Union[Source, Iterable[Source]],
+    *,
+    chunk: int = 100_000,
+    strict: bool = False,
+    style: Optional[str] = None,
+    take_cut_off: bool = False,
+) -> Iterator[Model]:
+    """Read as `read` does, `chunk` elements at a time, for files larger than memory.
+
+    Each model has its own headers. Nothing is read before the first one is asked for.
+    """
+    if chunk < 1:
+        raise ValueError(f"chunk {chunk}: it is 1 or more")
+    return _models(source, chunk, strict, style, take_cut_off)

@@ -22,7 +22,7 @@ class Box : public Geo {
  public:
   static constexpr std::int32_t kTypeCode = 2;
 
-  GePoint origin;  // the corner from which the three edges leave
+  GePoint origin;  // the corner where the three edges start
   GeVector edge1;  // the edges need not be perpendicular
   GeVector edge2;
   GeVector edge3;
@@ -50,8 +50,8 @@ class Box : public Geo {
   std::int32_t checkSize() const override { return 0; }
   bool isSolid() const override { return true; }
 
-  // The product of the three edge lengths: a sheared box counts as the right
-  // box with the same edges.
+  // The product of the three edge lengths: an oblique box counts as the
+  // right-angled one with the same edges.
   double volume() const override;
 
   GePoint& centroid(GePoint& p) const override;

@@ -12,7 +12,7 @@ namespace Vesk {
 
 // A record could not be written or read.
 //
-// what() is the standard base text; the reason stands in `message`.
+// what() is the standard base text; the reason is in `message`.
 class VESK_EXCEPTION ExceptionInfo : public TovException {
  public:
   // The levels in use.

@@ -8,7 +8,7 @@
 #include <vesk/GeVector.h>
 
 // The read-only constants of the kernel. All are constant-initialised: they
-// stand before any code of the library runs.
+// have their values before any code of the library runs.
 
 namespace Vesk {
 

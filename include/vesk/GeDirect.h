@@ -9,7 +9,7 @@ class GeDirect : public GeVector {
  public:
   constexpr GeDirect() = default;
 
-  // Takes the three numbers as they are; the length is the caller's word.
+  // Takes the three numbers as they are; their length is the caller's concern.
   constexpr GeDirect(double px, double py, double pz) : GeVector(px, py, pz) {}
 
   // Copies three doubles; null throws GeEx::NullPtr with place "GeDirect".

@@ -4,17 +4,17 @@
 
 namespace Vesk {
 
-// An empty base of points, vectors and matrices. A call finds the functions of
-// the namespaces of its arguments' bases too: so dot(a, b), a + b and the others
-// below stand in Vesk, where they are in no host's way, and need no "Vesk::".
+// An empty base of points, vectors and matrices. A call also finds functions in
+// the namespaces of its arguments' bases: so dot(a, b), a + b and the others
+// below are in Vesk, where they disturb no host, and need no "Vesk::".
 struct KernelFunctions {};
 
 }  // namespace Vesk
 
 // A displacement or an axis of any length: three doubles and nothing else.
 //
-// Arithmetic works component by component, has no tolerance and lets NaN and
-// the infinities through; only what says so throws.
+// Arithmetic works component by component, has no tolerance and passes NaN and
+// the infinities through; only functions whose comment says so throw.
 class GeVector : private Vesk::KernelFunctions {
  public:
   double x = 0.0;
@@ -54,7 +54,7 @@ class GeVector : private Vesk::KernelFunctions {
   // that rounding pushed outside -1..1 counts as -1 or 1.
   double angleTo(const GeVector& other) const;
 
-  // Turns this vector about `axis` (any length) by `angle` radians, right hand.
+  // Turns this vector about `axis` (any length) by `angle` radians, right-handed.
   // A null axis or an angle of 0.0 gives this vector bit for bit.
   GeVector rotatedAbout(const GeVector& axis, double angle) const;
 

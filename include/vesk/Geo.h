@@ -27,14 +27,14 @@ class Geo {
   // 8 Pgon, 9 Txt.
   virtual std::int32_t typeCode() const = 0;
 
-  // Fills the primitive from record lines and returns 0. Throws ExceptionInfo,
-  // and the primitive may be partly filled then.
+  // Fills the primitive from record lines and returns 0. Throws ExceptionInfo;
+  // the primitive may then be partly filled.
   virtual std::int32_t read(Input& in);
 
   // Writes the primitive's records in the assembler's mode; in a mode other
-  // than 2 and 3 nothing. Returns the number of lines now in the assembler's
-  // `recs`, to which the record's last line does not belong yet. Throws what
-  // the assembler throws.
+  // than 2 and 3, nothing. Returns the number of lines now in the assembler's
+  // `recs`, which do not include the record's last line yet. Throws what the
+  // assembler throws.
   virtual std::int32_t write(Output& out) const;
 
   // Shifts by a vector.
@@ -43,32 +43,32 @@ class Geo {
   // Transforms by a rigid matrix: points with its translation, vectors without.
   virtual void rot(const GeMatrix& m);
 
-  // Multiplies by `factor` about the world origin, sizes too. A factor of zero
-  // or below is not rejected.
+  // Multiplies coordinates and sizes by `factor`, about the world origin. A
+  // factor of zero or below is not rejected.
   virtual void scale(double factor);
 
   // Enlarges the box to enclose the primitive exactly; returns the box. A
-  // diameter, width or depth below zero counts by its absolute value; what has no
-  // point leaves the box as it is.
+  // diameter, width or depth below zero counts by its absolute value; a primitive
+  // without points leaves the box as it is.
   virtual Extents& addExtents(Extents& box) const = 0;
 
   // 0 usable; 1 degenerate: a size or axis below the smallest size; 2 invalid:
   // a size below zero, or a tube wider than its bend.
   virtual std::int32_t checkSize() const = 0;
 
-  // 1, but for polylines and polygons of many vertices.
+  // 1, except for polylines and polygons of many vertices.
   virtual std::int32_t pieceCount() const;
 
   virtual bool isSolid() const = 0;
 
-  // 0.0 for what is not solid.
+  // 0.0 for a primitive that is not solid.
   virtual double volume() const;
 
   // Writes the centre of gravity into `p` and returns p.
   virtual GePoint& centroid(GePoint& p) const = 0;
 
-  // Whether `other` is of the same kind and describes the same shape, every
-  // difference being at most `tolerance`.
+  // Whether `other` is of the same kind and describes the same shape, with no
+  // difference above `tolerance`.
   virtual bool equal(const Geo& other, double tolerance) const;
 
  protected:

@@ -40,10 +40,10 @@ struct RecordElement {
   int counter() const;
 };
 
-// Something in a record file that is no element.
+// Something in a record file that is not an element.
 struct RecordFault {
   enum class Kind {
-    kDamaged,  // an element that can't be read, or of which something is missing
+    kDamaged,  // an element that can't be read, or that lacks something
     kCutOff,   // the file ends inside this element
     kStray,    // lines that belong to no element
   };
@@ -58,14 +58,14 @@ struct RecordFault {
   std::uint64_t lastLine = 0;
   std::uint64_t offset = 0;  // of the first line in the file
 
-  // What `message` is made of.
+  // What `message` is made from.
   ReadCause cause = ReadCause::kNoRecord;
   std::string token;
-  std::string_view primitive;  // "cylinder"; empty where no reader of one has failed
+  std::string_view primitive;  // "cylinder"; empty if no reader of one has failed
 };
 
 struct RecordOptions {
-  std::int32_t mode = 0;    // kFixedColumns or kTokens; 0: find out
+  std::int32_t mode = 0;    // kFixedColumns or kTokens; 0: detect it
   bool takeCutOff = false;  // take a last line without an end as if it had one
 };
 
@@ -78,23 +78,23 @@ struct RecordOptions {
 //   }
 //   if (!file.error().empty()) ...
 //
-// The style is found out from the first lines; lines may end with LF or CR LF.
-// One element after the other is in memory, never the file. What can't be read
-// is a fault, and reading goes on at the next first line of a record.
+// The style is detected from the first lines; lines may end with LF or CR LF.
+// One element at a time is in memory, never the file. Whatever can't be read is
+// a fault, and reading goes on at the next first line of a record.
 //
-// A text may end with CR: where the lines end with LF alone and one character is
-// missing by the text's length, it is that one.
+// A text may end with CR: if the lines end with LF only and one character is
+// missing by the text's length, the CR is that character.
 //
 // A polyline or polygon that mode 2 wrote as several records comes back as
 // those records, one element each.
 //
 // Every line is written with an end. So a last line without one means that the
 // file was cut off, perhaps inside a number: its element is a fault. If too
-// little is left of that line to tell whether it began a new element, the
-// element before is one too when a line of it may be missing: a box or a
-// reducer, whose tag lines may follow, or a last line that was nearly full.
-// Other missing lines are told by their numbers and by what is missing in the
-// record; tag lines missing at an element's end, and arcs, can't be.
+// little is left of that line to see whether it began a new element, the
+// element before it is a fault too if it may lack a line: if it is a box or a
+// reducer, whose tag lines may follow, or if its last line was nearly full.
+// Other missing lines are noticed by their numbers and by what is missing in the
+// record; tag lines missing at an element's end, and arcs, can't be noticed.
 class RecordFile {
  public:
   enum class Found { kElement, kFault, kEnd };
@@ -102,7 +102,7 @@ class RecordFile {
   // A file that can't be opened has no elements; see error.
   explicit RecordFile(const std::string& path, const RecordOptions& options = {});
 
-  // From a stream, or anything else that gives bytes; the name is for reports.
+  // From a stream, or any other source of bytes; the name is for reports.
   RecordFile(std::istream& stream, std::string name, const RecordOptions& options = {});
   RecordFile(std::unique_ptr<ByteSource> source, std::string name,
              const RecordOptions& options = {});
@@ -114,14 +114,14 @@ class RecordFile {
   // Goes to the next element or fault.
   Found next();
 
-  // What next has found. Valid until the next call of it; the primitive too.
+  // What next() has found. Valid until its next call, and so is the primitive.
   RecordElement& element();
   const RecordFault& fault() const;
 
-  // The lines of the element, or of the damaged one; of stray lines the first.
+  // The lines of the element, or of the damaged one; the first of stray lines.
   const Recs& lines() const;
 
-  // The style; 0 as long as no record was found.
+  // The style; 0 until a record is found.
   std::int32_t mode() const;
 
   const std::string& name() const { return name_; }

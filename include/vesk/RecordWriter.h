@@ -21,19 +21,19 @@ struct RecordElement;
 //   file.write(Cyl({0, 0, 0}, {0, 0, 500}, 219.1));
 //   file.close();
 //
-// The file appears under its name, whole, when close succeeds, and replaces one
-// of that name then; until then the text goes to a file beside it, NAME.part-
-// and a number. A writer that is destroyed without close leaves nothing, nor
-// changes a file that was there: so an exception on the way, or a forgotten
-// close, can't be taken for a finished file. A device or a pipe that exists is
-// written directly.
+// The complete file appears under its name when close succeeds, and then
+// replaces one of that name; until then the text goes to a file beside it,
+// NAME.part- and a number. A writer that is destroyed without close leaves
+// nothing and does not change an existing file: so an exception on the way, or a
+// forgotten close, can't pass for a finished file. A device or a pipe that exists
+// is written directly.
 //
 // What the system refuses is a std::system_error whose text begins with the
-// file's name. The bytes are those that the exported functions write, but for an
-// element that does not fit into its lines, which these cut short in the file.
+// file's name. The bytes are those that the exported functions write, except for
+// an element that does not fit into its lines, which they cut short in the file.
 //
-// May be moved, not copied; one that was moved from can only be assigned to or
-// destroyed. One thread at a time.
+// May be moved, but not copied; one that was moved from can only be assigned to
+// or destroyed. One thread at a time.
 class RecordWriter {
  public:
   // Begins the file.
@@ -53,29 +53,29 @@ class RecordWriter {
   // Sets the header of every later element, as vk_setHeader does: the first 8
   // and the first 2 characters, padded with blanks, control characters as
   // blanks, and the element number 0..46655. The other fields become blank.
-  // Throws std::out_of_range for another number, and the header stays.
+  // Throws std::out_of_range for any other number; the header then stays.
   void setHeader(const std::string& f1, const std::string& f2, int number);
 
-  // The same with all fields as they are.
+  // The same, with all fields as given.
   void setHeader(const HeaderFields& header);
 
   // Writes one element under the header that was set last, all blank at first;
   // returns the number of its lines. NaN and the infinities are written as
   // "nan", "inf" and "-inf".
   //
-  // Throws and writes nothing of the element: ExceptionInfo if it does not fit
+  // Throws, writing nothing of the element, ExceptionInfo if it does not fit
   // into its lines (a text of more than 512 bytes), std::invalid_argument if it is
   // none of the nine kinds. Throws std::system_error if the system refuses
   // (a full disk may show here or in close), std::logic_error after close.
   int write(const Geo& geo);
 
   // The same under the element's own header and with its closing attributes, as
-  // RecordFile has read it; the header that was set stays for others.
+  // RecordFile has read it; the header that was set stays for other elements.
   int write(const RecordElement& element);
 
   // Finishes the file: all of it is on the disk when this returns. Throws
   // std::system_error if the system refused anything since the file was begun;
-  // nothing is left then. Another call does nothing.
+  // then nothing is left. A further call does nothing.
   void close();
 
  private:

@@ -10,8 +10,8 @@
 
 namespace Vesk {
 
-// A reducer: a solid with eight corners. Corners 0 to 3 form the first end, 0,
-// 1, 3, 2 running round its face; corner k + 4 lies opposite corner k. Its faces
+// A reducer: a solid with eight corners. Corners 0 to 3 form the first end, and
+// 0, 1, 3, 2 run around its face; corner k + 4 lies opposite corner k. Its faces
 // need not be plane.
 //
 //   mode 2  RED corners 0 to 3     line "60"

@@ -6,8 +6,8 @@
 
 namespace Vesk {
 
-// A rectangular elbow: a rectangle swept about a bend axis by the angle between
-// the two vectors, 0..pi. The axis is along their cross product.
+// A duct elbow: a rectangle swept about a bend axis by the angle between the two
+// vectors, 0..pi. The axis is along their cross product.
 //
 //   mode 2  ELB a, b, c, e     ends of the bend axis segment, outer points at
 //               inner radius   start and end beside a; the radius on line "61"
@@ -35,11 +35,11 @@ class Relb : public Geo {
 
   std::int32_t typeCode() const override { return kTypeCode; }
 
-  // Mode 2 keeps the points, not the fields, and each but to its last decimal,
-  // so that they are a little out of square. The fields are chosen so that write
-  // makes the same numbers again, `flipped` with them. Where no elbow does, the
-  // points move by as few last decimals as can be, and then stay. Mode 3 does
-  // not keep `flipped`.
+  // Mode 2 keeps the points, not the fields, and each point only to its last
+  // decimal, so that they are a little out of square. The fields, including
+  // `flipped`, are chosen so that write makes the same numbers again. If no elbow
+  // does, the points move by as few last decimals as possible, and then stay.
+  // Mode 3 does not keep `flipped`.
   //
   // Messages: "line "60" not found", "line "61" not found" (mode 2), "relb: wrong
   // style", the scanner's and that of GeEx::NullDir for an outer point at the

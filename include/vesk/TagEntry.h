@@ -8,8 +8,8 @@
 
 namespace Vesk {
 
-// A named list of value pairs: an edge mark of a box, a tag of a reducer. The
-// library stores and writes them and gives them no meaning.
+// A named list of value pairs: an edge mark of a box, or a tag of a reducer. The
+// library stores and writes them but does not interpret them.
 struct TagEntry {
   std::string name;
   std::vector<std::pair<double, double>> values;

@@ -6,9 +6,9 @@
 
 namespace Vesk {
 
-// A bent piece of pipe: a segment of a torus. It turns from the start to the
-// end vector by the angle between them, 0..pi. The vectors need not be of equal
-// length; where one radius is needed it is the mean of their lengths.
+// A bend, a piece of pipe along an arc: a segment of a torus. It turns from the
+// start to the end vector by the angle between them, 0..pi. The vectors need not
+// be equally long; where one radius is needed it is the mean of their lengths.
 //
 //   mode 2  TOR centre, start point, end point, bend radius, diameter
 //   mode 3  t   centre,startVector,endVector,diameter
@@ -54,7 +54,7 @@ class Torus : public Geo {
   bool isSolid() const override { return true; }
 
   // Sweep times mean radius times section; 0.0 when a vector has no length. A
-  // stored bend radius plays no part.
+  // stored bend radius is not used.
   double volume() const override;
 
   // On the bisector, with R the length of the start vector alone and h half the

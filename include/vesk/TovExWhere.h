@@ -10,8 +10,8 @@ namespace Vesk {
 
 // A failure of the geometry kernel, with the place where it happened.
 //
-// what() is a fixed text that never holds the place; a handler that wants the
-// place reads `where`.
+// what() is a fixed text without the place; a handler that wants the place
+// reads `where`.
 class VESK_EXCEPTION TovExWhere : public TovException {
  public:
   // place: zero-terminated name of an operation or a type; copied.

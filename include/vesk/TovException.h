@@ -15,7 +15,7 @@
 
 namespace Vesk {
 
-// The root of everything that this library throws on its own account.
+// The base class of every exception that this library defines.
 // Thrown by value, caught by reference.
 class VESK_EXCEPTION TovException : public std::exception {};
 

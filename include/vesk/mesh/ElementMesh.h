@@ -17,8 +17,8 @@ struct ElementMesh {
   Mesh mesh;
 
   double volume = 0.0;     // of the true solid; 0.0 for an open surface
-  double deviation = 0.0;  // the most that mesh and true surface are apart
-  double tolerance = 0.0;  // and the most that they might be
+  double deviation = 0.0;  // largest distance of mesh and true surface
+  double tolerance = 0.0;  // and the largest one allowed
 
   // Why there is no mesh; empty if there is one. A polyline and a text have no
   // surface; a solid without extent, a bend without a plane and numbers that are
@@ -31,8 +31,8 @@ struct ElementMesh {
 //   const ElementMesh made = meshOf(Cyl({0, 0, 0}, {0, 0, 500}, 219.1),
 //                                   Fineness::ofTolerance(0.1));
 //
-// The same element and fineness give the same mesh with every compiler but for
-// the last digits of sines and cosines.
+// The same element and fineness give the same mesh with every compiler, except
+// for the last digits of sines and cosines.
 ElementMesh meshOf(const Geo& geo, const Fineness& fineness);
 
 }  // namespace Vesk

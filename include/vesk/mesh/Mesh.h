@@ -16,8 +16,8 @@ using MeshEdge = std::array<std::uint32_t, 2>;
 
 // A surface of triangles that share their corners.
 //
-// The corners of a triangle run counter-clockwise seen from outside; of an open
-// surface, from the side that its boundary runs round to the left. Shading
+// The corners of a triangle run counter-clockwise seen from outside; for an open
+// surface, seen from the side where its boundary runs counter-clockwise. Shading
 // normals are kept apart from the positions, so that a sharp edge needs no
 // second copy of its corners and a closed surface is closed by its indices.
 struct Mesh {

@@ -188,5 +188,13 @@ TEST(DrawingArea, TextsAloneAreNotFar) {
   EXPECT_EQ(farTextsOf(sceneOf(texts)), std::vector<bool>(2, false));
 }
 
+// 3456 mm are 1728 pixels: a quarter of one is half a millimetre.
+TEST(DrawingArea, RoundShapesAreAQuarterOfAPixelOffAtMost) {
+  const Fineness fineness =
+      Drawing::finenessFor(sceneOf(plate(3456, 1000)), styleOf("front", 1800, 900));
+  EXPECT_NEAR(fineness.tolerance(1.0), 0.5, 1e-12);
+  EXPECT_NEAR(fineness.tolerance(1000.0), 0.5, 1e-12);
+}
+
 }  // namespace
 }  // namespace VeskTest

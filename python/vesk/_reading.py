@@ -24,7 +24,7 @@ class ReadError(ValueError):
         self.fault = fault
 
 
-def _files_of(folder: pathlib.Path) -> list[str]:
+def files_of(folder: pathlib.Path) -> list[str]:
     files = sorted(str(each) for each in folder.rglob("*.dat") if each.is_file())
     if not files:
         raise FileNotFoundError(f"{folder}: no *.dat in this folder or below")
@@ -36,7 +36,7 @@ def _sources(source: Any) -> list[tuple[str, Any]]:
         return [("<bytes>", io.BytesIO(source))]
     if isinstance(source, (str, os.PathLike)):
         path = pathlib.Path(source)
-        names = _files_of(path) if path.is_dir() else [os.fspath(source)]
+        names = files_of(path) if path.is_dir() else [os.fspath(source)]
         for name in names:
             with open(name, "rb"):  # what can't be opened says so, with its name
                 pass

@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Every library of others that the tool links, includes or bundles is listed.
+"""Every library of others that the tool links, includes or bundles is listed, and has its
+version and licence in the bill of materials.
 
     licences-test.py VESK PROJECT [READELF]
 """
 import json
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 
@@ -20,8 +22,15 @@ LINKED = {
     "libsqlite3": "SQLite",
     "libxlsxwriter": "libxlsxwriter",
 }
-# The system's own, and the compiler's runtime.
-SYSTEM = {"libc", "libm", "libgcc_s", "libstdc++", "libpthread", "ld-linux-x86-64"}
+# The system's own, and the compiler's runtime, and Debian's packages of them.
+SYSTEM = {
+    "libc": "libc6",
+    "libm": "libc6",
+    "libpthread": "libc6",
+    "ld-linux-x86-64": "libc6",
+    "libgcc_s": "libgcc-s1",
+    "libstdc++": "libstdc++6",
+}
 # The first part of an include -> name in the list.
 INCLUDED = {
     "CLI": "CLI11",
@@ -36,6 +45,25 @@ INCLUDED = {
 }
 # A package that the page imports -> name in the list.
 BUNDLED = {"three": "three.js"}
+
+
+def faults_of_the_bill(project, tool, listed, linked):
+    """What scripts/sbom leaves out of a build, or tells otherwise than the tool does."""
+    command = [sys.executable, project / "scripts" / "sbom", pathlib.Path(tool).parent.parent]
+    bill = subprocess.check_output(command)
+    faults = [] if subprocess.check_output(command) == bill else ["the bill is another each time"]
+    parts = {row["name"]: row for row in json.loads(bill)["components"]}
+    for name, row in listed.items():
+        if name not in parts:
+            faults += [f"{name}: not in the bill"] if row["in"] else []
+        elif {"license": {"id": row["licence"]}} not in parts[name]["licenses"]:
+            faults.append(f"{name}: the bill has the licences {parts[name]['licenses']}")
+    faults += [f"{library}: linked, not in the bill" for library in linked
+               if SYSTEM.get(library, LINKED.get(library, library)) not in parts]
+    faults += [f"{name}: no version in the bill" for name, row in parts.items()
+               if not row["version"] or row["version"] not in row["purl"].replace("%2B", "+")
+               .replace("%3A", ":")]
+    return faults
 
 
 def main():
@@ -54,7 +82,10 @@ def main():
 
     dynamic = subprocess.check_output([sys.argv[3] if len(sys.argv) > 3 else "readelf", "-d", tool],
                                       text=True)
-    for library in re.findall(r"\(NEEDED\).*\[(.*?)\.so", dynamic):
+    needed = re.findall(r"\(NEEDED\).*\[(.*?)\.so", dynamic)
+    if shutil.which("dpkg-query"):
+        faults += faults_of_the_bill(project, tool, listed, needed)
+    for library in needed:
         if library not in SYSTEM:
             want(LINKED.get(library, library), "linked")
 

@@ -10,12 +10,8 @@ endfunction()
 set(from ${PROJECT_SOURCE_DIR}/cmake/packages)
 set(to ${PROJECT_BINARY_DIR}/texts)
 file(MAKE_DIRECTORY ${to}/tools)
-# The newest entry of CHANGELOG.md is this version's, and has its date.
-file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md newest REGEX "^## " LIMIT_COUNT 1)
-if(NOT newest MATCHES "^## ${PROJECT_VERSION}, ([0-9-]+)$")
-  message(FATAL_ERROR "CHANGELOG.md does not begin with ${PROJECT_VERSION} and a date: ${newest}")
-endif()
-execute_process(COMMAND date -u -R -d "${CMAKE_MATCH_1} 12:00" OUTPUT_VARIABLE VESK_RELEASED
+include(${PROJECT_SOURCE_DIR}/cmake/Released.cmake)
+execute_process(COMMAND date -u -R -d "${VESK_RELEASED} 12:00" OUTPUT_VARIABLE VESK_RELEASED
   OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 configure_file(${from}/changelog.in ${to}/changelog @ONLY)
 compressed(${to}/changelog ${to}/changelog.gz)

@@ -1,5 +1,10 @@
 # SPDX-License-Identifier: MIT
-# Read by CPack before it packs. A .deb has its libraries below lib/ARCHITECTURE, which is
+# Read by CPack before it packs.
+if(CPACK_VESK_TIME AND NOT DEFINED ENV{SOURCE_DATE_EPOCH})
+  set(ENV{SOURCE_DATE_EPOCH} ${CPACK_VESK_TIME})
+endif()
+
+# A .deb has its libraries below lib/ARCHITECTURE, which is
 # decided when CMake configures: so what was built is installed by a configuration of its
 # own, beside the one that built it.
 if(NOT CPACK_GENERATOR STREQUAL DEB)

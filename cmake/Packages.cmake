@@ -22,6 +22,13 @@ else()
   set(CPACK_GENERATOR DEB TGZ)
 endif()
 
+# The files of a package have the time of its release: two packages of it are the same.
+include(${PROJECT_SOURCE_DIR}/cmake/Released.cmake)
+if(CMAKE_HOST_UNIX)
+  execute_process(COMMAND date -u -d "${VESK_RELEASED} 12:00" +%s OUTPUT_VARIABLE CPACK_VESK_TIME
+    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
 # Debian packages: what a program needs to run, and to be built, the modules of other
 # languages and the tool. DebianLayout.cmake brings their places.
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/DebianLayout.cmake)

@@ -35,6 +35,15 @@ plant() { # SHIFT
 plant 0 >plant.dat
 plant 3 >other.dat
 
+# Pipes, each on the end of the one before.
+awk -v n="$((elements / 4))" 'BEGIN {
+  print "UNITS-BORE MM\nUNITS-CO-ORDS MM\nPIPELINE-REFERENCE P-1"
+  for (i = 0; i < n; ++i) {
+    print "PIPE\n END-POINT " i * 500 " 0 0 100\n END-POINT " (i + 1) * 500 " 0 0 100"
+    print "    ITEM-CODE C" i % 7
+  }
+}' >line.pcf
+
 commands=(
   'info plant.dat'
   'list --sort volume plant.dat'
@@ -53,6 +62,16 @@ commands=(
   'export plant.dat -o new.ifc'
   'export plant.dat -o new.dxf'
   'export plant.dat -o new.sqlite'
+  'import line.pcf -o new.dat'
+  'import line.pcf --json -o new.dat'
+  'extract plant.dat -o new.dat --near 0,0,0,20000'
+  'split plant.dat --by kind -o new.parts'
+  'split plant.dat --by grid --grid 2000 -o new.parts'
+  'merge plant.dat other.dat -o new.dat'
+  'edit plant.dat -o new.dat --drop-duplicates --renumber elements'
+  'edit plant.dat -o new.dat --sort kind,size'
+  'measure --by header,size --csv plant.dat'
+  'clash --between elements --json plant.dat'
   'view plant.dat -o new.html'
   'view plant.dat --no-open'
   'view plant.dat -o new.svg'

@@ -5,6 +5,7 @@
 #include <string>
 #include <system_error>
 
+#include "Measuring.h"
 #include "Plant.h"
 #include "select/Pattern.h"
 #include "vesk/ExceptionInfo.h"
@@ -47,4 +48,5 @@ PYBIND11_MODULE(_vesk, module) {
   VeskPython::defineReading(module);
   VeskPython::defineWriting(module);
   VeskPython::defineQuerying(module);
+  VeskPython::defineMeasuring(module);
 }

@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: MIT
+import json
 import os
 import subprocess
 import sys
@@ -107,6 +108,30 @@ def test_volumes_are_those_of_solids(pipes):
     wanted = [quarter * 10**2 * 100, quarter * 20**2 * 200, 6.0, 0.0]
     assert np.allclose(pipes.volumes(), wanted, rtol=1e-12)
     assert pipes.volume() == pytest.approx(sum(wanted), rel=1e-12)
+
+
+def test_lengths_of_bends_are_those_of_their_centre_lines(tmp_path):
+    with vesk.Writer(tmp_path / "bend.dat") as file:
+        file.tori([0, 0, 0], [300, 0, 0], [0, 300, 0], 100)  # a quarter of a circle
+        file.cylinders([0, 300, 0], [-500, 300, 0], 100)
+        file.polylines([[0, 0, 0], [30, 40, 0], [30, 40, 5]], [0, 3])
+    measures = vesk.read(tmp_path / "bend.dat").measures()
+    lengths = [np.pi / 2 * 300, 500]
+    assert np.allclose(measures["length"], [*lengths, 0], rtol=1e-12)
+    assert np.allclose(measures["lines"], [0, 0, 50 + 5], rtol=1e-12)
+    assert np.allclose(measures["surface"][:2], np.pi * 100 * np.array(lengths), rtol=1e-12)
+    assert np.allclose(measures["volume"][:2], np.pi * 50**2 * np.array(lengths), rtol=1e-12)
+
+
+@pytest.mark.skipif(not TOOL, reason="VESK_TOOL names no tool")
+@pytest.mark.parametrize("path", GOLDEN, ids=lambda path: path.name)
+def test_the_sum_of_the_measures_is_that_of_the_tool(path):
+    done = subprocess.run([TOOL, "measure", "--json", path], capture_output=True, timeout=60)
+    rows = json.loads(done.stdout)["rows"]
+    measures = vesk.read(path).measures()
+    for name, unit in (("length", 1e-3), ("surface", 1e-6), ("volume", 1e-9)):
+        ours = measures[name].sum() * unit
+        assert ours == pytest.approx(sum(row[name] for row in rows), rel=1e-12), name
 
 
 def test_what_moves_is_a_copy(pipes):

@@ -2,6 +2,7 @@
 import ctypes
 import os
 import subprocess
+import sys
 
 import numpy as np
 import pytest
@@ -10,7 +11,7 @@ from hypothesis import strategies as st
 from hypothesis.extra import numpy as arrays
 
 import vesk
-from conftest import GOLDEN
+from conftest import GOLDEN, ROOT
 
 TOOL = os.environ.get("VESK_TOOL")
 LIBRARY = os.environ.get("VESK_LIBRARY")
@@ -186,3 +187,19 @@ def test_arrays_come_back_within_the_digits_of_the_style(tmp_path_factory, data)
     assert np.abs(back.start - start).max() <= 0.5e-4 + 1e-9
     assert np.abs(back.axis - (end - start)).max() <= 0.5e-6 + 1e-9
     assert np.abs(back.diameter - diameter).max() <= 0.5e-6 + 1e-9
+
+
+@pytest.mark.skipif(not LIBRARY, reason="VESK_LIBRARY names no library")
+def test_the_module_for_hosts_stands_beside_the_package_under_another_name(tmp_path):
+    module = ROOT / "examples" / "hosts" / "python" / "vesk.py"
+    (tmp_path / "vesk_host.py").write_bytes(module.read_bytes())
+    code = """
+import vesk, vesk_host
+with vesk_host.File(path="host.dat") as file:
+    file.header("P-1001", "01", 1)
+    file.cylinder((0, 0, 0), (0, 0, 500), 219.1)
+assert vesk.read("host.dat", strict=True).cylinders.diameter.tolist() == [219.1]
+"""
+    path = os.pathsep.join(filter(None, [str(tmp_path), os.environ.get("PYTHONPATH")]))
+    own = os.environ | {"PYTHONPATH": path}
+    subprocess.run([sys.executable, "-B", "-c", code], check=True, timeout=60, cwd=tmp_path, env=own)

@@ -478,6 +478,17 @@ class Model:
         """The sum of the volumes of the solids, what overlaps counted twice."""
         return float(self.volumes().sum())
 
+    def measures(self) -> dict[str, Floats]:
+        """What each element measures by the rules of the tool's take-off, in the order of the
+        files and the unit of the file; 0 for what a kind does not have.
+
+        length   of the centre line of what is round or a duct; of a box, (n,)
+        lines    of segments and polylines, (n,)
+        surface  outside; of what is round or a duct elbow without the ends, (n,)
+        volume   of the body that is drawn, (n,)
+        """
+        return dict(_vesk.measures(self.table()))
+
     def move(self, vector: npt.ArrayLike) -> Model:
         """A copy, shifted; texts too."""
         by = np.asarray(vector, dtype=np.float64)
@@ -498,9 +509,9 @@ class Model:
         """A row for each element in the order of the files. Needs pandas.
 
         kind, header, counter, file, line; x0, y0, z0, its first point; x1, y1, z1, the end of
-        what has two; diameter1 and diameter2 of what is round; length of cylinders and
-        cones; volume. What a kind does not have is nan. `header`, `kind` and `file` are
-        categories.
+        what has two; diameter1 and diameter2 of what is round; length, lines, surface and
+        volume as measures() has them. What a kind does not have is nan, or 0 of the last
+        four. `header`, `kind` and `file` are categories.
         """
         from ._tables import dataframe
 

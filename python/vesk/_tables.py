@@ -50,7 +50,7 @@ def dataframe(model: Model) -> Any:
     whole = {name: np.zeros(rows, dtype=np.int64) for name in ("header", "counter", "file", "line")}
     numbers = {
         name: np.full(rows, np.nan)
-        for name in ("x0", "y0", "z0", "x1", "y1", "z1", "diameter1", "diameter2", "length")
+        for name in ("x0", "y0", "z0", "x1", "y1", "z1", "diameter1", "diameter2")
     }
     for each in model.kinds():
         at = np.flatnonzero(model.order == each.code)
@@ -69,8 +69,6 @@ def dataframe(model: Model) -> Any:
         if one:
             numbers["diameter1"][at] = getattr(each, one)
             numbers["diameter2"][at] = getattr(each, other)
-        if each.kind in ("cylinders", "cones"):
-            numbers["length"][at] = np.linalg.norm(getattr(each, "axis"), axis=1)
     kinds = [each[0] for each in _COLUMNS.values()]
     return pd.DataFrame(
         {
@@ -80,7 +78,7 @@ def dataframe(model: Model) -> Any:
             "file": _names(pd, whole["file"], model.files),
             "line": whole["line"],
             **numbers,
-            "volume": model.volumes(),
+            **model.measures(),
         }
     )
 

@@ -18,6 +18,13 @@ from setuptools.command.build_ext import build_ext
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
+# What the module is made of, and what its makers ask to be said with it.
+LICENCES = (
+    ROOT / "LICENSE",
+    ROOT / "python" / "licence-of-pybind11.txt",
+    ROOT / "cmake" / "packages" / "copyright.others",
+)
+
 
 def version() -> str:
     found = re.search(r"^project\(vesk VERSION ([0-9.]+)", (ROOT / "CMakeLists.txt").read_text(), re.M)
@@ -31,6 +38,8 @@ class BuildByCMake(build_ext):
         target = pathlib.Path(self.get_ext_fullpath(ext.name))
         target.parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(module, target)
+        for each in LICENCES:
+            shutil.copy(each, target.parent)
 
     def built(self) -> pathlib.Path:
         folder = pathlib.Path(self.build_temp).resolve()

@@ -4,6 +4,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import zipfile
 
 import pytest
 
@@ -41,6 +42,13 @@ def test_the_wheel_works_in_a_fresh_environment(wheel, tmp_path):
     file, count = run(python, "-c", code, GOLDEN[0], cwd=tmp_path).split()
     assert pathlib.Path(file).is_relative_to(tmp_path)
     assert int(count) == len(vesk.read(GOLDEN[0]))
+
+
+def test_the_wheel_has_the_licences(wheel):
+    with zipfile.ZipFile(wheel) as files:
+        text = "".join(files.read(each).decode() for each in files.namelist() if "licence-of" in each
+                       or each.endswith(("vesk/LICENSE", "copyright.others")))
+    assert "MIT License" in text and "Wenzel Jakob" in text and "nlohmann" in text
 
 
 def test_building_a_wheel_leaves_nothing_between_the_sources(wheel):

@@ -41,7 +41,7 @@ Command& needCommand(const Commands& commands, const std::string& name) {
                 nearest.empty() ? "vesk --help names them all" : nearest);
 }
 
-void defineCommon(CLI::App& app, CommonOptions& options) {
+void defineCommon(CLI::App& app, const Command& command, CommonOptions& options) {
   const std::vector<std::string> when{"auto", "always", "never"};
   const std::vector<std::string> progress{"auto", "always", "never", "json"};
   const std::string group = "Everywhere";
@@ -57,6 +57,10 @@ void defineCommon(CLI::App& app, CommonOptions& options) {
       ->check(CLI::IsMember(progress))
       ->capture_default_str()
       ->group(group);
+  if (command.takesMixed()) {
+    app.add_flag("--mixed", options.mixed,
+                 "read on where a file goes over to the other style, as joined files do");
+  }
   app.set_help_flag();
   app.add_flag_callback(
          "-h,--help", [] {}, "this text")
@@ -177,7 +181,7 @@ bool answerAboutTool(const FirstWords& first, const Commands& commands, Answer& 
       CLI::App app;
       Command& command = needCommand(commands, first.rest.front());
       command.define(app);
-      defineCommon(app, unused);
+      defineCommon(app, command, unused);
       answer.write(helpOfCommand(command.text(), app));
     }
   } else {
@@ -193,7 +197,7 @@ Exit runCommand(const FirstWords& first, Command& command, Answer& answer, Commo
   // On Windows too a word that begins with "/" is a file.
   app.allow_windows_style_options(false);
   command.define(app);
-  defineCommon(app, options);
+  defineCommon(app, command, options);
   std::vector<std::string> words = first.options;
   words.insert(words.end(), first.rest.begin(), first.rest.end());
   // A place in the standard input looks like an option.

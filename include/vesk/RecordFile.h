@@ -67,6 +67,7 @@ struct RecordFault {
 struct RecordOptions {
   std::int32_t mode = 0;    // kFixedColumns or kTokens; 0: detect it
   bool takeCutOff = false;  // take a last line without an end as if it had one
+  bool bothStyles = false;  // read on where files of both styles were joined
 };
 
 // Reads a record file, element by element.
@@ -79,6 +80,8 @@ struct RecordOptions {
 //   if (!file.error().empty()) ...
 //
 // The style is detected from the first lines; lines may end with LF or CR LF.
+// A line that begins an element of the other style belongs to no element, unless
+// `bothStyles` asks to go on in that style.
 // One element at a time is in memory, never the file. Whatever can't be read is
 // a fault, and reading goes on at the next first line of a record.
 //
@@ -121,7 +124,7 @@ class RecordFile {
   // The lines of the element, or of the damaged one; the first of stray lines.
   const Recs& lines() const;
 
-  // The style; 0 until a record is found.
+  // The style; 0 until a record is found. With bothStyles, that of what next has found.
   std::int32_t mode() const;
 
   const std::string& name() const { return name_; }

@@ -22,6 +22,8 @@ constexpr int kTrialElements = 16;
 // More than a token of a mode 3 record is usually long.
 constexpr std::size_t kTokenRoom = 64;
 
+std::int32_t otherStyle(std::int32_t mode) { return mode == kTokens ? kFixedColumns : kTokens; }
+
 std::size_t dataLength(const std::string& line) {
   return line.size() - std::min(line.size(), kFixedColumnsLayout.data);
 }
@@ -36,7 +38,7 @@ bool hasNothing(const Geo& geo) {
 
 // How many elements of this style the text begins with, as far as is looked.
 int countElements(std::string_view text, std::int32_t mode) {
-  RecordReader file(std::make_unique<TextSource>(text), {mode, false});
+  RecordReader file(std::make_unique<TextSource>(text), {mode});
   int count = 0;
   for (int i = 0; i < kTrialElements; ++i) {
     const RecordReader::Found found = file.next();
@@ -53,6 +55,7 @@ RecordReader::Found RecordReader::next() {
   started_ = true;
   clearLines();
   if (!hasLine_) return Found::kEnd;
+  followStyle();
   element_.firstLine = reader_.number();
   element_.offset = reader_.offset();
   if (!isWhole()) return reportCutOff();
@@ -80,6 +83,18 @@ void RecordReader::findMode() {
   const bool moreTokens =
       columnElements == tokenElements ? !columns : tokenElements > columnElements;
   mode_ = moreTokens ? kTokens : kFixedColumns;
+}
+
+// Whether the current line begins an element in the style that the file has not.
+bool RecordReader::isOfOtherStyle() const {
+  return options_.bothStyles && mode_ != 0 && kind_ == nullptr && !reader_.isTooLong() &&
+         kindOfFirstLine(reader_.line(), otherStyle(mode_)) != nullptr;
+}
+
+void RecordReader::followStyle() {
+  if (!isOfOtherStyle()) return;
+  mode_ = otherStyle(mode_);
+  kind_ = kindOfFirstLine(reader_.line(), mode_);
 }
 
 // The first line is the current one.
@@ -136,7 +151,8 @@ RecordReader::Found RecordReader::skipStray() {
                                                    : faultOfHeading(reader_.line(), mode_);
   const ReadFailure failure(heading.cause, {0, heading.column}, heading.token);
   addLine();
-  while (advance() && isWhole() && kind_ == nullptr) element_.lastLine = reader_.number();
+  while (advance() && isWhole() && kind_ == nullptr && !isOfOtherStyle())
+    element_.lastLine = reader_.number();
   return report(failure, RecordFault::Kind::kStray);
 }
 

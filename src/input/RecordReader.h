@@ -38,6 +38,8 @@ class RecordReader {
   bool advance();
   bool isWhole() const { return reader_.isTerminated() || options_.takeCutOff; }
   void findMode();
+  bool isOfOtherStyle() const;
+  void followStyle();
 
   Found readElement(const RecordKind& kind);
   Found readLastElement(const RecordKind& kind);

@@ -7,6 +7,7 @@
 
 #include "check/NumberPlaces.h"
 #include "check/ShapeRules.h"
+#include "elements/Kinds.h"
 #include "input/ParseDouble.h"
 #include "pcf/shapes/Families.h"
 #include "text/Numbers.h"
@@ -187,6 +188,7 @@ FileCheck::Component FileCheck::componentOf(const RecordElement& element) {
 
 void FileCheck::checkElement(RecordFile& file) {
   const RecordElement& element = file.element();
+  counts_.mode = joinedStyle(counts_.mode, file.mode());
   const Component component = last_ = componentOf(element);
   // Supports are compared as a whole.
   const bool isKept =

@@ -43,6 +43,7 @@ struct CheckOptions {
 
 // What was found in a file, told or not.
 struct CheckCounts {
+  int mode = 0;                // of all elements, or kMixedStyle
   std::uint64_t elements = 0;  // whose findings count
   std::uint64_t errors = 0;
   std::uint64_t warnings = 0;

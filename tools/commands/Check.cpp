@@ -8,6 +8,7 @@
 #include "check/FileCheck.h"
 #include "check/Reports.h"
 #include "commands/Command.h"
+#include "elements/Kinds.h"
 #include "files/Files.h"
 #include "files/SceneReader.h"
 #include "files/SelectionOptions.h"
@@ -216,7 +217,7 @@ class CheckCommand : public Command {
     if (attributes) attributes->finish(session);
     requireRecords(records, count, report.counts.elements);
     report.file = records.name();
-    report.mode = records.mode();
+    report.mode = report.counts.mode == kMixedStyle ? kMixedStyle : records.mode();
     const CheckCounts& counts = report.counts;
     const bool isNothing =
         options_.takes && counts.elements + counts.errors + counts.warnings + counts.notes == 0;

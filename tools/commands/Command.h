@@ -44,6 +44,9 @@ class Command {
   // and shows its default.
   virtual void define(CLI::App& app) = 0;
 
+  // Whether it reads record files, and elements of both styles in one if --mixed asks for it.
+  virtual bool takesMixed() const { return true; }
+
   // Does the work once the options are read. May throw Failure.
   virtual Exit run(Session& session) = 0;
 

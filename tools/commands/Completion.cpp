@@ -84,6 +84,7 @@ CommandWords wordsOf(Command& command) {
   for (const char* name : {"--quiet", "--verbose", "--color", "--progress", "--help"}) {
     words.options.emplace_back(name);
   }
+  if (command.takesMixed()) words.options.emplace_back("--mixed");
   words.values.push_back({"--color", {"auto", "always", "never"}});
   words.values.push_back({"--progress", {"auto", "always", "never", "json"}});
   return words;
@@ -295,6 +296,8 @@ class CompletionCommand : public Command {
              {"vesk completion fish | source", "in config.fish"},
              {"vesk completion powershell | Out-String | Invoke-Expression", "in $PROFILE"}}};
   }
+
+  bool takesMixed() const override { return false; }
 
   void define(CLI::App& app) override {
     app.add_option("SHELL", shell_, "bash, zsh, fish or powershell")

@@ -50,6 +50,13 @@ struct Item {
   double size = 0.0;
 };
 
+// A duplicate, and which element it is like, by their first lines.
+struct Dropped {
+  std::uint64_t line;
+  std::uint64_t like;
+  Kind kind;
+};
+
 // Lines that say what changes, up to a number of them.
 class Changes {
  public:
@@ -122,6 +129,8 @@ class EditCommand : public Command {
          {"vesk edit a.dat -o b.dat --drop-duplicates -n", "only say what would go"}}};
   }
 
+  bool takesMixed() const override { return false; }
+
   void define(CLI::App& app) override {
     app.add_option("IN", input_, "record file; - is stdin")->required();
     app.add_option("-o,--output", output_, "record file; - is stdout")
@@ -160,10 +169,12 @@ class EditCommand : public Command {
         ->capture_default_str();
     app.add_flag("-n,--dry-run", dryRun_, "only say what would change");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecar where it is");
+    app.add_flag("--json", json_, "one JSON document of what was done");
     app.add_flag("-f,--force", force_, "replace OUT");
   }
 
   Exit run(Session& session) override {
+    if (json_) refuseJsonBeside(output_);
     prepare();
     refuseSameRecords(input_, output_);
     sidecars_.emplace(std::vector<std::string>{input_}, noAttributes_);
@@ -186,7 +197,7 @@ class EditCommand : public Command {
                     "docs/sidecar.md tells what it holds");
     }
     commitTogether({&*target_});
-    const std::string text = summary(dropped, session.options().verbose);
+    const std::string text = json_ ? jsonOf() : summary(dropped, session.options().verbose);
     if (output_ == "-") {
       session.remark(text);
     } else {
@@ -245,6 +256,7 @@ class EditCommand : public Command {
           dropped.add("line " + std::to_string(element.firstLine) +
                       " dropped: " + std::string(wordOf(kindOf(*element.geo))) +
                       " like the one at line " + std::to_string(first));
+          if (json_) dropped_.push_back({element.firstLine, first, kindOf(*element.geo)});
           continue;
         }
       }
@@ -352,6 +364,29 @@ class EditCommand : public Command {
     }
   }
 
+  std::string jsonOf() const {
+    std::string text;
+    JsonWriter json(text);
+    json.beginObject().key("schema").value("vesk.edit/1");
+    json.key("written").value(!dryRun_).key("input").value(input_);
+    target_->append(json);
+    json.key("dropped").beginArray();
+    for (const Dropped& each : dropped_) {
+      json.beginObjectRow().key("line").value(each.line).key("kind").value(nameOf(each.kind));
+      json.key("like").value(each.like).endObject();
+    }
+    json.endArray().key("headers").beginArray();
+    for (const HeaderUse& use : headers_.all()) {
+      if (use.newKey == use.key) continue;
+      json.beginObjectRow().key("header").value(shownHeader(use.key));
+      json.key("becomes").value(shownHeader(use.newKey));
+      json.key("elements").value(use.elements).endObject();
+    }
+    json.endArray().key("inAnotherPlace").value(sorted_).key("renumbered").value(renumbered_);
+    json.key("componentsApart").value(moved_->moreRows()).endObject();
+    return text;
+  }
+
   std::string summary(const Changes& dropped, bool isVerbose) const {
     Changes renamed(isVerbose);
     for (const HeaderUse& use : headers_.all()) {
@@ -380,6 +415,7 @@ class EditCommand : public Command {
   int start_ = 1;
   bool dryRun_ = false;
   bool noAttributes_ = false;
+  bool json_ = false;
   bool force_ = false;
 
   std::vector<Renaming> renamings_;
@@ -394,6 +430,7 @@ class EditCommand : public Command {
   std::deque<Item> items_;  // with --sort all
   std::deque<Vesk::SidecarRow> rows_;
   std::unordered_map<std::string, std::size_t> rowPlaces_;
+  std::vector<Dropped> dropped_;  // with --json
   std::uint64_t sorted_ = 0;
   std::uint64_t renumbered_ = 0;
   std::uint64_t rowClashes_ = 0;

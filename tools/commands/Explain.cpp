@@ -38,6 +38,8 @@ class ExplainCommand : public Command {
              {"vesk explain", "all codes"}}};
   }
 
+  bool takesMixed() const override { return false; }
+
   void define(CLI::App& app) override {
     app.add_option("CODE", codes_, "what stands in brackets behind a finding");
     app.add_flag("--json", json_, "one JSON document");

@@ -24,7 +24,7 @@ class ExtractCommand : public Command {
             "chosen elements as they stand, byte for byte",
             "Every line of an element that is chosen is written as it stands in IN, in the order "
             "of IN; without a choice that is every element. What can't be read is named, and in "
-            "no choice; the exit code is then 1. Several files must have one style. Rows of "
+            "no choice; the exit code is then 1. What is chosen must have one style. Rows of "
             "plant.attributes.csv beside plant.dat go along, into the file beside OUT. Memory: "
             "about 100 bytes for each of these rows.",
             {{"vesk extract plant.dat -o line.dat --header P-1001", "one line of piping"},
@@ -42,11 +42,13 @@ class ExtractCommand : public Command {
         ->default_str("to be given");
     app.add_flag("-n,--dry-run", dryRun_, "only say what would be written");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecar where it is");
+    app.add_flag("--json", json_, "one JSON document of what was done");
     app.add_flag("-f,--force", force_, "replace OUT");
     selection_.define(app);
   }
 
   Exit run(Session& session) override {
+    if (json_) refuseJsonBeside(output_);
     const std::vector<std::string> files = expandFiles(words_);
     for (const std::string& file : files) refuseSameRecords(file, output_);
     Choice choice(selection_, files, session);
@@ -64,7 +66,9 @@ class ExtractCommand : public Command {
       exit = worst(exit, Exit::kNo);
     }
     commitTogether({&target});
-    if (output_ == "-") {
+    if (json_) {
+      session.out().write(jsonOf(files, target));
+    } else if (output_ == "-") {
       session.note(target.summary());
     } else {
       session.out().write(target.summary());
@@ -92,12 +96,24 @@ class ExtractCommand : public Command {
     return records.exit();
   }
 
+  std::string jsonOf(const std::vector<std::string>& files, const RecordTarget& target) const {
+    std::string text;
+    JsonWriter json(text);
+    json.beginObject().key("schema").value("vesk.extract/1");
+    json.key("written").value(!dryRun_);
+    target.append(json);
+    json.key("rowsLeftOut").value(clashes_).key("inputs").beginArray();
+    for (const std::string& file : files) json.value(file);
+    json.endArray().endObject();
+    return text;
+  }
+
   void requireMode(int mode, const std::string& file) {
     if (mode_ == 0) mode_ = mode;
     if (mode == mode_) return;
     throw Failure(Exit::kInput,
                   shownName(file) + ": " + std::string(styleName(mode)) +
-                      " style, where the files before have " + std::string(styleName(mode_)),
+                      " style, where what comes before it has " + std::string(styleName(mode_)),
                   "vesk merge brings them to one style");
   }
 
@@ -106,6 +122,7 @@ class ExtractCommand : public Command {
   SelectionOptions selection_;
   bool dryRun_ = false;
   bool noAttributes_ = false;
+  bool json_ = false;
   bool force_ = false;
   int mode_ = 0;
   std::uint64_t clashes_ = 0;

@@ -197,6 +197,8 @@ class ImportCommand : public Command {
          {"vesk import plant.rvm --attributes plant.att -o plant.dat", "a review model"}}};
   }
 
+  bool takesMixed() const override { return false; }
+
   void define(CLI::App& app) override {
     app.add_option("IN", words_, "piping component files, folders of them or patterns; - is stdin")
         ->required();

@@ -8,6 +8,7 @@
 
 #include "commands/Command.h"
 #include "elements/Encoder.h"
+#include "elements/Kinds.h"
 #include "files/Files.h"
 #include "records/HeaderClashes.h"
 #include "records/Headers.h"
@@ -69,10 +70,12 @@ class MergeCommand : public Command {
     app.add_flag("--strict", strict_, "write nothing if anything but decimals is lost");
     app.add_flag("-n,--dry-run", dryRun_, "only say what would be written, and what clashes");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecars where they are");
+    app.add_flag("--json", json_, "one JSON document of what was done");
     app.add_flag("-f,--force", force_, "replace OUT");
   }
 
   Exit run(Session& session) override {
+    if (json_) refuseJsonBeside(output_);
     const std::vector<std::string> files = expandFiles(words_);
     for (const std::string& file : files) {
       if (file == "-") {
@@ -109,7 +112,9 @@ class MergeCommand : public Command {
     }
     commitTogether({&target});
     text += target.summary();
-    if (output_ == "-") {
+    if (json_) {
+      session.out().write(jsonOf(files, headers, target));
+    } else if (output_ == "-") {
       session.remark(text);
     } else {
       session.out().write(text);
@@ -217,6 +222,29 @@ class MergeCommand : public Command {
     return text;
   }
 
+  std::string jsonOf(const std::vector<std::string>& files, const std::vector<FileHeaders>& headers,
+                     const RecordTarget& target) const {
+    std::string text;
+    JsonWriter json(text);
+    json.beginObject().key("schema").value("vesk.merge/1");
+    json.key("written").value(!dryRun_);
+    target.append(json);
+    json.key("style").value(styleName(mode_));
+    json.key("rowsLeftOut").value(rowClashes_).key("inputs").beginArray();
+    for (const std::string& file : files) json.value(file);
+    json.endArray().key("clashes").beginArray();
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      for (const HeaderUse& use : headers[i].all()) {
+        if (!use.isClash) continue;
+        json.beginObjectRow().key("file").value(files[i]).key("header").value(shownHeader(use.key));
+        json.key("elements").value(use.elements).key("becomes").value(shownHeader(use.newKey));
+        json.key("shift").value(use.shift).endObject();
+      }
+    }
+    json.endArray().endObject();
+    return text;
+  }
+
   std::string outcomeOf(const HeaderUse& use) const {
     const int first = use.counters.smallest();
     const int last = use.counters.largest();
@@ -236,6 +264,7 @@ class MergeCommand : public Command {
   bool strict_ = false;
   bool dryRun_ = false;
   bool noAttributes_ = false;
+  bool json_ = false;
   bool force_ = false;
   int mode_ = 0;
   std::uint64_t rowClashes_ = 0;

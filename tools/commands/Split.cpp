@@ -90,6 +90,8 @@ class SplitCommand : public Command {
          {"vesk split plant.dat --by size -o sizes -n", "only say which parts"}}};
   }
 
+  bool takesMixed() const override { return false; }
+
   void define(CLI::App& app) override {
     app.add_option("IN", input_, "record file; - is stdin")->required();
     app.add_option("--by", by_,
@@ -114,6 +116,7 @@ class SplitCommand : public Command {
         ->capture_default_str();
     app.add_flag("-n,--dry-run", dryRun_, "only say which parts there would be");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecar where it is");
+    app.add_flag("--json", json_, "one JSON document of what was done");
     app.add_flag("-f,--force", force_, "replace files that are there");
   }
 
@@ -128,7 +131,7 @@ class SplitCommand : public Command {
     for (Part& part : parts_) targets.push_back(&part.target);
     commitTogether(targets);
     if (made_) made_->keep();
-    session.out().write(summary());
+    session.out().write(json_ ? jsonOf() : summary());
     return exit;
   }
 
@@ -246,6 +249,21 @@ class SplitCommand : public Command {
     return records.exit();
   }
 
+  std::string jsonOf() const {
+    std::string text;
+    JsonWriter json(text);
+    json.beginObject().key("schema").value("vesk.split/1");
+    json.key("written").value(!dryRun_).key("input").value(input_);
+    json.key("by").value(by_).key("parts").beginArray();
+    for (const Part& part : parts_) {
+      json.beginObjectRow().key("of").value(part.value);
+      part.target.append(json);
+      json.endObject();
+    }
+    json.endArray().endObject();
+    return text;
+  }
+
   std::string summary() const {
     Table table({{"FILE", Table::Side::kLeft},
                  {"ELEMENTS", Table::Side::kRight},
@@ -270,6 +288,7 @@ class SplitCommand : public Command {
   std::size_t limit_ = 1000;
   bool dryRun_ = false;
   bool noAttributes_ = false;
+  bool json_ = false;
   bool force_ = false;
 
   std::array<std::optional<double>, 3> cells_;

@@ -37,6 +37,8 @@ class VersionCommand : public Command {
              {"vesk version --licences", "the libraries of others in this build"}}};
   }
 
+  bool takesMixed() const override { return false; }
+
   void define(CLI::App& app) override {
     CLI::Option* json = app.add_flag("--json", json_, "one JSON document");
     app.add_flag("--licences", licences_, "the licence of each library of others")->excludes(json);

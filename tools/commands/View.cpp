@@ -45,8 +45,9 @@ class ViewCommand : public Command {
             "paths, and texts are text; a .png is coloured by the kinds of elements. Drawings "
             "are as fine as can be seen at their size unless --quality or --tolerance is given.\n"
             "\n"
-            "The whole model is in memory: about 600 bytes for each element, here and in the "
-            "browser. The exit code is 1 if elements can't be read or drawn.",
+            "The whole model is in memory: about 700 bytes for each element of a page, here and in "
+            "the browser, and 3 KB for each of a drawing. The exit code is 1 if elements can't be "
+            "read or drawn.",
             {{"vesk view plant.dat", "look at it"},
              {"vesk view plant.dat --header P-1001 --context", "at one header, in its place"},
              {"vesk view zones/ -o plant.html", "a page to pass on"},

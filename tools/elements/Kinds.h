@@ -18,8 +18,15 @@ using Vesk::pluralOf;
 using Vesk::wordOf;
 using Vesk::wordsOf;
 
-// "fixed", "token", and "none" for 0.
+// Stands for the style of a file that has both.
+inline constexpr int kMixedStyle = -1;
+
+// "fixed", "token", "mixed", and "none" for 0.
 std::string_view styleName(int mode);
+
+// The style of a file of which an element has this one and those before had that, 0 if
+// there were none.
+int joinedStyle(int before, int mode);
 
 }  // namespace VeskTool
 

@@ -229,6 +229,7 @@ Exit forEachFile(Session& session, const std::vector<std::string>& files, int jo
 RecordsRead readRecords(const std::string& file, Session& session,
                         const std::function<void(Vesk::RecordFile&)>& take) {
   RecordsRead read;
+  int mode = 0;
   Vesk::RecordFile records = openRecords(file, read.count, session);
   for (;;) {
     const Vesk::RecordFile::Found found = records.next();
@@ -239,12 +240,13 @@ RecordsRead readRecords(const std::string& file, Session& session,
       if (records.mode() != 0) session.say(findingOf(records));
     } else {
       ++read.elements;
+      mode = joinedStyle(mode, records.mode());
       take(records);
     }
   }
   requireRecords(records, read.count, read.elements);
   read.name = records.name();
-  read.mode = records.mode();
+  read.mode = mode == kMixedStyle ? mode : records.mode();
   session.note(read.name + ": " + std::string(styleName(read.mode)) + " style, " +
                counted(read.elements, "element") + ", " + counted(read.count.lines, "line") + ", " +
                counted(read.count.bytes, "byte"));
@@ -252,7 +254,9 @@ RecordsRead readRecords(const std::string& file, Session& session,
 }
 
 Vesk::RecordFile openRecords(const std::string& file, InputCount& count, Session& session) {
-  return {std::make_unique<TextInput>(file, count, session.progress()), shownName(file)};
+  Vesk::RecordOptions options;
+  options.bothStyles = session.options().mixed;
+  return {std::make_unique<TextInput>(file, count, session.progress()), shownName(file), options};
 }
 
 void requireRecords(const Vesk::RecordFile& records, const InputCount& count,

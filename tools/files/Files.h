@@ -51,7 +51,7 @@ Exit forEachFile(Session& session, const std::vector<std::string>& files, int jo
 // What reading a record file came to.
 struct RecordsRead {
   std::string name;  // as messages show it
-  int mode = 0;      // the style; 0 for a file without elements
+  int mode = 0;      // the style, or kMixedStyle; 0 for a file without elements
   InputCount count;
   std::uint64_t elements = 0;
   std::uint64_t faults = 0;
@@ -64,7 +64,8 @@ struct RecordsRead {
 RecordsRead readRecords(const std::string& file, Session& session,
                         const std::function<void(Vesk::RecordFile&)>& take);
 
-// For those who read on by themselves. Opens a record file: `count` and the session outlive it.
+// For those who read on by themselves. Opens a record file, in both styles if the session's
+// options say so: `count` and the session outlive it.
 Vesk::RecordFile openRecords(const std::string& file, InputCount& count, Session& session);
 
 // To be called when next() has given kEnd: throws a Failure with Exit::kInput if

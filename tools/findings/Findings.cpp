@@ -172,7 +172,7 @@ void nameOtherStyle(Finding& finding, const Vesk::RecordFile& file) {
                     (isTokens ? " fixed columns, " : " tokens, ") +
                     counted(fault.lastLine - fault.firstLine + 1, "line");
   finding.expected.clear();
-  finding.hint = "a file has one style: cut it before this line, convert one part, join them";
+  finding.hint = "--mixed reads on in it, and vesk convert --mixed brings the file to one style";
 }
 
 }  // namespace

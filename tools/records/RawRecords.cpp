@@ -56,7 +56,7 @@ RawRecords::RawRecords(const std::string& file, Session& session, bool isQuiet)
             kept_ = source.get();
             return std::unique_ptr<Vesk::ByteSource>(std::move(source));
           }(),
-          shownName(file)),
+          shownName(file), {.bothStyles = session.options().mixed}),
       isQuiet_(isQuiet) {}
 
 bool RawRecords::next() {

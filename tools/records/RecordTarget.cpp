@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "terminal/Exit.h"
 #include "terminal/Terminal.h"
 #include "text/Numbers.h"
 
@@ -110,6 +111,16 @@ std::string RecordTarget::summary() const {
   return text + (isDryRun_ ? "; not written (--dry-run)\n" : "\n");
 }
 
+void RecordTarget::append(JsonWriter& json) const {
+  json.key("file").value(name_).key("attributes");
+  if (sidecarName_.empty()) {
+    json.null();
+  } else {
+    json.value(sidecarName_);
+  }
+  json.key("elements").value(elements_).key("rows").value(rows_);
+}
+
 void commitTogether(const std::vector<RecordTarget*>& targets) {
   // The records last: with these there, all is.
   std::vector<OutputFile*> files;
@@ -120,6 +131,11 @@ void commitTogether(const std::vector<RecordTarget*>& targets) {
     if (target->records_) files.push_back(&*target->records_);
   }
   commitTogether(files);
+}
+
+void refuseJsonBeside(const std::string& output) {
+  if (output == "-")
+    throw Failure(Exit::kUsage, "--json and -o - both want stdout", "-o OUT names a file");
 }
 
 void refuseSameRecords(const std::string& input, const std::string& output) {

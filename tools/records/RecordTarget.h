@@ -17,6 +17,7 @@
 #include "records/CounterSet.h"
 #include "sidecar/Sidecar.h"
 #include "terminal/Streams.h"
+#include "text/Json.h"
 
 namespace VeskTool {
 
@@ -90,6 +91,9 @@ class RecordTarget {
   // "out.dat: 12 elements; out.attributes.csv: 5 rows"
   std::string summary() const;
 
+  // The same as members of an object that has begun: file, attributes, elements, rows.
+  void append(JsonWriter& json) const;
+
   friend void commitTogether(const std::vector<RecordTarget*>& targets);
 
  private:
@@ -107,6 +111,9 @@ class RecordTarget {
 
 // All files of all targets appear, or none does.
 void commitTogether(const std::vector<RecordTarget*>& targets);
+
+// Throws a Failure with Exit::kUsage if both go to the standard output.
+void refuseJsonBeside(const std::string& output);
 
 // Throws a Failure with Exit::kUsage if what is written to this name would replace the
 // input or its sidecar.

@@ -23,6 +23,7 @@ struct CommonOptions {
   std::string progress = "auto";
   bool quiet = false;
   bool verbose = false;
+  bool mixed = false;  // for those that read records: both styles in one file
 };
 
 // What a command works with: the answer (standard output), the messages

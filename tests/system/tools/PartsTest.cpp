@@ -83,6 +83,43 @@ const PartCase kCases[] = {
      {{"x.dat", kText}},
      "1 element",
      ""},
+    {"ExtractInJson",
+     "extract --json plain.dat -o x.dat --header P-1",
+     0,
+     {{"x.dat", kPipe1 + kBend + kPipe2}},
+     "\"written\": true,\n  \"file\": \"x.dat\",\n  \"attributes\": null,\n  \"elements\": 3,",
+     ""},
+    {"ExtractInJsonNeedsAFile",
+     "extract --json plain.dat -o -",
+     2,
+     {},
+     "",
+     "--json and -o - both want stdout"},
+    {"SplitInJson",
+     "split --json -n plant.dat --by group -o parts",
+     0,
+     {},
+     "{\"of\": \"A1\", \"file\": \"parts/A1.dat\", \"attributes\": \"parts/A1.attributes.csv\", "
+     "\"elements\": 2, \"rows\": 1}",
+     ""},
+    {"MergeInJson",
+     "merge --json -n plain.dat pipe.dat -o x.dat",
+     0,
+     {},
+     "\"becomes\": \"P-1 01\", \"shift\": 3}",
+     ""},
+    {"EditInJson",
+     "edit --json -n plain.dat -o x.dat --rename P-1 P-7",
+     0,
+     {},
+     "{\"header\": \"P-1 01\", \"becomes\": \"P-7 01\", \"elements\": 3}",
+     ""},
+    {"EditDropsInJson",
+     "edit --json -n twice.dat -o x.dat --drop-duplicates",
+     0,
+     {},
+     "{\"line\": 2, \"kind\": \"cylinder\", \"like\": 1}",
+     ""},
     {"ExtractAKindButASize",
      "extract plain.dat -o x.dat --only pipe --not --size 60..61",
      0,
@@ -522,6 +559,7 @@ TEST_P(PartsTest, WritesTheseFilesAndNoOther) {
   writeFile("returns.dat", withReturns(kPlant));
   writeFile("pipes.dat", kPipe1 + kOther + kPipe2);
   writeFile("pipe.dat", kPipe1);
+  writeFile("twice.dat", kPipe1 + kPipe1);
   writeFile("other.dat", kOther);
   writeFile("later.dat", "P-2     02001    00c 0 0 0,0 0 7,60.3\n");
   writeFile("fixed.dat", kFixedPipe);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -57,9 +58,32 @@ constexpr SchemaCase kCases[] = {
     {"ListWithAttributes", "list", "list --json --attributes rows.csv Gpump.dat", 0},
     {"ShowWithAttributes", "show", "show --json --attributes rows.csv Gpump.dat:1", 0},
     {"Import", "import", "import --json S -o pump.dat", 0},
+    {"ListFiles", "list-files", "list --json Gpump.dat Gelements.columns.dat odd.dat", 0},
+    {"DiffFolders", "diff-folders", "diff --json one two", 1},
+    {"ImportReviewModel", "import-review", "import --json model.rvm -o model.dat", 0},
+    {"InfoOfBothStyles", "info", "info --json --mixed two/mixed.dat", 0},
+    {"CheckOfBothStyles", "check", "check --json --mixed two/mixed.dat", 0},
+    {"Extract", "extract", "extract --json Gpump.dat Gpump.dat -o x.dat --only bend", 0},
+    {"Split", "split", "split --json Gpump.dat --by kind -o parts", 0},
+    {"SplitDry", "split", "split --json -n Gelements.tokens.dat --by size -o parts", 0},
+    {"Merge", "merge", "merge --json Gpump.dat Gpump.dat -o x.dat", 0},
+    {"Edit", "edit",
+     "edit --json Gpump.dat -o x.dat --drop-duplicates --group P-1001-6 07 --renumber elements", 0},
     {"Explain", "explain", "explain --json", 0},
     {"Version", "version", "version --json", 0},
 };
+
+const std::string kPipe = "P-1     01001    00c 0 0 0,1000 0 0,100\n";
+const std::string kFixedPipe =
+    "60    01  P-1     001CYL    0.000    0.000    0.000 1000.000    0.000    0.000  100.000\n";
+
+// A cylinder in a group.
+const std::string kReviewModel =
+    "HEAD\n 1 2\na plant\na note\ntoday\nsomeone\nMODL\n 1 1\nPROJECT\nMODEL\n"
+    "CNTB\n 1 2\n/PLANT\n 0 0 0\n 9\n"
+    "PRIM\n 1 1\n 8\n 0.001 0 0 168\n 0 0.001 0 155\n 0 0 0.001 49\n"
+    " -725.7 -725.7 -67.45\n 725.7 725.7 67.45\n 725.7 134.9\n"
+    "CNTE\n 1 1\nEND:\n 1 1\n";
 
 class SchemaTest : public testing::TestWithParam<SchemaCase> {};
 
@@ -69,6 +93,13 @@ TEST_P(SchemaTest, DocumentKeepsIt) {
   writeFile("rows.csv", "f1,f2,first,last,item-code,description\nP-1001-6,01,1,9,C-1,PIPE\n");
   writeFile("odd.dat", "P-\xFF\xC3\xA4   01001    00c 0 0 0,0 0 1000,100\n");
   writeFile("bad.dat", "P-1     01001    00c 0 0 0,0 0 1000x,100\n");
+  writeFile("model.rvm", kReviewModel);
+  std::filesystem::create_directories("one");
+  std::filesystem::create_directories("two");
+  for (const char* name : {"one/pump.dat", "two/pump.dat", "one/only.dat"})
+    std::filesystem::copy_file(golden("pump.dat"), name);
+  writeFile("two/mixed.dat", kPipe + kFixedPipe);
+  writeFile("one/mixed.dat", kPipe);
   const SchemaCase& each = GetParam();
   std::string arguments;
   for (const char* c = each.arguments; *c != '\0'; ++c) {

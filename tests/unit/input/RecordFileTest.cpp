@@ -354,6 +354,67 @@ TEST(RecordFileTest, StyleCanBeForced) {
   EXPECT_EQ(findings(kCylColumns, {kFixedColumns, false}), Findings{"CYL 1-1"});
 }
 
+struct JoinedRow {
+  const char* name;
+  std::string text;
+  Findings found;
+};
+
+void PrintTo(const JoinedRow& row, std::ostream* out) { *out << row.name; }
+
+const std::string kCylBroken = fixedLine("60", "CYL", fields("1 2 3 1 2 13") + "x\n");
+
+// Files of both styles, joined; what each line is follows from the layouts.
+const JoinedRow kJoined[] = {
+    {"TokensThenColumns", kCylTokens + kCylColumns, {"c  1-1", "CYL 2-2"}},
+    {"ColumnsThenTokens", kCylColumns + kCylTokens, {"CYL 1-1", "c  2-2"}},
+    {"ThereAndBack",
+     kRed60 + kRed61 + kBoxTokens + kCylColumns + kTextTokens + tokenLine("01", "x ", "ab\n") +
+         kRed60 + kRed61,
+     {"RED 1-2", "b  3-3", "CYL 4-4", "x  5-6", "RED 7-8"}},
+    {"BehindTagLines",
+     kBoxTokens + tokenLine("00", "be", "ed a\n") + kRed60 + kRed61 +
+         fixedLine("63", "RED", "    *a*\n") + kBoxTokens,
+     {"b  1-2", "RED 3-5", "b  6-6"}},
+    {"BehindStrayLines",
+     kCylTokens + "x\n\n" + kCylColumns,
+     {"c  1-1", "f:2:2: no line number; expected the first line of a record", "CYL 4-4"}},
+    {"DamagedAtTheSeam",
+     kCylTokens + kCylBroken + kCylColumns,
+     {"c  1-1", "f:2:80: 55 characters of numbers; expected 7 numbers of nine characters",
+      "CYL 3-3"}},
+    {"CutOff",
+     kCylTokens + kCylColumns.substr(0, kCylColumns.size() - 1),
+     {"c  1-1", "f:2:88: file cut off; expected the end of the line"}},
+};
+
+class JoinedFiles : public testing::TestWithParam<JoinedRow> {};
+
+TEST_P(JoinedFiles, AreReadInBothStyles) {
+  const JoinedRow& row = GetParam();
+  EXPECT_EQ(findings(row.text, {.bothStyles = true}), row.found);
+  RecordOptions options;
+  options.bothStyles = true;
+  for (const std::size_t size : {1u, 7u, 4096u}) {
+    RecordFile file(std::make_unique<PieceSource>(row.text, size), "f", options);
+    EXPECT_EQ(findings(file), row.found);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(RecordFileTest, JoinedFiles, testing::ValuesIn(kJoined),
+                         [](const auto& each) { return each.param.name; });
+
+TEST(RecordFileTest, JoinedFileHasTheStyleOfWhatWasFound) {
+  const std::string text = kCylTokens + kCylColumns + kCylTokens;
+  RecordFile file(std::make_unique<TextSource>(text), "f", {.bothStyles = true});
+  for (const std::int32_t mode : {kTokens, kFixedColumns, kTokens}) {
+    ASSERT_EQ(file.next(), RecordFile::Found::kElement);
+    EXPECT_EQ(file.mode(), mode);
+    EXPECT_EQ(static_cast<Cyl*>(file.element().geo)->diameter, mode == kTokens ? 200.0 : 4.5);
+  }
+  EXPECT_EQ(file.next(), RecordFile::Found::kEnd);
+}
+
 TEST(RecordFileTest, ReadsFromPathsAndStreams) {
   const auto path =
       (std::filesystem::temp_directory_path() /

@@ -143,12 +143,14 @@ class EditCommand : public Command {
         ->type_name("HEADER NEW")
         ->default_str("none")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
     app.add_option("--group", groups_, "these headers move to the group F2, 2 characters at most")
         ->type_name("HEADER F2")
         ->default_str("none")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
     app.add_flag("--drop-duplicates", dropsDuplicates_,
                  "leave out each element that has the shape of one before it (V204 of check)");
     app.add_option("--sort", sort_,

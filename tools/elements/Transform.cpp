@@ -58,7 +58,8 @@ void Transform::define(CLI::App& app) {
       ->type_name("AXIS,DEG")
       ->default_str("none")
       ->take_all()
-      ->expected(1);
+      ->expected(1)
+      ->allow_extra_args(false);
   app.add_option("--move", moveWord_, "then shift, in the unit of the file")
       ->type_name("X,Y,Z")
       ->default_str("0,0,0");

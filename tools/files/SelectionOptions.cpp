@@ -73,6 +73,7 @@ void SelectionOptions::define(CLI::App& app, Beside beside) {
                            ->default_str("all")
                            ->take_all()
                            ->expected(1)
+                           ->allow_extra_args(false)
                            ->group(kGroup));
   }
   not_ = app.add_flag("--not", negates_, "before one of these: all but that")

@@ -41,6 +41,13 @@ constexpr RunCase kRuns[] = {
      "joined.dat:4: error: from line 4 fixed columns, 2 lines [V011]\n"},
     {"TheOtherStyleIsAFinding", "check joined.dat", 1,
      "joined.dat:4: error: from line 4 fixed columns, 2 lines", ""},
+    // An option takes one value each time: what stands behind it is a file.
+    {"FilesBehindASelection", "list --only pipe good.dat old/same.dat", 0, "old/same.dat:\n", ""},
+    {"FilesBehindTwoSelections", "info --header P-1 --not --only box good.dat old/same.dat", 0,
+     "old/same.dat\n", ""},
+    {"FilesBehindATurn", "convert --rotate z,90 --rotate x,90 good.dat turned.dat", 0, "", ""},
+    {"FilesBehindANewName", "edit -o x.dat --group P-1 07 --rename P-1 P-2 good.dat", 0,
+     "P-1 01 becomes P-2 07", ""},
     {"TheHintToTheOtherStyle", "info joined.dat", 1, "elements  3\n", "--mixed reads on in it"},
     {"BothStylesAreReadIfAsked", "info --mixed joined.dat", 0, "style     mixed\n  elements  5\n",
      ""},

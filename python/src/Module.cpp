@@ -5,9 +5,11 @@
 #include <string>
 #include <system_error>
 
+#include "Judging.h"
 #include "Measuring.h"
 #include "Plant.h"
 #include "select/Pattern.h"
+#include "terminal/Exit.h"
 #include "vesk/ExceptionInfo.h"
 
 namespace VeskPython {
@@ -28,6 +30,9 @@ void translate(std::exception_ptr thrown) {
     if (thrown) std::rethrow_exception(thrown);
   } catch (const std::system_error& error) {
     raise(error);
+  } catch (const VeskTool::Failure& error) {
+    const std::string hint = error.hint.empty() ? "" : "; " + error.hint;
+    PyErr_SetString(PyExc_ValueError, (error.what() + hint).c_str());
   } catch (const std::out_of_range& error) {
     PyErr_SetString(PyExc_ValueError, error.what());
   } catch (const Vesk::ExceptionInfo& error) {
@@ -49,4 +54,5 @@ PYBIND11_MODULE(_vesk, module) {
   VeskPython::defineWriting(module);
   VeskPython::defineQuerying(module);
   VeskPython::defineMeasuring(module);
+  VeskPython::defineJudging(module);
 }

@@ -11,6 +11,7 @@ Lengths are in the unit of the file, by custom millimetres; angles are degrees w
 are asked for. See docs/python.md.
 """
 
+from ._judging import Clashes, Differences, Finding, Findings
 from ._model import (
     Boxes,
     Cones,
@@ -33,12 +34,16 @@ from ._writing import Writer, write
 
 __all__ = [
     "Boxes",
+    "Clashes",
     "Cones",
     "Cylinders",
+    "Differences",
     "Elbows",
     "Elements",
     "Fault",
     "Faults",
+    "Finding",
+    "Findings",
     "Header",
     "Headers",
     "Model",

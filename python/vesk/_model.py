@@ -5,12 +5,13 @@ from __future__ import annotations
 
 import math
 from collections.abc import Sequence
-from typing import Any, ClassVar, NamedTuple, Optional, Union
+from typing import Any, ClassVar, NamedTuple, Optional, Union, cast
 
 import numpy as np
 import numpy.typing as npt
 
 from . import _vesk
+from ._judging import Clashes, Differences, Finding, Findings, made
 
 Floats = npt.NDArray[np.float64]
 Ints = npt.NDArray[np.int32]
@@ -516,6 +517,73 @@ class Model:
         from ._tables import dataframe
 
         return dataframe(self)
+
+    def _places(self) -> tuple[Longs, Longs]:
+        """File and line of each element in the order of the files."""
+        file = np.zeros(len(self), dtype=np.int64)
+        line = np.zeros(len(self), dtype=np.int64)
+        for each in self.kinds():
+            at = np.flatnonzero(self.order == each.code)
+            file[at], line[at] = each.file, each.line
+        return file, line
+
+    def check(
+        self, *, joints: bool = False, tolerance: float = 0.1, reach: float = 10.0
+    ) -> Findings:
+        """What `vesk check` finds in the model as one record file of its style.
+
+        joints     ends of pipes that do not meet as well
+        tolerance  how far apart the ends of a joint may be
+        reach      ends further apart have nothing to do with each other
+
+        What could not be read is in `faults`. Attributes beside the files are not looked
+        at. A line that a message names is that of the model as it would be written.
+        """
+        style = STYLES[self.style]
+        rows = _vesk.check(self.table(), style, joints, tolerance, reach)
+        files, lines = self._places()
+        findings = []
+        for element, behind, column, code, severity, message, expected in rows:
+            known = element >= 0
+            file = self.files[files[element]] if known and self.files else ""
+            line = int(lines[element]) if known else 0
+            line += behind if line else 0
+            findings.append(
+                Finding(file, line, column, code, severity, message, expected, element)
+            )
+        return Findings(findings)
+
+    def joints(self, *, tolerance: float = 0.1, reach: float = 10.0) -> Findings:
+        """The findings of check that are about joints: V201 to V207 but for V204."""
+        found = self.check(joints=True, tolerance=tolerance, reach=reach)
+        return Findings(each for each in found if each.code[:2] == "V2" and each.code != "V204")
+
+    def clash(
+        self,
+        *,
+        between: str = "headers",
+        clearance: float = 0.0,
+        tolerance: float = 0.1,
+        strict: bool = False,
+        ignore: Sequence[tuple[str, str]] = (),
+    ) -> Clashes:
+        """Solids and faces that are in each other's way, as `vesk clash` finds them.
+
+        between    "elements", "headers", "lines" (headers of the same F1) or "files"
+        clearance  what is nearer than this is told as well
+        tolerance  what is no deeper than this only touches
+        strict     tell pipes that end inside another as well
+        ignore     pairs of patterns for headers that may clash
+        """
+        table = _vesk.clash(
+            self.table(), list(self.files), between, clearance, tolerance, strict, list(ignore)
+        )
+        return cast(Clashes, made(Clashes, table))
+
+    def diff(self, other: Model, *, tolerance: float = 0.01) -> Differences:
+        """Which elements of `other` are those of this model, by header, kind and nearness."""
+        table = _vesk.diff(self.table(), other.table(), tolerance)
+        return cast(Differences, made(Differences, table))
 
     @property
     def nbytes(self) -> int:

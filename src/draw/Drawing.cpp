@@ -46,6 +46,51 @@ struct Box {
 
 double lengthOf(const ScreenPoint& p) { return std::sqrt(p.x * p.x + p.y * p.y); }
 
+// Of a label as it lies, with its line and what stands above it.
+Box boxOf(const Label& label) {
+  const double width = label.width > 0.0 ? label.width : StrokeFont::widthOf(label.text);
+  const ScreenPoint end = label.place + label.along * width;
+  const std::array<ScreenPoint, 4> corners{label.place, end, label.place + label.up,
+                                           end + label.up};
+  const auto [left, right] = std::minmax({corners[0].x, corners[1].x, corners[2].x, corners[3].x});
+  const auto [top, bottom] = std::minmax({corners[0].y, corners[1].y, corners[2].y, corners[3].y});
+  return {left, top, right, bottom};
+}
+
+// How many labels lie over each of the fields of a drawing, 64 by 64.
+class Heaps {
+ public:
+  Heaps(int width, int height) : width_(width), height_(height), fields_(kFields * kFields) {}
+
+  // Adds one; false if as many as the limit lie where it would, taken over all of its fields.
+  bool add(const Box& box, int limit) {
+    const auto field = [](double place, int size) {
+      return static_cast<std::size_t>(std::clamp(place / size * kFields, 0.0, kFields - 1.0));
+    };
+    const std::size_t left = field(box.left, width_);
+    const std::size_t right = field(box.right, width_);
+    const std::size_t top = field(box.top, height_);
+    const std::size_t bottom = field(box.bottom, height_);
+    const auto forEach = [&](auto visit) {
+      for (std::size_t y = top; y <= bottom; ++y) {
+        for (std::size_t x = left; x <= right; ++x) visit(fields_[y * kFields + x]);
+      }
+    };
+    std::int64_t room = 0;
+    forEach([&](int count) { room += limit - count; });
+    if (room <= 0) return false;
+    forEach([](int& count) { ++count; });
+    return true;
+  }
+
+ private:
+  static constexpr std::size_t kFields = 64;
+
+  int width_;
+  int height_;
+  std::vector<int> fields_;
+};
+
 // The largest of 1, 2 and 5 times a power of ten that is not above the limit.
 double roundLength(double limit) {
   double power = std::pow(10.0, std::floor(std::log10(limit)));
@@ -138,6 +183,7 @@ double Drawing::haloOf(const Label& label) const {
 
 void Drawing::addLabels(const std::vector<bool>& isSeen) {
   std::vector<Box> taken;
+  Heaps heaps(style_.width, style_.height);
   const std::vector<bool> isFar = farTextsOf(scene_);
   farTexts_ = static_cast<std::size_t>(std::count(isFar.begin(), isFar.end(), true));
   for (std::size_t i = 0; i < scene_.texts.size(); ++i) {
@@ -170,6 +216,10 @@ void Drawing::addLabels(const std::vector<bool>& isSeen) {
       const auto overlaps = [&](const Box& other) { return box.overlaps(other); };
       if (std::any_of(taken.begin(), taken.end(), overlaps)) continue;
       taken.push_back(box);
+    }
+    if (!heaps.add(boxOf(label), kMostOverEachOther)) {
+      ++buriedTexts_;
+      continue;
     }
     labels_.push_back(std::move(label));
   }

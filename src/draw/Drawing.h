@@ -56,9 +56,12 @@ struct Label {
 // What stands where in a drawing, before it becomes a picture or a vector file.
 //
 // A text lies in its plane as in the model where it can be read so, and else
-// stands level. Of level ones that would lie over each other the first stays.
+// stands level. Of level ones that would lie over each other the first stays, of
+// others the first hundred: more would be painted for nobody.
 class Drawing {
  public:
+  static constexpr int kMostOverEachOther = 100;
+
   // Pixels for a unit of the scene, as a drawing of this style has them.
   static double scaleOf(const Scene& scene, const DrawingStyle& style);
 
@@ -81,6 +84,9 @@ class Drawing {
 
   // Texts that are too far off to be in the drawing.
   std::size_t farTexts() const { return farTexts_; }
+
+  // Texts that are left out because a hundred others lie where they would.
+  std::size_t buriedTexts() const { return buriedTexts_; }
   const std::vector<InkLine>& scaleBar() const { return scaleBar_; }
   const std::vector<InkLine>& axes() const { return axes_; }
 
@@ -117,6 +123,7 @@ class Drawing {
   std::vector<Dot> dots_;
   std::vector<Label> labels_;
   std::size_t farTexts_ = 0;
+  std::size_t buriedTexts_ = 0;
   std::vector<InkLine> scaleBar_;
   std::vector<InkLine> axes_;
 };

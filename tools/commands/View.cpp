@@ -163,17 +163,22 @@ class ViewCommand : public Command {
       writePng(out, Vesk::paint(drawing, drawing_.hasFaces()));
     }
     out.commit();
-    if (drawing.farTexts() > 0) {
-      session.warning(grouped(drawing.farTexts()) +
-                      (drawing.farTexts() == 1 ? " text lies" : " texts lie") +
-                      " far from all else and would shrink the plant: left out");
-    }
+    sayLeftOut(drawing.farTexts(), "far from all else and would shrink the plant", session);
+    sayLeftOut(drawing.buriedTexts(),
+               "where " + std::to_string(Vesk::Drawing::kMostOverEachOther) + " others do",
+               session);
     if (target_.output == "-") return exit;
     const std::size_t count = scene.elements.size();
     session.out().write(target_.output + ": " + grouped(count) +
                         (count == 1 ? " element, " : " elements, ") + std::to_string(style.width) +
                         " x " + std::to_string(style.height) + " pixels\n");
     return exit;
+  }
+
+  static void sayLeftOut(std::size_t texts, const std::string& where, Session& session) {
+    if (texts == 0) return;
+    session.warning(grouped(texts) + (texts == 1 ? " text lies " : " texts lie ") + where +
+                    ": left out");
   }
 
   // What a temporary file is called.

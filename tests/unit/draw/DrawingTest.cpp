@@ -183,6 +183,38 @@ TEST(DrawingArea, TextsFarOffDoNotShrinkThePlant) {
   }
 }
 
+struct HeapCase {
+  const char* name;
+  std::size_t texts;
+  double apart;  // from one text to the next, along x; a text is 400 wide
+  std::size_t drawn;
+};
+
+// A drawing of 900 shows 1200 as 828 pixels, so a text takes 276 by 69 of them.
+const HeapCase kHeaps[] = {
+    {"AHundredAtOnePlace", 100, 0, 100},
+    {"OfMoreTheFirstHundredStay", 101, 0, 100},
+    {"OfThousands", 8000, 0, 100},
+    {"BesideEachOtherAllStay", 3, 400, 3},
+    // 400 / 5.333: 75 lie over each other.
+    {"ARowThatNoHundredShare", 150, 5.333, 150},
+};
+
+TEST(DrawingTexts, AreLeftOutWhereAHundredOthersLie) {
+  for (const HeapCase& each : kHeaps) {
+    Model model{box({0, 0, 0}, {1200, 100, 1200})};
+    for (std::size_t i = 0; i < each.texts; ++i) {
+      model.push_back(
+          text({static_cast<double>(i) * each.apart, -1, 500}, std::to_string(i % 10) + "NOT"));
+    }
+    const Scene scene = sceneOf(model);
+    const Drawing drawing(scene, plainStyle("front", 900, 900));
+    EXPECT_EQ(drawing.labels().size(), each.drawn) << each.name;
+    EXPECT_EQ(drawing.buriedTexts(), each.texts - each.drawn) << each.name;
+    EXPECT_EQ(drawing.labels().front().text, "0NOT") << each.name;
+  }
+}
+
 TEST(DrawingArea, TextsAloneAreNotFar) {
   const Model texts{text({0, 0, 0}, "A"), text({1e6, 0, 0}, "B")};
   EXPECT_EQ(farTextsOf(sceneOf(texts)), std::vector<bool>(2, false));

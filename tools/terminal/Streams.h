@@ -125,7 +125,7 @@ class OutputFile : public TextSink {
 
  private:
   [[noreturn]] void fail(int number) const;
-  void flush();
+  void flush() override;
   void reopen();
   void discard();
 

@@ -11,7 +11,7 @@ set(from ${PROJECT_SOURCE_DIR}/cmake/packages)
 set(to ${PROJECT_BINARY_DIR}/texts)
 file(MAKE_DIRECTORY ${to}/tools)
 include(${PROJECT_SOURCE_DIR}/cmake/Released.cmake)
-execute_process(COMMAND date -u -R -d "${VESK_RELEASED} 12:00" OUTPUT_VARIABLE VESK_RELEASED
+execute_process(COMMAND date -u -R -d "${VESK_RELEASED} 00:00" OUTPUT_VARIABLE VESK_RELEASED
   OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 configure_file(${from}/changelog.in ${to}/changelog @ONLY)
 compressed(${to}/changelog ${to}/changelog.gz)

@@ -25,7 +25,7 @@ endif()
 # The files of a package have the time of its release: two packages of it are the same.
 include(${PROJECT_SOURCE_DIR}/cmake/Released.cmake)
 if(CMAKE_HOST_UNIX)
-  execute_process(COMMAND date -u -d "${VESK_RELEASED} 12:00" +%s OUTPUT_VARIABLE CPACK_VESK_TIME
+  execute_process(COMMAND date -u -d "${VESK_RELEASED} 00:00" +%s OUTPUT_VARIABLE CPACK_VESK_TIME
     OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 endif()
 

@@ -18,6 +18,8 @@ import subprocess
 import sys
 import tempfile
 
+from vectors import add, cross, dot, sub, times, unit
+
 VESK, SAMPLE = pathlib.Path(sys.argv[1]).resolve(), sys.argv[2]
 FIRST_SEED = int(sys.argv[3]) if len(sys.argv) > 3 else 1
 FILES = int(sys.argv[4]) if len(sys.argv) > 4 else 40
@@ -34,30 +36,6 @@ checked = {}
 
 
 # ---------------------------------------------------------------- vectors
-
-def add(a, b, factor=1.0):
-    return tuple(x + factor * y for x, y in zip(a, b))
-
-
-def sub(a, b):
-    return add(a, b, -1.0)
-
-
-def times(a, factor):
-    return tuple(x * factor for x in a)
-
-
-def dot(a, b):
-    return sum(x * y for x, y in zip(a, b))
-
-
-def cross(a, b):
-    return (a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0])
-
-
-def unit(a):
-    return times(a, 1.0 / math.hypot(*a))
-
 
 def near(a, b, limit=NEAR):
     return math.dist(a, b) <= limit

@@ -19,6 +19,8 @@ import subprocess
 import sys
 import tempfile
 
+from vectors import add, cross, dot, sub, times, unit
+
 VESK = pathlib.Path(sys.argv[1]).resolve()
 FIRST_SEED = int(sys.argv[2]) if len(sys.argv) > 2 else 1
 PLANTS = int(sys.argv[3]) if len(sys.argv) > 3 else 3
@@ -32,30 +34,6 @@ def expect(what, got, wanted, relative=0.0):
     good = abs(got - wanted) <= relative * abs(wanted) + 1e-9 if relative else got == wanted
     if not good:
         faults.append(f"{what}: {got!r}, not {wanted!r}"[:400])
-
-
-def add(a, b, factor=1.0):
-    return tuple(x + factor * y for x, y in zip(a, b))
-
-
-def sub(a, b):
-    return add(a, b, -1.0)
-
-
-def times(a, factor):
-    return tuple(x * factor for x in a)
-
-
-def dot(a, b):
-    return sum(x * y for x, y in zip(a, b))
-
-
-def cross(a, b):
-    return (a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0])
-
-
-def unit(a):
-    return times(a, 1.0 / math.hypot(*a))
 
 
 def text_of(number, decimals):

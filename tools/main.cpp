@@ -38,7 +38,7 @@ Command& needCommand(const Commands& commands, const std::string& name) {
   for (const auto& command : commands) names.emplace_back(command->text().name);
   const std::string nearest = didYouMean(name, names);
   throw Failure(Exit::kUsage, "there is no command \"" + name + "\"",
-                nearest.empty() ? "vesk --help names them all" : nearest);
+                nearest.empty() ? "vesk --help lists them all" : nearest);
 }
 
 void defineCommon(CLI::App& app, const Command& command, CommonOptions& options) {
@@ -83,7 +83,7 @@ std::string plainUsage(const std::string& text) {
   const std::size_t equals = text.rfind(kEquals);
   if (text.starts_with(kConvert) && equals != text.npos) {
     return text.substr(kConvert.size(), equals - kConvert.size()) + ": \"" +
-           text.substr(equals + kEquals.size()) + "\" is no whole number from 0 on";
+           text.substr(equals + kEquals.size()) + "\" is not a whole number of 0 or more";
   }
   const std::size_t list = text.rfind(" not in {");
   const std::size_t colon = text.find(": ");
@@ -93,7 +93,7 @@ std::string plainUsage(const std::string& text) {
       names.insert(i + 1, 1, ' ');
     }
     return text.substr(0, colon + 2) + '"' + text.substr(colon + 2, list - colon - 2) +
-           "\" is none of these: " + names;
+           "\" is not one of these: " + names;
   }
   const std::size_t range = text.find(" not in range ");
   const std::size_t value = text.find("Value ");
@@ -102,9 +102,9 @@ std::string plainUsage(const std::string& text) {
     constexpr std::size_t kLongBounds = 40;
     const std::string bounds = text.substr(range + 14);
     const std::string what =
-        bounds.size() > kLongBounds ? "whole number from 0 on" : "whole number in " + bounds;
-    return text.substr(0, value) + '"' + text.substr(value + 6, range - value - 6) + "\" is no " +
-           what;
+        bounds.size() > kLongBounds ? "whole number of 0 or more" : "whole number in " + bounds;
+    return text.substr(0, value) + '"' + text.substr(value + 6, range - value - 6) +
+           "\" is not a " + what;
   }
   const std::size_t missing = text.find(" required ");
   if (text.ends_with(" missing") && missing != text.npos && colon != text.npos) {
@@ -115,7 +115,7 @@ std::string plainUsage(const std::string& text) {
 
 // What is wrong with the words, as a Failure.
 Failure usageFailure(const CLI::ParseError& error, const CLI::App& app, std::string_view command) {
-  const std::string more = "vesk " + std::string(command) + " --help tells more";
+  const std::string more = "vesk " + std::string(command) + " --help explains its options";
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
     const std::vector<std::string> words = app.remaining();
     const std::string& word = words.empty() ? std::string() : words.front();
@@ -168,10 +168,10 @@ bool answerAboutTool(const FirstWords& first, const Commands& commands, Answer& 
       answer.write(helpOfTool(commands));
     } else if (first.rest.front() == "help") {
       answer.write(
-          "vesk help            names all commands\n"
-          "vesk help COMMAND    gives examples and options of a command\n"
-          "vesk help selection  tells which elements a command is about\n"
-          "vesk help formats    tells what formats of others keep and lose\n");
+          "vesk help            lists all commands\n"
+          "vesk help COMMAND    shows the examples and options of a command\n"
+          "vesk help selection  explains how to choose elements\n"
+          "vesk help formats    explains what other formats keep and lose\n");
     } else if (first.rest.front() == "selection") {
       answer.write(selectionHelp());
     } else if (first.rest.front() == "formats") {
@@ -247,7 +247,7 @@ Exit runTool(const std::vector<std::string>& words) {
     const FirstWords first = splitWords(words);
     if (answerAboutTool(first, commands, answer)) return Exit::kDone;
     if (first.command.empty()) {
-      throw Failure(Exit::kUsage, "a command is missing", "vesk --help names them all");
+      throw Failure(Exit::kUsage, "a command is missing", "vesk --help lists them all");
     }
     Command& command = needCommand(commands, first.command);
     return runCommand(first, command, answer, options, progress);

@@ -127,8 +127,8 @@ void Decision::exchange(bool toInches) {
   Values& values = toInches ? millimetres_ : inches_;
   const Value& first = values.begin()->second;
   messages_.add(Severity::kWarning, first.line,
-                toInches ? "UNITS-BORE MM with bores that only inches can be: taken for inches"
-                         : "UNITS-BORE INCH with bores that only millimetres can be: taken for "
+                toInches ? "UNITS-BORE MM with bores that only inches can be: taken as inches"
+                         : "UNITS-BORE INCH with bores that only millimetres can be: taken as "
                            "millimetres",
                 ", " + textOf(values.begin()->first) + " to " + textOf(values.rbegin()->first));
   for (Point& point : plan_.points) {
@@ -175,9 +175,9 @@ void Decision::settle(double bore, Value& value, bool isInches) {
       messages_.add(Severity::kWarning, value.line,
                     isDiameter
                         ? "bore 88.9 is the diameter of 3 inches or 3 1/2 inches in millimetres: "
-                          "taken for the diameter; --bores inches takes it for inches"
+                          "taken as the diameter; --bores inches takes it as inches"
                         : "bore 101.6 is 4 inches in millimetres or the diameter of 3 1/2 inches: "
-                          "taken for 4 inches; --bores diameter takes it for the diameter");
+                          "taken as 4 inches; --bores diameter takes it as the diameter");
     }
     value.outside = isDiameter ? value.diameter : value.inches;
     return;
@@ -263,7 +263,7 @@ void Decision::sayUnknown() {
     }
   }
   if (count == 0) return;
-  messages_.add(Severity::kNote, line, "bores of no table are drawn as they are",
+  messages_.add(Severity::kNote, line, "bores that are in no table are drawn as they are",
                 ": " + list + (count > 5 ? " ..." : ""));
 }
 

@@ -147,7 +147,7 @@ void Importer::FileDrawing::draw(const Component& component) {
     finish(component, Outcome::kNothing);
   } else if (component.isRepeated) {
     if (meaning != Word::kWeld)
-      add(Severity::kNote, component, "the same stands in the file before; drawn once");
+      add(Severity::kNote, component, "the same component is already in this file; drawn once");
     finish(component, Outcome::kNothing, "drawn before");
   } else if (meaning == Word::kMessage) {
     drawMessage(component);
@@ -177,7 +177,7 @@ void Importer::FileDrawing::put(const Drawn& drawn, Family family) {
 
 void Importer::FileDrawing::drawBody(const Component& component) {
   if (component.isInAFileBefore)
-    add(Severity::kNote, component, "the same stands in a file before; drawn for both");
+    add(Severity::kNote, component, "the same component is in an earlier file; drawn for both");
   const Resolved resolved = resolver_.resolve(component);
   if (!resolved.failure.empty()) {
     finish(component, Outcome::kNotDrawn, resolved.failure);
@@ -259,7 +259,7 @@ void Importer::FileDrawing::putTexts(const Component& component,
   for (const std::string& whole : texts) {
     std::string text(cutUtf8(whole, kLongestText));
     if (text.size() < whole.size())
-      add(Severity::kNote, component, "its text is cut behind 512 bytes");
+      add(Severity::kNote, component, "its text is cut off after 512 bytes");
     std::replace_if(
         text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
     put(Txt(at, {1, 0, 0}, {0, 0, 1}, kTextHeight * 0.6, kTextHeight, 1, 0, std::move(text)));
@@ -275,7 +275,7 @@ bool Importer::add(std::string_view name, std::string bytes) {
   Plan plan = readPlan(std::move(bytes), messages_);
   if (!hasComponents(plan)) {
     messages_.add(Severity::kError, 0,
-                  "this is no piping component file: a component begins with its name, PIPE or "
+                  "this is not a piping component file: a component begins with its name, PIPE or "
                   "ELBOW, and has points below it");
     return false;
   }

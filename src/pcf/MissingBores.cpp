@@ -93,10 +93,9 @@ void Filling::fillByAnyOther(const Component& component) {
   for (Point& point : plan_.pointsOf(component)) {
     if (!isLineEnd(point) || point.outside > 0) continue;
     point.outside = widest;
-    messages_.add(
-        Severity::kWarning, component.line,
-        plan_.kindOf(component).word +
-            ": expected a bore behind each of its points; the one given is taken for all");
+    messages_.add(Severity::kWarning, component.line,
+                  plan_.kindOf(component).word +
+                      ": expected a bore after each of its points; the one given is taken for all");
   }
 }
 

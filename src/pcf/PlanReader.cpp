@@ -194,7 +194,7 @@ void Reader::readUnits(bool ofBores, std::string_view value) {
   if (unit == nullptr) {
     say(Severity::kError,
         std::string(ofBores ? "UNITS-BORE" : "UNITS-CO-ORDS") +
-            ": taken for millimetres; expected MM or INCH",
+            ": taken as millimetres; expected MM or INCH",
         ", found \"" + harmless(name) + '"');
   }
   (ofBores ? bore_ : coordinate_) = unit == nullptr ? Unit{} : *unit;
@@ -218,7 +218,7 @@ void Reader::readMargin(const KeyValue& entry) {
       } else if (isOpen()) {
         if (meaning == Word::kPoint)
           say(Severity::kNote,
-              word + ": expected to be indented; taken for a part of the component above");
+              word + ": expected to be indented; taken as a part of the component above");
         readAttribute(entry);
       } else if (meaning == Word::kPoint) {
         readAttribute(entry);
@@ -345,7 +345,7 @@ void Reader::close(std::size_t end) {
   const Word meaning = plan_.kindOf(component).meaning;
   const bool isHeader = meaning == Word::kUnknown || (meaning == Word::kBody && isWithValue_);
   if (!isHeader || component.points > 0 || component.isDamaged) return;
-  messages_.add(Severity::kQuiet, component.line, "unknown word, taken for a header",
+  messages_.add(Severity::kQuiet, component.line, "unknown word, taken as a header",
                 ": \"" + harmless(plan_.kindOf(component).word) + '"');
   plan_.components.pop_back();
   below_ = Below::kHeader;

@@ -109,7 +109,7 @@ void Resolver::requireBores(Resolved& resolved) const {
   const auto hasNone = [](const End& end) { return !(end.outside > 0); };
   if (std::any_of(resolved.part.ends.begin(), resolved.part.ends.end(), hasNone) ||
       std::any_of(resolved.part.branches.begin(), resolved.part.branches.end(), hasNone))
-    resolved.failure = "expected a bore behind a point, found none";
+    resolved.failure = "expected a bore after a point, found none";
 }
 
 // What branches and lacks an end would be drawn without it.
@@ -194,7 +194,7 @@ void Resolver::resolveReducer(Resolved& resolved, const Points& points,
   const GeVector line = isNull(part.ends[1].line) ? part.ends[0].line : part.ends[1].line;
   const GeVector axis = isFree ? reducerAxisOf(part, component) : unit(line);
   if (isNull(axis)) {
-    warn(component, "nothing tells to which pipes it is square; drawn along its ends");
+    warn(component, "nothing shows to which pipes it is square; drawn along its ends");
     return;
   }
   if (isFree) {
@@ -399,8 +399,8 @@ void Resolver::resolveFace(Resolved& resolved, const Points& points, const Compo
                            : neighbours_.faceOf(first, second);
   part.face = side.index;
   if (!side.isGuess) return;
-  warn(component, closes ? "nothing tells where the line arrives; taken for its first END-POINT"
-                         : "nothing tells which end is the face; taken for its first END-POINT");
+  warn(component, closes ? "nothing shows where the line arrives; its first END-POINT is assumed"
+                         : "nothing shows which end is the face; its first END-POINT is assumed");
 }
 
 // At one place it lies about it, across the line.

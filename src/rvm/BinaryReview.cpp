@@ -205,7 +205,7 @@ class BinaryReader {
 
   void beginGroup() {
     if (++depth_ > ReviewLimits::kDepth) {
-      fail("more than " + countText(ReviewLimits::kDepth) + " groups within each other");
+      fail("more than " + countText(ReviewLimits::kDepth) + " nested groups");
     }
     ReviewGroup group;
     group.place = chunk_;

@@ -82,7 +82,7 @@ class AttributeReader {
     if (!line.starts_with(kFileMark)) {
       throw ReviewFault(
           1, true,
-          "this is no file of attributes: it doesn't begin with " + std::string(kFileMark));
+          "this is not a file of attributes: it doesn't begin with " + std::string(kFileMark));
     }
     // Behind a blank or comma: "end:" stands in "name_end:" too.
     start_ = declared(line, " start:", "NEW");
@@ -115,9 +115,8 @@ class AttributeReader {
 
   void openBlock(std::string_view name) {
     if (open_.size() == ReviewLimits::kDepth) {
-      throw ReviewFault(
-          line_, true,
-          "more than " + countText(ReviewLimits::kDepth) + " blocks within each other");
+      throw ReviewFault(line_, true,
+                        "more than " + countText(ReviewLimits::kDepth) + " nested blocks");
     }
     const bool isHeading = isFirst_ && name == kNoGroup;
     isFirst_ = false;

@@ -47,7 +47,7 @@ void readReview(const ReadBytes& bytes, ReviewHandler& handler) {
   } else if (isTextReview(stream)) {
     readTextReview(stream, handler);
   } else {
-    throw ReviewFault(0, false, "this is no review model: it doesn't begin with HEAD");
+    throw ReviewFault(0, false, "this is not a review model: it doesn't begin with HEAD");
   }
 }
 

@@ -221,7 +221,7 @@ class TextReader {
 
   void beginGroup() {
     if (++depth_ > ReviewLimits::kDepth) {
-      fail(chunk_, "more than " + countText(ReviewLimits::kDepth) + " groups within each other");
+      fail(chunk_, "more than " + countText(ReviewLimits::kDepth) + " nested groups");
     }
     ReviewGroup group;
     group.place = chunk_;

@@ -20,20 +20,21 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 // By criterion.
 constexpr CriterionText kTexts[kCriteria] = {
     {Criterion::kHeader, "--header", "HEADER",
-     "this header only: field F1 and, after a blank, F2; * and ? stand for any characters",
+     "only this header: field F1 or, with a blank between, F1 and F2; * and ? stand for any "
+     "characters",
      "P-1001"},
-    {Criterion::kOnly, "--only", "KIND,...", "these kinds only, such as pipe,bend,box",
+    {Criterion::kOnly, "--only", "KIND,...", "only these kinds, such as pipe,bend,box",
      "cylinder,torus"},
     {Criterion::kSize, "--size", "A..B,...",
-     "these sizes only: diameters, edges of boxes, width or depth of ducts", "100..200"},
+     "only these sizes: diameters, edges of boxes, width or depth of ducts", "100..200"},
     {Criterion::kBox, "--bbox", "BOX",
-     "what touches this box only: X1,Y1,Z1,X2,Y2,Z2 in the unit of the file",
+     "only what touches this box: X1,Y1,Z1,X2,Y2,Z2 in the unit of the file",
      "0,0,0,1000,1000,500"},
-    {Criterion::kNear, "--near", "X,Y,Z,R", "what is no further than R from this point only",
+    {Criterion::kNear, "--near", "X,Y,Z,R", "only what is no further than R from this point",
      "1000,2000,500,250"},
     {Criterion::kTouching, "--touching", "HEADER",
-     "what touches an element of this header only, up to --tolerance", "P-1001"},
-    {Criterion::kLines, "--lines", "A-B,...", "these lines of the file only", "1-100,250"},
+     "only what touches an element of this header, within --touch-tolerance", "P-1001"},
+    {Criterion::kLines, "--lines", "A-B,...", "only these lines of the file", "1-100,250"},
 };
 
 [[noreturn]] void refuse(Criterion criterion, std::string_view text, const std::string& what,
@@ -156,7 +157,7 @@ void Selection::add(Criterion criterion, std::string_view text, bool isNegated) 
         const std::optional<double> low = first.empty() ? -kInfinity : finiteOf(first);
         const std::optional<double> high = last.empty() ? kInfinity : finiteOf(last);
         if (!low || !high || (first.empty() && last.empty())) {
-          refuse(criterion, text, "\"" + std::string(part) + "\" is no size and no range",
+          refuse(criterion, text, "\"" + std::string(part) + "\" is neither a size nor a range",
                  "A..B, A.., ..B or values");
         }
         if (*low > *high) {
@@ -198,7 +199,7 @@ void Selection::add(Criterion criterion, std::string_view text, bool isNegated) 
         const auto last =
             end.empty() ? std::numeric_limits<std::uint64_t>::max() : numberOf<std::uint64_t>(end);
         if (!first || !last || *first == 0 || *last < *first || (begin.empty() && end.empty())) {
-          refuse(criterion, text, "\"" + std::string(part) + "\" is no line and no range",
+          refuse(criterion, text, "\"" + std::string(part) + "\" is neither a line nor a range",
                  "A-B, A-, -B or lines from 1");
         }
         side.lines.emplace_back(*first, *last);

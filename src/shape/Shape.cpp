@@ -246,7 +246,7 @@ const char* textOf(ShapeFault fault) {
     case kNoPoints:
       return "line without points";
     case kTooFewPoints:
-      return "polygon of less than three points";
+      return "polygon of fewer than three points";
     case kNoArea:
       return "face without area";
     case kCrossed:

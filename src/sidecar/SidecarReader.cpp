@@ -91,7 +91,7 @@ bool SidecarReader::readField(bool& isLast) {
   }
   for (; c != ',' && c != '\n' && c != kEnd; c = get()) {
     if (c == '\r' && in_.rdbuf()->sgetc() == '\n') continue;
-    if (isQuoted) return fail("something stands behind the end of a quoted field");
+    if (isQuoted) return fail("there is something after the end of a quoted field");
     if (field.size() >= kLongestField) return fail("a field is longer than 1 MiB");
     field += static_cast<char>(c);
   }
@@ -123,7 +123,7 @@ bool SidecarReader::readNumber(std::size_t field, std::string_view column, int& 
   if (!text.empty() && end.ec == std::errc() && end.ptr == text.data() + text.size() &&
       number >= 0 && number <= kLargestCounter)
     return true;
-  return fail("\"" + std::string(column) + "\" is no number from 0 to 46655");
+  return fail("\"" + std::string(column) + "\" is not a number from 0 to 46655");
 }
 
 bool SidecarReader::takeKey(SidecarRow& row) {

@@ -112,7 +112,7 @@ std::string textOf(const OpenEnd& open) {
       break;
   }
   const std::string text = "open, " + shortest(open.end.diameter) + " wide, ";
-  if (!open.isLooked) return text + "amid too much to look what it faces";
+  if (!open.isLooked) return text + "among too many elements to see what it faces";
   if (!open.facesSolid)
     return text + "faces nothing within " + rounded(kAhead * open.end.diameter, 3);
   return text + "faces " + faced + ", " + distance + " away";
@@ -252,7 +252,9 @@ void FileCheck::tellFault(const RecordFile& file) {
   const bool isStray = fault.kind == RecordFault::Kind::kStray && finding.code != kOtherStyle;
   if (isStray && fault.lastLine > fault.firstLine) {
     const std::uint64_t more = fault.lastLine - fault.firstLine;
-    finding.message += ", and so " + grouped(more) + (more == 1 ? " line" : " lines") + " after it";
+    finding.message += std::string(", and so ") +
+                       (more == 1 ? "is the line" : "are the " + grouped(more) + " lines") +
+                       " after it";
   }
   tell(std::move(finding));
 }

@@ -32,31 +32,29 @@ class CheckCommand : public Command {
         "check",
         Group::kJudge,
         "FILE...",
-        "form and geometry, every finding with its place",
+        "format and geometry, findings with their places",
         "The exit code is 1 if there are errors. Lengths are in the unit of the file, by custom "
-        "millimetres. Memory: up to 64 bytes for each element, to find what is drawn twice "
-        "(none with --ignore V204), with --joints 600 for each pipe, and with json and sarif all "
-        "findings.\n"
+        "millimetres. Memory: up to 64 bytes for each element, to find elements that are drawn "
+        "twice (none with --ignore V204), with --joints 600 bytes for each pipe, and with json and "
+        "sarif all findings.\n"
         "\n"
-        "--joints looks at the ends of cylinders, cones and bends. Two ends face each other if "
-        "their axes are in line within five degrees and they are no further apart than --reach "
-        "and half of the larger diameter; those nearest to each other are a joint. It should "
-        "meet within --tolerance: along the axis (V201), across it (V202), in diameter (V203; "
+        "--joints examines the ends of cylinders, cones and bends. Two ends face each other if "
+        "their axes are in line within five degrees and they are no further apart than --reach and "
+        "half of the larger diameter; the ends nearest to each other form a joint. They should "
+        "meet within --tolerance: along the axis (V201), across it (V202) and in diameter (V203; "
         "within 1.5 % they are one nominal size). Cylinders shorter than three diameters and "
         "pointed or flat cones may be wider than their pipe. Ends that meet nothing are open "
-        "(V205), do "
-        "not reach the pipe that they branch from (V206), or face each other across a missing "
-        "piece (V207).\n"
+        "(V205), do not reach the pipe that they branch from (V206), or face each other across a "
+        "missing piece (V207).\n"
         "\n"
-        "With the attributes beside a file, or --attributes, what was drawn for one component is "
-        "taken as one: what is there twice is told once (V204), what closes a line is not open, "
-        "and "
-        "supports are compared (V208).",
+        "With the attributes beside a file, or --attributes, everything drawn for one component "
+        "counts as one: a duplicate is reported once (V204), a component that closes a line leaves "
+        "no open end, and supports are compared (V208).",
         {{"vesk check plant.dat", "what is wrong with the file"},
-         {"vesk check --joints --tolerance 0.5 plant.dat", "pipes that do not quite meet as well"},
+         {"vesk check --joints --tolerance 0.5 plant.dat", "also pipes that do not quite meet"},
          {"vesk check -j 0 --format sarif zones/ > zones.sarif", "for editors and code hosts"},
-         {"vesk check --header P-1001 plant.dat", "of one header"},
-         {"vesk check --view plant.dat", "a page that shows where it is"},
+         {"vesk check --header P-1001 plant.dat", "only one header"},
+         {"vesk check --view plant.dat", "a page that shows the places"},
          {"vesk check --strict --ignore V120,V032 plant.dat", "warnings fail too"}}};
   }
 
@@ -67,7 +65,7 @@ class CheckCommand : public Command {
         ->check(CLI::IsMember(std::vector<std::string>{"text", "json", "sarif"}))
         ->capture_default_str();
     app.add_flag("--json", json_, "the same as --format json");
-    app.add_option("--max", most_, "findings of each code and file that are shown; 0: all")
+    app.add_option("--max", most_, "show at most this many findings of each code and file; 0: all")
         ->type_name("N")
         ->default_str("20 in text, else all")
         ->check(CLI::NonNegativeNumber);
@@ -84,7 +82,7 @@ class CheckCommand : public Command {
     app.add_flag("--joints", options_.joints,
                  "look for ends of pipes that almost meet or are open");
     app.add_option("--attributes", attributes_,
-                   "what is known of the components; of one record file only")
+                   "the sidecar with the components, for a single record file")
         ->type_name("FILE")
         ->default_str("beside each file");
     app.add_option("--tolerance", options_.joint.tolerance,
@@ -92,21 +90,23 @@ class CheckCommand : public Command {
         ->type_name("MM")
         ->check(zeroOrMore())
         ->capture_default_str();
-    app.add_option("--reach", options_.joint.reach, "ends further apart are no joint")
+    app.add_option("--reach", options_.joint.reach,
+                   "ends further apart than this do not form a "
+                   "joint")
         ->type_name("MM")
         ->check(aboveZero())
         ->capture_default_str();
     CLI::Option* view = app.add_flag(
-        "--view", view_, "show all findings in a page and open it; here only how many there are");
+        "--view", view_, "show all findings in a page and open it; print only how many there are");
     page_.define(app, view);
-    app.add_flag("--watch", watch_, "check again whenever a file was written; Ctrl-C ends it");
+    app.add_flag("--watch", watch_, "check again whenever a file is written; Ctrl-C ends it");
     selection_.define(app, Beside::kToleranceAndCodes);
   }
 
   Exit run(Session& session) override {
     if (!watch_) return checkAll(session);
     if (json_ || format_ != "text" || view_) {
-      throw Failure(Exit::kUsage, "--watch tells findings as text, one time after the other");
+      throw Failure(Exit::kUsage, "--watch reports findings only as text");
     }
     watchFiles(files_.words, session, [&] { checkAll(session); });
   }
@@ -117,7 +117,7 @@ class CheckCommand : public Command {
     takeOptions();
     const std::vector<std::string> files = expandFiles(files_.words);
     if (!attributes_.empty() && files.size() > 1)
-      throw Failure(Exit::kUsage, "--attributes belongs to one record file");
+      throw Failure(Exit::kUsage, "--attributes is for a single record file");
     if (view_) requirePage(files);
     Choice choice(selection_, files, session);
     if (choice.isGiven()) {

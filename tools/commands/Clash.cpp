@@ -69,24 +69,24 @@ class ClashCommand : public Command {
         Group::kJudge,
         "A [B]",
         "what collides or comes too near",
-        "A and B are record files, folders or patterns. With A alone clashes are looked for "
-        "between its headers, or what --between says; with both, between elements of A and "
-        "elements of B. The exit code is 1 if anything was found. Lengths are in the unit of the "
-        "file, by custom millimetres, exact to 0.001.\n"
+        "A and B are record files, folders or patterns. With A alone, clashes are searched for "
+        "between its headers, or as --between says; with both, between elements of A and elements "
+        "of B. The exit code is 1 if anything was found. Lengths are in the unit of the file, by "
+        "custom millimetres, exact to 0.001.\n"
         "\n"
-        "V501 overlap by more than --tolerance, V502 nearer than --clearance, V503 same shape "
-        "twice, V504 (--strict) a pipe that ends inside another. No clash is what meets end to "
-        "end within the tolerance, a branch that ends in the pipe whose surface it crosses once, "
-        "and what belongs to one component by the attributes beside the file. Lines, points and "
-        "texts take up no room.\n"
+        "V501: overlap by more than --tolerance; V502: nearer than --clearance; V503: same shape "
+        "twice; V504 (--strict): a pipe that ends inside another. These are not clashes: pipes "
+        "that meet end to end within the tolerance, a branch that ends in the pipe whose surface "
+        "it crosses once, and elements of one component by the attributes beside the file. Lines, "
+        "points and texts take up no room.\n"
         "\n"
         "Memory: 1 KB for each element. More than 2 000 000 pairs to be measured, or 100 000 000 "
         "near to each other, are refused before the work begins.",
         {{"vesk clash plant.dat", "what collides"},
-         {"vesk clash piping.dat steel.dat --clearance 50", "too near to the steel as well"},
+         {"vesk clash piping.dat steel.dat --clearance 50", "also what is too near to the steel"},
          {"vesk clash zones/ --between lines --ignore 'INS-*:*'", "without the insulation"},
          {"vesk clash plant.dat --header P-1001", "what one line collides with"},
-         {"vesk clash --view plant.dat", "a page that shows where it is"},
+         {"vesk clash --view plant.dat", "a page that shows the places"},
          {"vesk clash plant.dat --bcf plant.bcf", "for coordination tools"}}};
   }
 
@@ -94,29 +94,31 @@ class ClashCommand : public Command {
     app.add_option("A", a_, "record file, folder or pattern; - is stdin")->required();
     app.add_option("B", b_, "the other side; - is stdin");
     app.add_option("--between", between_,
-                   "headers, lines (field F1), files or elements, which is all with all")
+                   "headers, lines (field F1), files, or elements, which compares all with all")
         ->type_name("WHAT")
         ->check(CLI::IsMember(std::vector<std::string>{"headers", "lines", "files", "elements"}))
         ->capture_default_str();
-    app.add_option("--clearance", options_.clearance, "what is nearer than this is told as well")
+    app.add_option("--clearance", options_.clearance,
+                   "also report elements that are nearer than "
+                   "this")
         ->type_name("MM")
         ->check(zeroOrMore())
         ->capture_default_str();
     app.add_option("--tolerance", options_.tolerance,
-                   "up to here overlaps are contact, and ends of pipes meet")
+                   "overlaps up to this count as contact, and ends of pipes this near as meeting")
         ->type_name("MM")
         ->check(aboveZero())
         ->capture_default_str();
-    app.add_flag("--strict", options_.isStrict, "tell pipes that end inside another as well");
+    app.add_flag("--strict", options_.isStrict, "also report pipes that end inside another");
     app.add_option("--ignore", ignored_,
-                   "headers that may clash; * and ? stand for any characters, without :TEXT "
-                   "the first may clash with all")
+                   "two headers that may clash, A:B; * and ? stand for any characters; without :B, "
+                   "A may clash with all")
         ->type_name("A:B")
         ->default_str("none")
         ->allow_extra_args(false);
     app.add_option("--attributes", attributes_,
-                   "what belongs to one component, if the file has another name than "
-                   "plant.attributes.csv beside plant.dat")
+                   "the sidecar with the components, if its name is not plant.attributes.csv "
+                   "beside plant.dat")
         ->type_name("FILE")
         ->default_str("beside the file");
     app.add_option("--format", format_, "text, json or sarif")
@@ -124,11 +126,11 @@ class ClashCommand : public Command {
         ->check(CLI::IsMember(std::vector<std::string>{"text", "json", "sarif"}))
         ->capture_default_str();
     app.add_flag("--json", json_, "the same as --format json");
-    app.add_option("--max", most_, "findings of each code that are shown; 0: all")
+    app.add_option("--max", most_, "show at most this many findings of each code; 0: all")
         ->type_name("N")
         ->default_str("20 in text, else all")
         ->check(CLI::NonNegativeNumber);
-    app.add_option("--bcf", bcf_, "write the findings to this BCF 2.1 file as well")
+    app.add_option("--bcf", bcf_, "also write the findings to this BCF 2.1 file")
         ->type_name("FILE")
         ->default_str("none");
     app.add_flag("--view", view_, "show all findings in a page and open it");
@@ -179,17 +181,17 @@ class ClashCommand : public Command {
       const std::string second = colon == rule.npos ? "*" : rule.substr(colon + 1);
       if (first.empty() || second.empty()) {
         throw Failure(Exit::kUsage, "--ignore " + rule + ": a header is missing",
-                      "two headers or patterns, for instance --ignore 'P-10*:STEEL'");
+                      "give two headers or patterns, for instance --ignore 'P-10*:STEEL'");
       }
       options_.ignored.emplace_back(first, second);
     }
     if (!attributes_.empty() && files.size() > 1) {
-      throw Failure(Exit::kUsage, "--attributes is for one file, and here are several",
-                    "put each beside its file: plant.dat, plant.attributes.csv");
+      throw Failure(Exit::kUsage, "--attributes is for a single file, and there are several",
+                    "put each sidecar beside its file: plant.dat, plant.attributes.csv");
     }
     if (!view_ && !page_.output.empty()) {
-      throw Failure(Exit::kUsage, "-o names the page of --view, which is not asked for",
-                    "--view, or --bcf FILE");
+      throw Failure(Exit::kUsage, "-o names the page of --view, which is not given",
+                    "add --view, or use --bcf FILE");
     }
     for (const std::string& file : files) {
       if (!bcf_.empty()) refuseSameFile(file, bcf_);

@@ -292,7 +292,7 @@ class CompletionCommand : public Command {
             "completes commands, options and values",
             "",
             {{"eval \"$(vesk completion bash)\"", "in ~/.bashrc"},
-             {"eval \"$(vesk completion zsh)\"", "in ~/.zshrc, behind compinit"},
+             {"eval \"$(vesk completion zsh)\"", "in ~/.zshrc, after compinit"},
              {"vesk completion fish | source", "in config.fish"},
              {"vesk completion powershell | Out-String | Invoke-Expression", "in $PROFILE"}}};
   }

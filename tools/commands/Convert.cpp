@@ -39,11 +39,11 @@ class ConvertCommand : public Command {
             "IN OUT",
             "to the other record style; move, rotate, scale",
             "Every value that the style of OUT can't keep is named on stderr before OUT appears. "
-            "The exit code is 1 when anything but decimals is lost, or when elements of IN can't "
-            "be read and are left out.",
+            "The exit code is 1 if anything but decimals is lost, or if elements of IN can't be "
+            "read and are left out.",
             {{"vesk convert plant.dat columns.dat --style fixed", "tokens to fixed columns"},
-             {"vesk convert a.dat b.dat --verify", "and read back what was written"},
-             {"vesk convert a.dat b.dat --rotate z,90 --move 5000,0,0", "put it elsewhere"},
+             {"vesk convert a.dat b.dat --verify", "read back and compare"},
+             {"vesk convert a.dat b.dat --rotate z,90 --move 5000,0,0", "put it in another place"},
              {"vesk convert a.dat b.dat --header P-1001", "a part of it"},
              {"vesk convert a.dat - --style token | vesk info -", "through a pipe"}}};
   }
@@ -59,7 +59,7 @@ class ConvertCommand : public Command {
     app.add_flag("--verify", verify_, "read OUT back and compare every element with IN");
     app.add_flag("--strict", strict_, "write nothing if anything but decimals is lost");
     app.add_flag("-n,--dry-run", dryRun_, "only say what would be lost");
-    app.add_option("--limit", limit_, "values that are named one by one; 0: all")
+    app.add_option("--limit", limit_, "name at most this many lost values; 0: all")
         ->type_name("N")
         ->capture_default_str();
     app.add_flag("-f,--force", force_, "replace OUT");

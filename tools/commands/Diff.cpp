@@ -251,14 +251,14 @@ class DiffCommand : public Command {
         "diff",
         Group::kJudge,
         "A B",
-        "what moved, changed size, appeared, vanished",
-        "Elements belong together by header, kind and nearness, in files of either style. The "
-        "exit code is 1 if the models differ; another order alone is reported, but does not count. "
-        "Both files are in memory. More than three elements that moved alike are one line, each "
-        "of them with -v. Of two folders those files are compared that have the same name below "
-        "both; a file in one of them only is a difference.",
+        "what moved, changed size, appeared or vanished",
+        "Elements are paired by header, kind and nearness, in files of either style. The exit code "
+        "is 1 if the models differ; a different order by itself is reported but does not count. "
+        "Both files are held in memory. More than three elements that moved alike are reported in "
+        "one line, or each of them with -v. With two folders, files of the same name are compared; "
+        "a file that only one of them has is a difference.",
         {{"vesk diff old.dat new.dat", "what has changed"},
-         {"vesk diff old.dat new.dat --header P-1001", "in one header"},
+         {"vesk diff old.dat new.dat --header P-1001", "only one header"},
          {"vesk diff old.dat new.dat --view", "a page that shows it"},
          {"vesk diff --summary last/ this/", "two states of a plant, file by file"},
          {"vesk diff -q old.dat new.dat && echo same", "in a script"},
@@ -274,10 +274,11 @@ class DiffCommand : public Command {
         ->check(zeroOrMore())
         ->capture_default_str();
     CLI::Option* json = app.add_flag("--json", json_, "one JSON document");
-    app.add_flag("--summary", summary_, "only how many differences there are")->excludes(json);
+    app.add_flag("--summary", summary_, "print only how many differences there are")
+        ->excludes(json);
     CLI::Option* view =
         app.add_flag("--view", view_,
-                     "show the differences in a page and open it; here only how many there are");
+                     "show the differences in a page and open it; print only how many there are");
     page_.define(app, view);
     selection_.define(app, Beside::kTolerance);
   }
@@ -287,8 +288,8 @@ class DiffCommand : public Command {
     if (view_ && json_) throw Failure(Exit::kUsage, "--view shows a page, not json");
     if (view_) page_.require({a_, b_});
     if (isFolder(a_) != isFolder(b_)) {
-      throw Failure(Exit::kUsage, (isFolder(a_) ? a_ : b_) + " is a folder, the other is none",
-                    "two files, or two folders");
+      throw Failure(Exit::kUsage, (isFolder(a_) ? a_ : b_) + " is a folder, the other is not",
+                    "give two files or two folders");
     }
     if (isFolder(a_)) return compareFolders(session);
     const Compared compared = compareFiles(a_, b_, session);

@@ -67,7 +67,7 @@ class Changes {
   }
   std::string text(const char* what) const {
     if (count_ <= kMostSaid || isVerbose_) return text_;
-    return text_ + "and so " + grouped(count_ - kMostSaid) + " more " + what + "; -v shows all\n";
+    return text_ + "and " + grouped(count_ - kMostSaid) + " more " + what + "; -v shows all\n";
   }
   std::uint64_t count() const { return count_; }
 
@@ -115,18 +115,18 @@ class EditCommand : public Command {
         Group::kChange,
         "IN -o OUT",
         "rename headers, renumber, sort, drop duplicates",
-        "Of each element only the header changes, all else stays byte for byte. First "
-        "duplicates go, then headers are renamed and moved, then elements are sorted, then "
-        "renumbered. HEADER is what --header of other commands takes: F1, F1 and F2 with a blank "
-        "between, * and ? for any characters. Headers that become one may have no counter in "
-        "common, unless they are renumbered. Rows of plant.attributes.csv go along, under their "
-        "new keys. What can't be read is named and left out; the exit code is then 1. It streams; "
-        "memory: 6 KB at most for each header, 64 bytes for each element with --drop-duplicates, "
-        "and with --sort IN and its sidecar as a whole, and 300 bytes for each element.",
+        "Only the header of an element changes; everything else stays as it is, byte for byte. "
+        "First duplicates are dropped, then headers are renamed and moved to groups, then elements "
+        "are sorted, then renumbered. HEADER is what --header of other commands takes: F1, or F1 "
+        "and F2 with a blank between; * and ? stand for any characters. Headers that become one "
+        "must have no counter in common, unless they are renumbered. Rows of plant.attributes.csv "
+        "are copied, under their new keys. Elements that can't be read are named and left out; the "
+        "exit code is then 1. Memory: 6 KB at most for each header; 64 bytes for each element with "
+        "--drop-duplicates; with --sort all of IN and its sidecar, and 300 bytes for each element.",
         {{"vesk edit a.dat -o b.dat --rename P-1001 P-2001", "another F1, F2 stays"},
          {"vesk edit a.dat -o b.dat --group \"P-10* 01\" 02", "into group 02"},
          {"vesk edit a.dat -o b.dat --sort header,kind --renumber components", "in order"},
-         {"vesk edit a.dat -o b.dat --drop-duplicates -n", "only say what would go"}}};
+         {"vesk edit a.dat -o b.dat --drop-duplicates -n", "say only what would be dropped"}}};
   }
 
   bool takesMixed() const override { return false; }
@@ -138,30 +138,31 @@ class EditCommand : public Command {
         ->required()
         ->default_str("to be given");
     app.add_option("--rename", renames_,
-                   "these headers get the name NEW: F1 of 8 characters at most, or F1 and, after "
-                   "a blank, F2 of 2")
+                   "give these headers the name NEW: F1 of at most 8 characters, or F1, a blank "
+                   "and F2 of at most 2")
         ->type_name("HEADER NEW")
         ->default_str("none")
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
-    app.add_option("--group", groups_, "these headers move to the group F2, 2 characters at most")
+    app.add_option("--group", groups_,
+                   "move these headers to the group F2, of at most 2 characters")
         ->type_name("HEADER F2")
         ->default_str("none")
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
     app.add_flag("--drop-duplicates", dropsDuplicates_,
-                 "leave out each element that has the shape of one before it (V204 of check)");
+                 "leave out each element that has the same shape as one before it (V204 of check)");
     app.add_option("--sort", sort_,
-                   "by these, with commas between: header, group, counter, kind, size; what is "
-                   "equal stays in its order")
+                   "sort by these, with commas between: header, group, counter, kind, size; equal "
+                   "elements keep their order")
         ->type_name("WHAT,...")
         ->default_str("as in IN");
     app.add_option("--renumber", renumber_,
-                   "counters in the order of OUT, header by header: components (elements one "
-                   "behind the other with one counter go on sharing one) or elements (each its "
-                   "own)")
+                   "new counters in the order of OUT, header by header: for components "
+                   "(consecutive elements with the same counter keep sharing one) or elements "
+                   "(each gets its own)")
         ->type_name("WHAT")
         ->default_str("as in IN")
         ->check(CLI::IsMember(std::vector<std::string>{"components", "elements"}));
@@ -169,7 +170,7 @@ class EditCommand : public Command {
         ->type_name("N")
         ->check(CLI::Range(0, Vesk::kMaxCounter))
         ->capture_default_str();
-    app.add_flag("-n,--dry-run", dryRun_, "only say what would change");
+    app.add_flag("-n,--dry-run", dryRun_, "say only what would change");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecar where it is");
     app.add_flag("--json", json_, "one JSON document of what was done");
     app.add_flag("-f,--force", force_, "replace OUT");
@@ -188,7 +189,7 @@ class EditCommand : public Command {
     for (const Renaming& each : renamings_) {
       if (each.isUsed) continue;
       session.error("there is no header " + withoutControls(each.pattern),
-                    "vesk info --headers tells what there is");
+                    "vesk info --headers lists what there is");
       return worst(exit, Exit::kNo);
     }
     if (!renumbering_) refuseSharedCounters();
@@ -196,7 +197,7 @@ class EditCommand : public Command {
     moved_->finish();
     if (rowClashes_ + moved_->clashes() > 0) {
       throw Failure(Exit::kInput, "rows of the sidecar have elements in common",
-                    "docs/sidecar.md tells what it holds");
+                    "docs/sidecar.md describes sidecars");
     }
     commitTogether({&*target_});
     const std::string text = json_ ? jsonOf() : summary(dropped, session.options().verbose);
@@ -213,16 +214,16 @@ class EditCommand : public Command {
     for (const auto& [pattern, name] : renames_) {
       const std::optional<std::string> key = headerKeyOf(name);
       if (!key) {
-        throw Failure(Exit::kUsage, "--rename " + pattern + ' ' + name + ": that is no header",
-                      "8 characters at most, and behind a blank 2 at most");
+        throw Failure(Exit::kUsage, "--rename " + pattern + ' ' + name + ": that is not a header",
+                      "at most 8 characters, or these, a blank and at most 2");
       }
       renamings_.push_back({pattern, key->substr(0, 8), key->substr(8)});
     }
     for (const auto& [pattern, group] : groups_) {
       std::string f2 = group;
       if (f2.size() > 2 || withoutControls(f2) != f2) {
-        throw Failure(Exit::kUsage, "--group " + pattern + ' ' + group + ": that is no group",
-                      "2 characters at most");
+        throw Failure(Exit::kUsage, "--group " + pattern + ' ' + group + ": that is not a group",
+                      "at most 2 characters");
       }
       f2.resize(2, ' ');
       renamings_.push_back({pattern, "", f2});
@@ -231,7 +232,8 @@ class EditCommand : public Command {
       for (const std::string& word : splitAt(sort_, ',')) {
         const auto found = kSortKeys.find(word);
         if (found == kSortKeys.end()) {
-          throw Failure(Exit::kUsage, "--sort " + sort_ + ": nothing is sorted by \"" + word + '"',
+          throw Failure(Exit::kUsage,
+                        "--sort " + sort_ + ": there is no sorting by \"" + word + '"',
                         "header, group, counter, kind or size");
         }
         sortKeys_.push_back(found->second);
@@ -239,7 +241,7 @@ class EditCommand : public Command {
     }
     if (!renumber_.empty()) renumbering_.emplace(renumber_ == "elements", start_);
     if (renamings_.empty() && sortKeys_.empty() && !renumbering_ && !dropsDuplicates_) {
-      throw Failure(Exit::kUsage, "there is nothing to change",
+      throw Failure(Exit::kUsage, "no change is asked for",
                     "--rename, --group, --renumber, --sort or --drop-duplicates");
     }
   }
@@ -359,7 +361,7 @@ class EditCommand : public Command {
         throw Failure(Exit::kNo,
                       shownHeader(first) + " and " + shownHeader(use.key) +
                           " would be one header, and have counters in common",
-                      "--renumber components gives each its own");
+                      "--renumber components gives each component its own");
       }
       counters.add(use.counters);
       if (first.empty()) first = use.key;
@@ -398,11 +400,11 @@ class EditCommand : public Command {
     }
     std::string text = dropped.text("elements") + renamed.text("headers");
     if (dropsDuplicates_) text += counted(dropped.count(), "element") + " dropped\n";
-    if (!sortKeys_.empty()) text += counted(sorted_, "element") + " in another place\n";
-    if (renumbering_) text += counted(renumbered_, "element") + " with another counter\n";
+    if (!sortKeys_.empty()) text += counted(sorted_, "element") + " reordered\n";
+    if (renumbering_) text += counted(renumbered_, "element") + " renumbered\n";
     if (moved_->moreRows() > 0) {
       text +=
-          counted(moved_->moreRows(), "component") + " apart: a row for each range of counters\n";
+          counted(moved_->moreRows(), "component") + " split: a row for each range of counters\n";
     }
     return text + target_->summary();
   }

@@ -33,7 +33,7 @@ class ExplainCommand : public Command {
             Group::kHelp,
             "[CODE...]",
             "what the code of a finding means",
-            "Without a code: all of them, one on a line.",
+            "Without a code, lists all codes, one on each line.",
             {{"vesk explain V021", "what it means, why it matters, what to do"},
              {"vesk explain", "all codes"}}};
   }
@@ -41,7 +41,7 @@ class ExplainCommand : public Command {
   bool takesMixed() const override { return false; }
 
   void define(CLI::App& app) override {
-    app.add_option("CODE", codes_, "what stands in brackets behind a finding");
+    app.add_option("CODE", codes_, "the code in brackets after a finding");
     app.add_flag("--json", json_, "one JSON document");
   }
 

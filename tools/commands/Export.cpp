@@ -92,28 +92,27 @@ class ExportCommand : public Command {
         Group::kChange,
         "FILE...",
         "files for viewers, CAD, BIM and databases",
-        "All nine primitives, solids closed. In a .glb or .gltf, which is in metres and has y "
-        "up, every element is a node whose extras name its header, kind, file and line, below "
-        "a node for its header and one for its group; colours are by kind. The others keep the "
-        "unit and z up. What the format can't hold (.obj and .ply texts; .stl texts, lines and "
-        "points) is counted on stderr, which is no error unless --strict. Elements that can't be "
-        "shown are named with their lines; the exit code is then 1. For large plants: --instances "
-        "writes each shape once "
-        "and its places as EXT_mesh_gpu_instancing, which three.js draws, assimp reads as "
-        "shapes of unit size without a word and f3d as one lump; --merge writes one mesh for "
-        "each kind of a header, which every reader opens, but files grow. \n"
-        ".step and .ifc keep the true surfaces, .dxf has meshes in layers by kind, and "
-        ".sqlite has every value, with the sidecar's, to be asked by SQL; these four stream. "
-        "docs/formats.md tells what each keeps and loses.\n--report tells for "
-        "each kind how far the meshes are "
-        "from the true surfaces, their volume, and whether they are closed. For meshes but "
-        ".dxf the whole model is in memory: about 150 bytes for each element, in a .glb or .gltf "
-        "1 KB, with --merge 5 KB.",
+        "Writes all nine primitives, the solids closed. In a .glb or .gltf, which is in metres and "
+        "has y up, every element is a node whose extras name its header, kind, file and line, "
+        "below a node for its header and one for its group; colours are by kind. The other formats "
+        "keep the unit and z up. Elements that the format can't hold (.obj and .ply: texts; .stl: "
+        "texts, lines and points) are counted on stderr, which is not an error unless --strict is "
+        "given. Elements that can't be shown are named with their lines; the exit code is then 1. "
+        "For large plants: --instances writes each shape once and its places as "
+        "EXT_mesh_gpu_instancing, which three.js draws, assimp reads as shapes of unit size "
+        "without a warning and f3d as one lump; --merge writes one mesh for each kind in a header, "
+        "which every reader opens, but files grow.\n"
+        ".step and .ifc keep the true surfaces, .dxf has meshes in layers by kind, and .sqlite has "
+        "every value, including those of the sidecar, for SQL queries; these four are streamed. "
+        "docs/formats.md describes what each keeps and loses.\n"
+        "--report shows for each kind how far the meshes are from the true surfaces, their volume, "
+        "and whether they are closed. For mesh formats other than .dxf the whole model is in "
+        "memory: about 150 bytes for each element, in a .glb or .gltf 1 KB, with --merge 5 KB.",
         {{"vesk export plant.dat -o plant.glb", "for any viewer of glTF"},
          {"vesk export zones -o plant.obj --quality draft", "all files of a folder, coarse"},
          {"vesk export plant.dat -o p.stl --tolerance 0.1", "within a tenth of a millimetre"},
-         {"vesk export plant.dat -o p.glb --header 'P-10*'", "some of its headers"},
-         {"vesk export plant.dat --report", "only the certificate of the meshes"}}};
+         {"vesk export plant.dat -o p.glb --header 'P-10*'", "only some of its headers"},
+         {"vesk export plant.dat --report", "only a report on the meshes"}}};
   }
 
   void define(CLI::App& app) override {
@@ -126,18 +125,20 @@ class ExportCommand : public Command {
         ->type_name("FORMAT")
         ->default_str("by the ending of OUT")
         ->check(CLI::IsMember(formatNames()));
-    CLI::Option* instances = app.add_flag(
-        "--instances", instances_, "glTF: each shape once, its places as instances (see above)");
-    app.add_flag("--merge", merge_, "glTF: one mesh for each kind of a header")
+    CLI::Option* instances =
+        app.add_flag("--instances", instances_,
+                     "glTF: write each shape once, its places as instances (see "
+                     "above)");
+    app.add_flag("--merge", merge_, "glTF: write one mesh for each kind in a header")
         ->excludes(instances);
     fineness_.define(app);
     app.add_option("--unit", unit_, "length of the file's unit in millimetres")
         ->type_name("MM")
         ->check(aboveZero())
         ->capture_default_str();
-    CLI::Option* report = app.add_flag("--report", report_, "print how good the meshes are");
+    CLI::Option* report = app.add_flag("--report", report_, "print how exact the meshes are");
     app.add_flag("--json", json_, "the report as one JSON document")->needs(report);
-    app.add_flag("--strict", strict_, "exit code 1 too for what the format has no place for");
+    app.add_flag("--strict", strict_, "exit code 1 also if the format has no place for something");
     app.add_flag("-f,--force", force_, "replace OUT");
     selection_.define(app, Beside::kTolerance);
   }
@@ -170,7 +171,7 @@ class ExportCommand : public Command {
       return Format::kNone;
     }
     if (output_ == "-" && report_) {
-      throw Failure(Exit::kUsage, "mesh and report can't both go to stdout", "-o FILE");
+      throw Failure(Exit::kUsage, "the mesh and the report can't both go to stdout", "-o FILE");
     }
     const Format format = to_.empty() ? formatOf(output_) : formatNamed(to_);
     if ((instances_ || merge_) && format != Format::kNone && !isGltf(format)) {

@@ -21,16 +21,16 @@ class ExtractCommand : public Command {
     return {"extract",
             Group::kChange,
             "IN... -o OUT",
-            "chosen elements as they stand, byte for byte",
-            "Every line of an element that is chosen is written as it stands in IN, in the order "
-            "of IN; without a choice that is every element. What can't be read is named, and in "
-            "no choice; the exit code is then 1. What is chosen must have one style. Rows of "
-            "plant.attributes.csv beside plant.dat go along, into the file beside OUT. Memory: "
+            "chosen elements unchanged, byte for byte",
+            "Every line of a chosen element is written as it stands in IN, in the order of IN; if "
+            "no option chooses, every element is. Elements that can't be read are named and left "
+            "out; the exit code is then 1. The chosen elements must have the same style. Rows of "
+            "plant.attributes.csv beside plant.dat are copied into the file beside OUT. Memory: "
             "about 100 bytes for each of these rows.",
             {{"vesk extract plant.dat -o line.dat --header P-1001", "one line of piping"},
-             {"vesk extract plant.dat -o - --near 1000,0,500,2000 | vesk view -", "a place"},
-             {"vesk extract zones/ -o bends.dat --only bend --size 150..", "of many files"},
-             {"vesk extract plant.dat -o rest.dat --not --lines 1-100 -n", "only say how many"}}};
+             {"vesk extract plant.dat -o - --near 1000,0,500,2000 | vesk view -", "around a point"},
+             {"vesk extract zones/ -o bends.dat --only bend --size 150..", "from many files"},
+             {"vesk extract plant.dat -o rest.dat --not --lines 1-100 -n", "say only how many"}}};
   }
 
   void define(CLI::App& app) override {
@@ -40,7 +40,7 @@ class ExtractCommand : public Command {
         ->type_name("OUT")
         ->required()
         ->default_str("to be given");
-    app.add_flag("-n,--dry-run", dryRun_, "only say what would be written");
+    app.add_flag("-n,--dry-run", dryRun_, "say only what would be written");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecar where it is");
     app.add_flag("--json", json_, "one JSON document of what was done");
     app.add_flag("-f,--force", force_, "replace OUT");
@@ -61,7 +61,7 @@ class ExtractCommand : public Command {
     if (choice.isNothing()) return worst(exit, choice.finish(session));
     if (clashes_ > 0) {
       session.warning(counted(clashes_, "row") +
-                          " left out, since elements of two files have one header and counter",
+                          " left out, since elements of two files have the same header and counter",
                       "vesk merge gives each its own");
       exit = worst(exit, Exit::kNo);
     }
@@ -113,7 +113,7 @@ class ExtractCommand : public Command {
     if (mode == mode_) return;
     throw Failure(Exit::kInput,
                   shownName(file) + ": " + std::string(styleName(mode)) +
-                      " style, where what comes before it has " + std::string(styleName(mode_)),
+                      " style, but what comes before it has " + std::string(styleName(mode_)),
                   "vesk merge brings them to one style");
   }
 

@@ -56,13 +56,13 @@ void appendOptions(std::string& to, std::string_view title,
 std::string_view nameOf(Group group) {
   switch (group) {
     case Group::kLook:
-      return "Look";
+      return "Inspect";
     case Group::kJudge:
-      return "Judge";
+      return "Check";
     case Group::kChange:
       return "Change";
     case Group::kSee:
-      return "See";
+      return "Show";
     case Group::kHelp:
       break;
   }
@@ -72,7 +72,8 @@ std::string_view nameOf(Group group) {
 std::string helpOfTool(const std::vector<std::unique_ptr<Command>>& commands) {
   std::string help =
       "Usage: vesk COMMAND [OPTION]... FILE...\n"
-      "Looks into record files of plant geometry, checks, compares and converts them.\n\n";
+      "Inspects, checks, compares and converts record files of plant geometry.\n"
+      "\n";
   std::string_view last;
   for (const auto& command : commands) {
     const CommandText text = command->text();

@@ -182,18 +182,18 @@ class ImportCommand : public Command {
         Group::kChange,
         "IN... -o OUT",
         "piping files and review models to records",
-        "Writes a record file in the token style, lengths in millimetres, and beside "
-        "plant.dat as plant.attributes.csv what the headers can't hold: pipeline, item code, "
-        "description. A folder stands for all *.pcf files in it and below. What can't be "
-        "drawn, or is drawn as a guess, is reported with its line; the exit code is then 1. One "
-        "file is in memory at a time.\n"
-        "Review models (.rvm, .rev), binary or text, stream: their shapes are counted as "
-        "exact, in pieces, sliced, faceted, doubtful or refused, and the exit code is 1 "
-        "unless all are exact or in pieces. --attributes names their file of attributes "
-        "then, which goes into the sidecar with the groups' paths.",
+        "Writes a record file in the token style, with lengths in millimetres, and beside "
+        "plant.dat a sidecar, plant.attributes.csv, with what the headers can't hold: pipeline, "
+        "item code, description. A folder stands for all *.pcf files in it and below. Components "
+        "that can't be drawn, or are drawn by guess, are reported with their line; the exit code "
+        "is then 1. One file is in memory at a time.\n"
+        "Review models (.rvm, .rev), binary or text, are streamed: their shapes are counted as "
+        "exact, in pieces, sliced, faceted, doubtful or refused, and the exit code is 1 unless all "
+        "are exact or in pieces. For these --attributes names the file with their attributes, "
+        "which go into the sidecar with the paths of their groups.",
         {{"vesk import pump.pcf -o pump.dat", "writes pump.dat and pump.attributes.csv"},
          {"vesk import lines/*.pcf -o plant.dat", "a file for each line"},
-         {"vesk import - -o - < line7.pcf | vesk info -", "through pipes"},
+         {"vesk import - -o - < line7.pcf | vesk info -", "from and to other programs"},
          {"vesk import plant.rvm --attributes plant.att -o plant.dat", "a review model"}}};
   }
 
@@ -206,27 +206,27 @@ class ImportCommand : public Command {
         ->type_name("OUT")
         ->default_str("to be given");
     app.add_option("--attributes", attributes_,
-                   "the sidecar, in place of the one beside OUT; of review models the file of "
-                   "their attributes, to be read")
+                   "the sidecar to write, instead of the one beside OUT; for review models, the "
+                   "file with their attributes to read")
         ->type_name("FILE")
         ->default_str("beside OUT");
     app.add_option("--group", review_.groups,
-                   "of review models only the groups with this path or end of a path, "
-                   "\"/SITE/ZONE\"; * stands for any characters")
+                   "review models: only groups whose path is this or ends with it, \"/SITE/ZONE\"; "
+                   "* stands for any characters")
         ->type_name("PATH")
         ->default_str("all");
-    app.add_flag("--obstructions", review_.obstructions, "draw obstructions of review models");
-    app.add_flag("--insulations", review_.insulations, "draw insulations of review models");
+    app.add_flag("--obstructions", review_.obstructions, "review models: draw obstructions");
+    app.add_flag("--insulations", review_.insulations, "review models: draw insulation");
     app.add_flag("--no-attributes", noAttributes_, "write no sidecar");
     app.add_option("--bores", bores_,
                    "what bores in millimetres mean: nominal (DN), inches (NPS times 25.4), "
-                   "diameter (drawn as they are) or auto, what most of a file says")
+                   "diameter (drawn as they are) or auto (as most bores of the file indicate)")
         ->type_name("MEANING")
         ->check(CLI::IsMember(std::vector<std::string>{"auto", "nominal", "inches", "diameter"}))
         ->capture_default_str();
     app.add_option("--tolerance", tolerance_,
-                   "how far the faces of slanting round bodies, and slices of domes, may lie from "
-                   "these")
+                   "how far the faces of oblique round bodies, and the slices of domes, may lie "
+                   "from the true shape")
         ->type_name("MM")
         ->check(aboveZero())
         ->capture_default_str();
@@ -236,7 +236,7 @@ class ImportCommand : public Command {
 
   Exit run(Session& session) override {
     if (output_.empty()) {
-      throw Failure(Exit::kUsage, "there is no output", outputHint(words_));
+      throw Failure(Exit::kUsage, "no output is given", outputHint(words_));
     }
     const std::vector<std::string> files = expandFiles(words_, {".pcf", ".rvm"});
     if (areReviewModels(files)) return importReviews(files, session);
@@ -282,7 +282,7 @@ class ImportCommand : public Command {
     if (reviews == 0) return false;
     if (reviews == static_cast<std::ptrdiff_t>(files.size())) return true;
     throw Failure(Exit::kUsage, "piping files and review models can't go into one file",
-                  "import them one after the other, and merge the record files");
+                  "import them one after another and merge the record files");
   }
 
   Exit importReviews(const std::vector<std::string>& files, Session& session) const {
@@ -307,7 +307,7 @@ class ImportCommand : public Command {
 
   std::optional<std::string> sidecarName() const {
     if (noAttributes_) return std::nullopt;
-    if (attributes_.size() > 1) throw Failure(Exit::kUsage, "there is one sidecar, not more");
+    if (attributes_.size() > 1) throw Failure(Exit::kUsage, "there can be only one sidecar");
     if (!attributes_.empty()) return attributes_[0];
     return besideOutput();
   }

@@ -138,9 +138,8 @@ class Sink : public Vesk::ReviewSink {
 };
 
 constexpr const char* kOddities[Vesk::kReviewOddities] = {
-    "ends of groups without a group", "groups without an end",
-    "unknown chunks, skipped",        "chunks with more than is known of them",
-    "the file ends inside END:",      "bytes behind END:"};
+    "ends of groups without a group", "groups without an end",     "unknown chunks, skipped",
+    "chunks with unknown extra data", "the file ends inside END:", "bytes behind END:"};
 
 // What was seen or dropped, with how often it was.
 std::vector<std::pair<std::string, std::uint64_t>> remarksOf(
@@ -150,18 +149,18 @@ std::vector<std::pair<std::string, std::uint64_t>> remarksOf(
       {"shapes whose box is not that of their parameters", counts.boxesDisagree},
       {"sheared snouts of two radii, whose form is not certain", counts.oddSnouts},
       {"shapes whose transparency stands in an uncertain place", counts.uncertainTransparencies},
-      {"shapes of rounded axes, made perpendicular again", counts.axesRepaired},
+      {"shapes with rounded axes, made perpendicular again", counts.axesRepaired},
       {"facets without an area or that cross themselves, left out", counts.facetsRefused},
       {"obstructions, skipped (--obstructions draws them)", counts.obstructionsSkipped},
       {"insulations, skipped (--insulations draws them)", counts.insulationsSkipped},
       {"shapes of groups that were not selected", counts.notSelected},
       {"colours, dropped", counts.colours},
-      {"transparencies, in the sidecar alone", counts.transparencies},
+      {"transparencies, kept only in the sidecar", counts.transparencies},
       {"normals, dropped", counts.normals},
       {"groups without attributes", counts.groupsWithoutAttributes},
       {"groups without shapes whose attributes are dropped", counts.groupsOfNoShape},
       {"blocks of attributes without a group", attributes.unusedCount()},
-      {"lines of attributes that belong to no block or are none", attributes.strayCount()},
+      {"lines that are not attributes or belong to no block", attributes.strayCount()},
       {"names that share a header field F2", names.crowded()},
   };
   for (std::size_t i = 0; i < Vesk::kReviewOddities; ++i) {

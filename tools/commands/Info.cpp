@@ -150,12 +150,13 @@ class InfoCommand : public Command {
             Group::kLook,
             "FILE...",
             "style, counts by kind, bounding box, volume",
-            "Lengths are in the unit of the file, by custom millimetres; the volume is in cubes of "
-            "it. Elements that can't be read are reported and left out; the exit code is then 1.",
+            "Lengths are in the unit of the file, by custom millimetres; the volume is in that "
+            "unit cubed. Elements that can't be read are reported and left out; the exit code is "
+            "then 1.",
             {{"vesk info plant.dat", "what is in the file"},
-             {"vesk info plant.dat --header 'P-10*'", "of some of its headers"},
+             {"vesk info plant.dat --header 'P-10*'", "only some of its headers"},
              {"vesk info -j 0 --json zones/ | jq '.files[].elements'", "every file of a folder"},
-             {"vesk info plant.dat.gz", "packed by gzip, as by zstd"}}};
+             {"vesk info plant.dat.gz", "packed by gzip; zstd works too"}}};
   }
 
   void define(CLI::App& app) override {

@@ -436,10 +436,10 @@ class ListCommand : public Command {
         "FILE...",
         "one line per element",
         "X, Y and Z are the first point of the record. Elements that can't be read are reported "
-        "and left out; the exit code is then 1. --csv and --json tell the attributes of a sidecar, "
-        "plant.attributes.csv beside plant.dat. --csv has a column for each number, in the unit of "
-        "the file and degrees; of several files the first column is the file. --sort keeps all "
-        "lines of the answer in memory.",
+        "and left out; the exit code is then 1. --csv and --json include the attributes of a "
+        "sidecar, plant.attributes.csv beside plant.dat. --csv has a column for each number, in "
+        "the unit of the file and degrees; with several files the first column is the file. --sort "
+        "keeps all lines of the answer in memory.",
         {{"vesk list plant.dat | less", "all elements"},
          {"vesk list plant.dat --only bend --header 'P-10*'", "the bends of some lines"},
          {"vesk list plant.dat --bbox 0,0,0,5000,5000,3000", "what is in a corner"},
@@ -451,18 +451,18 @@ class ListCommand : public Command {
     app.add_option("FILE", words_, "record files, folders of *.dat files or patterns; - is stdin")
         ->required();
     app.add_option("--attributes", attributes_,
-                   "the sidecar of a single FILE, in place of the one beside it")
+                   "the sidecar of a single FILE, instead of the one beside it")
         ->type_name("SIDECAR")
         ->default_str("beside FILE");
     CLI::Option* csv = app.add_flag("--csv", csv_, "comma-separated values");
     app.add_flag("--json", json_, "one JSON document with all values")->excludes(csv);
     CLI::Option* sort =
-        app.add_option("--sort", sort_, "by one of the columns of --csv, the least first")
+        app.add_option("--sort", sort_, "sort by one of the columns of --csv, smallest first")
             ->type_name("COLUMN")
             ->default_str("as in the file")
             ->check(CLI::IsMember(std::vector<std::string>(std::begin(kKeys), std::end(kKeys))));
-    app.add_flag("--descending", descending_, "the greatest first")->needs(sort);
-    app.add_option("--limit", most_, "elements that are listed at most; 0: all")
+    app.add_flag("--descending", descending_, "sort largest first")->needs(sort);
+    app.add_option("--limit", most_, "list at most this many elements; 0: all")
         ->type_name("N")
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
@@ -473,7 +473,7 @@ class ListCommand : public Command {
     const std::vector<std::string> files = expandFiles(words_);
     if (!attributes_.empty() && files.size() > 1) {
       throw Failure(Exit::kUsage, "--attributes is for a single file",
-                    "what is beside each is read without it");
+                    "the sidecars beside the files are read without it");
     }
     Choice choice(selection_, files, session);
     const std::unique_ptr<Listing> listing = makeListing(session);

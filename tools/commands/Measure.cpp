@@ -35,22 +35,22 @@ class MeasureCommand : public Command {
         Group::kLook,
         "FILE...",
         "take-off: metres of pipe, bends, areas, weight",
-        "Of the bodies as they are drawn, not of a mesh; what is measured otherwise than its "
-        "numbers say, or not at all, is named. Without walls solids count as full: a pipe has the "
-        "volume of its cylinder. Surfaces of round bodies and duct elbows, to be painted, leave "
-        "out the ends. Lines of drawings (segments, polylines) have a length of their own, LINES, "
-        "so that a centre line is not pipe twice. A box is a piece of duct along its longest edge. "
-        "Several files are one plant.\n"
-        "--by takes header, group, kind and size, of the records; item, spec and any other column "
-        "of the sidecar. With commas between, a group is a combination; given again, another "
-        "table follows. By columns of the sidecar a group is one line, and what was drawn for "
-        "one component counts as one.\n"
-        "With walls weights are of steel, and the rest is named and counted. Where the sidecar "
-        "knows components, flanges, valves and the like have no wall and no insulation. "
-        "docs/takeoff.md goes from a piping file to an order.",
+        "Measures the bodies as they are drawn, not their meshes; elements that are measured "
+        "otherwise than their numbers say, or not at all, are named. Without walls solids count as "
+        "full: a pipe has the volume of its cylinder. Surfaces, meant for painting, leave out the "
+        "ends of round bodies and duct elbows. Drawn lines (segments, polylines) have a length of "
+        "their own, LINES, so that a centre line does not count as pipe again. A box is a piece of "
+        "duct along its longest edge. Several files are one plant.\n"
+        "--by takes header, group, kind and size from the records, and item, spec and any other "
+        "column from the sidecar. Words with commas between them group by combination; each "
+        "further --by gives another table. With columns of the sidecar a group is one line, and "
+        "everything drawn for one component counts as one.\n"
+        "With walls, weights are those of steel, and elements without a wall are named and "
+        "counted. Where the sidecar knows components, flanges, valves and the like have neither "
+        "wall nor insulation. docs/takeoff.md leads from a piping file to an order.",
         {{"vesk measure plant.dat", "the table"},
-         {"vesk measure zones/*.dat --density 7850", "with the weight of full steel"},
-         {"vesk measure --schedule 40 --by header,size plant.dat", "pipe with its walls"},
+         {"vesk measure zones/*.dat --density 7850", "with the weight of solid steel"},
+         {"vesk measure --schedule 40 --by header,size plant.dat", "pipe with walls"},
          {"vesk measure --by item plant.dat", "a bill of materials, by plant.attributes.csv"},
          {"vesk measure --by item --by spec --xlsx bill.xlsx plant.dat", "a sheet for each"},
          {"vesk measure --csv plant.dat > takeoff.csv", "for programs"}}};
@@ -62,8 +62,8 @@ class MeasureCommand : public Command {
         ->type_name("WORD,...")
         ->allow_extra_args(false)
         ->default_str("one table of kinds and sizes");
-    app.add_flag("--sums", sums_, "with --by only the sum of each group");
-    app.add_option("--attributes", attributes_, "the sidecar, in place of the one beside FILE")
+    app.add_flag("--sums", sums_, "with --by, show only the sum of each group");
+    app.add_option("--attributes", attributes_, "the sidecar, instead of the one beside FILE")
         ->type_name("SIDECAR")
         ->default_str("beside FILE");
     defineWalls(app);
@@ -77,7 +77,7 @@ class MeasureCommand : public Command {
         ->capture_default_str();
     CLI::Option* csv = app.add_flag("--csv", csv_, "comma-separated values");
     CLI::Option* json = app.add_flag("--json", json_, "one JSON document")->excludes(csv);
-    app.add_option("--xlsx", xlsx_, "a workbook in place of the table, a sheet for each --by")
+    app.add_option("--xlsx", xlsx_, "write a workbook instead of the table, a sheet for each --by")
         ->type_name("OUT")
         ->default_str("none")
         ->excludes(csv)
@@ -126,20 +126,23 @@ class MeasureCommand : public Command {
             ->default_str("solid")
             ->check(CLI::IsMember(scheduleNames()));
     app.add_option("--walls", walls_,
-                   "walls of one's own, a CSV file: 114.3,6.02 or, for ducts, 400 x 300,1")
+                   "your own walls from a CSV file: 114.3,6.02 or, for ducts, 400 x 300,1")
         ->type_name("TABLE")
         ->default_str("none")
         ->excludes(schedule);
-    density_ = app.add_option("--density", options_.density, "kg/m3 of the solids; 0: no weight")
+    density_ = app.add_option("--density", options_.density,
+                              "density of the solids in kg/m3; 0: "
+                              "no weight")
                    ->type_name("KG/M3")
                    ->check(zeroOrMore())
                    ->default_str("0, with walls 7850");
-    app.add_option("--content", options_.content, "kg/m3 of what flows inside of walls")
+    app.add_option("--content", options_.content, "density in kg/m3 of what flows inside the walls")
         ->type_name("KG/M3")
         ->check(zeroOrMore())
         ->default_str("1000");
-    app.add_option("--insulation", options_.insulation,
-                   "thickness of insulation round pipes, bends, cones and ducts in millimetres")
+    app.add_option(
+           "--insulation", options_.insulation,
+           "thickness in millimetres of the insulation around pipes, bends, cones and ducts")
         ->type_name("MM")
         ->check(zeroOrMore())
         ->default_str("0");
@@ -161,7 +164,7 @@ class MeasureCommand : public Command {
     for (const Grouping& grouping : options_.groupings) {
       if (sidecar != nullptr || !grouping.needsSidecar()) continue;
       throw Failure(Exit::kInput, shownName(file) + ": has no sidecar to measure by",
-                    "--attributes names it; vesk import writes one");
+                    "name it with --attributes; vesk import writes one");
     }
     TakeOff part(options_);
     part.begin(shownName(file), sidecar.get());

@@ -33,18 +33,17 @@ class MergeCommand : public Command {
         Group::kChange,
         "IN IN... -o OUT",
         "several files into one, headers kept apart",
-        "Writes the elements of one file behind those of the other: as they stand where a file "
-        "has the style of OUT, converted where not, and every value that is lost then is named, "
-        "as by convert. A header clashes where two files have elements of the same counter in "
-        "it: --clash says what becomes of that of the later file, and the answer what became of "
-        "it. Rows of plant.attributes.csv beside the files go along, under their new keys. The "
-        "exit code is 1 when anything but decimals is lost, or when elements can't be read and "
-        "are left out. The files are read twice. Memory: 6 KB at most for each header, and 100 "
-        "bytes for each row.",
+        "Writes the elements of the files one after another: unchanged if the file has the style "
+        "of OUT, else converted, and then every value that is lost is named, as convert does. A "
+        "header clashes if two files have elements with the same counter in it: --clash says what "
+        "becomes of the header in the later file, and the answer reports it. Rows of "
+        "plant.attributes.csv beside the files are copied, under their new keys. The exit code is "
+        "1 if anything but decimals is lost, or if elements can't be read and are left out. The "
+        "files are read twice. Memory: 6 KB at most for each header, and 100 bytes for each row.",
         {{"vesk merge piping.dat steel.dat -o plant.dat", "two files"},
          {"vesk merge zones/*.dat -o plant.dat --style fixed", "all in one style"},
-         {"vesk merge lines/ -o plant.dat --clash keep", "the parts that split made"},
-         {"vesk merge a.dat b.dat -o c.dat -n", "only say which headers clash"}}};
+         {"vesk merge lines/ -o plant.dat --clash keep", "the parts from split"},
+         {"vesk merge a.dat b.dat -o c.dat -n", "say only which headers clash"}}};
   }
 
   void define(CLI::App& app) override {
@@ -58,17 +57,17 @@ class MergeCommand : public Command {
         ->default_str("that of the first file")
         ->check(CLI::IsMember(std::vector<std::string>{"fixed", "token"}));
     app.add_option("--clash", clash_,
-                   "headers that clash: renumber (counters move behind those of the files "
-                   "before), rename (F1 gets ~2 at its end), keep (they are one header, equal "
-                   "counters one component) or refuse")
+                   "what to do with headers that clash: renumber (counters move behind those of "
+                   "the files before), rename (F1 gets ~2 at its end), keep (both are one header, "
+                   "equal counters one component) or refuse")
         ->type_name("WHAT")
         ->check(CLI::IsMember(std::vector<std::string>{"renumber", "rename", "keep", "refuse"}))
         ->capture_default_str();
-    app.add_option("--limit", limit_, "values that are lost and named one by one; 0: all")
+    app.add_option("--limit", limit_, "name at most this many lost values; 0: all")
         ->type_name("N")
         ->capture_default_str();
     app.add_flag("--strict", strict_, "write nothing if anything but decimals is lost");
-    app.add_flag("-n,--dry-run", dryRun_, "only say what would be written, and what clashes");
+    app.add_flag("-n,--dry-run", dryRun_, "say only what would be written, and what clashes");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecars where they are");
     app.add_flag("--json", json_, "one JSON document of what was done");
     app.add_flag("-f,--force", force_, "replace OUT");
@@ -218,7 +217,7 @@ class MergeCommand : public Command {
       }
     }
     if (clashes > kMostSaid && !isVerbose)
-      text += "and so " + counted(clashes - kMostSaid, "more header") + "; -v shows all\n";
+      text += "and " + counted(clashes - kMostSaid, "more header") + "; -v shows all\n";
     return text;
   }
 
@@ -253,7 +252,7 @@ class MergeCommand : public Command {
     };
     if (clash_ == "rename") return "renamed to " + shownHeader(use.newKey);
     if (clash_ == "renumber") return "renumbered, " + range(0) + " become " + range(use.shift);
-    return clash_ == "keep" ? "kept as they are" : "have counters that are taken";
+    return clash_ == "keep" ? "kept as they are" : "have counters that are already taken";
   }
 
   std::vector<std::string> words_;

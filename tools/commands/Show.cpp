@@ -59,18 +59,18 @@ class ShowCommand : public Command {
             Group::kLook,
             "FILE:LINE",
             "the fields of an element with their columns",
-            "Any line of the element will do, or options that choose elements. Columns count "
-            "from 1, in bytes.",
+            "LINE may be any line of the element; options that choose elements may take its place. "
+            "Columns are counted in bytes from 1.",
             {{"vesk show plant.dat:1042", "the element at this line"},
-             {"vesk show plant.dat --near 1000,0,500,50", "all that is near a point"},
-             {"vesk show plant.dat:1042:31-40", "the place of a finding, as it was printed"}}};
+             {"vesk show plant.dat --near 1000,0,500,50", "everything near a point"},
+             {"vesk show plant.dat:1042:31-40", "the place of a finding, as printed"}}};
   }
 
   void define(CLI::App& app) override {
     app.add_option("FILE:LINE", word_,
-                   "record file and, unless options choose, a line from 1; - is stdin")
+                   "record file and, unless options choose elements, a line from 1; - is stdin")
         ->required();
-    app.add_option("--attributes", attributes_, "the sidecar, in place of the one beside FILE")
+    app.add_option("--attributes", attributes_, "the sidecar, instead of the one beside FILE")
         ->type_name("SIDECAR")
         ->default_str("beside FILE");
     app.add_flag("--json", json_, "one JSON document");
@@ -82,7 +82,7 @@ class ShowCommand : public Command {
     const std::optional<Place> place = placeOf(word_);
     if (!place || place->line == 0) {
       throw Failure(Exit::kUsage, "\"" + word_ + "\" names no line",
-                    "a file, a colon and a line, for instance plant.dat:1042");
+                    "give a file, a colon and a line, for instance plant.dat:1042");
     }
     expectInput(place->file, session.progress());
     InputCount count;

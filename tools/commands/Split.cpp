@@ -76,18 +76,18 @@ class SplitCommand : public Command {
         "IN --by HOW -o OUT",
         "parts by header, kind, size or place",
         "Each element goes into one part, as it stands in IN, byte for byte, and in the order of "
-        "IN; all parts together are IN. OUT is a folder, which is made if it is not there, or a "
-        "name with * for what tells the parts apart. Of that, letters, digits, \"-\", \"+\", "
-        "\"_\" and \".\" stay, all else becomes \"_\"; of two parts whose names would differ in "
-        "nothing, or in upper and lower case only, the second gets \"-2\". Rows of "
-        "plant.attributes.csv go along, those of a component in several parts with each. What "
-        "can't be read is named, and in no part; the exit code is then 1. All parts appear, or "
-        "none. Few files are open at a time. Memory: 32 MB, 5 KB for each part and 100 bytes for "
-        "each row.",
+        "IN; all parts together make up IN. OUT is a folder, which is made if it does not exist, "
+        "or a name with * where the names of the parts go. In these names letters, digits, \"-\", "
+        "\"+\", \"_\" and \".\" stay, and every other character becomes \"_\"; if two parts would "
+        "have the same name, or names that differ only in upper and lower case, the second gets "
+        "\"-2\". Rows of plant.attributes.csv are copied; the row of a component in several parts "
+        "goes into each. Elements that can't be read are named and left out; the exit code is then "
+        "1. Either all parts appear, or none. Only a few files are open at a time. Memory: 32 MB, "
+        "5 KB for each part and 100 bytes for each row.",
         {{"vesk split plant.dat --by header -o lines", "lines/P-1001_01.dat and so on"},
          {"vesk split plant.dat --by kind -o \"plant-*.dat\"", "plant-cylinder.dat and so on"},
          {"vesk split plant.dat --by grid --grid 6000 -o areas", "squares of 6 m in plan"},
-         {"vesk split plant.dat --by size -o sizes -n", "only say which parts"}}};
+         {"vesk split plant.dat --by size -o sizes -n", "say only which parts"}}};
   }
 
   bool takesMixed() const override { return false; }
@@ -102,22 +102,22 @@ class SplitCommand : public Command {
         ->default_str("to be given")
         ->check(CLI::IsMember(std::vector<std::string>{"header", "group", "kind", "size", "grid"}));
     app.add_option("--grid", grid_,
-                   "the cells of --by grid, from 0 on: squares in plan of this size, or boxes by "
-                   "X,Y,Z")
+                   "the cells of --by grid, starting at 0: squares in plan of this size, or boxes "
+                   "with X,Y,Z")
         ->type_name("LENGTH")
         ->default_str("none");
     app.add_option("-o,--output", output_, "folder, or a name with *")
         ->type_name("OUT")
         ->required()
         ->default_str("to be given");
-    app.add_option("--limit", limit_, "most parts; more are refused")
+    app.add_option("--limit", limit_, "the largest number of parts; more are refused")
         ->type_name("N")
         ->check(CLI::Range(1, 100000))
         ->capture_default_str();
-    app.add_flag("-n,--dry-run", dryRun_, "only say which parts there would be");
+    app.add_flag("-n,--dry-run", dryRun_, "say only which parts there would be");
     app.add_flag("--no-attributes", noAttributes_, "leave the sidecar where it is");
     app.add_flag("--json", json_, "one JSON document of what was done");
-    app.add_flag("-f,--force", force_, "replace files that are there");
+    app.add_flag("-f,--force", force_, "replace existing files");
   }
 
   Exit run(Session& session) override {
@@ -151,7 +151,7 @@ class SplitCommand : public Command {
     const bool isGood = isPlan || readNumbers(grid_, 3, lengths);
     for (std::size_t i = 0; i < (isPlan ? 2 : 3); ++i) {
       if (!isGood || !(lengths[i] > 0.0)) {
-        throw Failure(Exit::kUsage, "--grid " + grid_ + ": no lengths above 0",
+        throw Failure(Exit::kUsage, "--grid " + grid_ + ": not lengths above 0",
                       "for instance --grid 6000 or --grid 6000,6000,3000");
       }
       cells_[i] = lengths[i];
@@ -164,7 +164,10 @@ class SplitCommand : public Command {
     const std::size_t star = name.find('*');
     if (output_.find('*') != output_.npos) {
       if (star == name.npos || output_.find('*') != output_.rfind('*')) {
-        throw Failure(Exit::kUsage, output_ + ": one * is for the parts, in the name of the file",
+        throw Failure(Exit::kUsage,
+                      output_ +
+                          ": only one * may stand for the parts, in the name "
+                          "of the file",
                       "for instance -o \"parts/plant-*.dat\"");
       }
       before_ = output_.substr(0, output_.find('*'));

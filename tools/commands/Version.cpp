@@ -34,14 +34,15 @@ class VersionCommand : public Command {
             "",
             {{"vesk version", "for people"},
              {"vesk version --json", "for programs"},
-             {"vesk version --licences", "the libraries of others in this build"}}};
+             {"vesk version --licences", "the third-party libraries in this build"}}};
   }
 
   bool takesMixed() const override { return false; }
 
   void define(CLI::App& app) override {
     CLI::Option* json = app.add_flag("--json", json_, "one JSON document");
-    app.add_flag("--licences", licences_, "the licence of each library of others")->excludes(json);
+    app.add_flag("--licences", licences_, "show the licence of each third-party library")
+        ->excludes(json);
   }
 
   Exit run(Session& session) override {

@@ -37,48 +37,47 @@ class ViewCommand : public Command {
             Group::kSee,
             "FILE...",
             "a page, or a drawing, that shows the model",
-            "Writes one HTML file that needs no network: turn, cut and measure the model, click "
-            "an element to see its record. Without -o it is a temporary file, which is opened; "
-            "if your browser may not read the temporary folder, give it a name of your own.\n"
+            "Writes one HTML file that needs no network: turn, cut and measure the model, or click "
+            "an element to see its record. Without -o it is a temporary file, which is opened; if "
+            "your browser may not read the temporary folder, name a file with -o.\n"
             "\n"
-            "With -o x.svg or x.png it is a drawing without hidden lines. In an .svg they are "
-            "paths, and texts are text; a .png is coloured by the kinds of elements. Drawings "
-            "are as fine as can be seen at their size unless --quality or --tolerance is given.\n"
+            "With -o x.svg or x.png it is a drawing without hidden lines. In an .svg lines are "
+            "paths and texts are text; a .png is coloured by the kinds of elements. Drawings are "
+            "as fine as can be seen at their size unless --quality or --tolerance is given.\n"
             "\n"
             "The whole model is in memory: about 700 bytes for each element of a page, here and in "
             "the browser, and 3 KB for each of a drawing. The exit code is 1 if elements can't be "
             "read or drawn.",
-            {{"vesk view plant.dat", "look at it"},
-             {"vesk view plant.dat --header P-1001 --context", "at one header, in its place"},
+            {{"vesk view plant.dat", "look at the model"},
+             {"vesk view plant.dat --header P-1001 --context", "one header within the plant"},
              {"vesk view zones/ -o plant.html", "a page to pass on"},
              {"vesk view plant.dat -o plant.png", "a picture"},
-             {"vesk view plant.dat -o plant.png --watch", "again whenever it was written"},
+             {"vesk view plant.dat -o plant.png --watch", "again whenever plant.dat is written"},
              {"vesk view plant.dat -o top.svg --from top", "a line drawing"},
-             {"vesk check plant.dat --view", "look at what is wrong with it"},
-             {"vesk diff old.dat new.dat --view", "look at what has changed"}}};
+             {"vesk check plant.dat --view", "see what is wrong with it"},
+             {"vesk diff old.dat new.dat --view", "see what has changed"}}};
   }
 
   void define(CLI::App& app) override {
-    app.add_option("FILE", words_, "record files, folders of them; - is stdin")->required();
+    app.add_option("FILE", words_, "record files or folders of them; - is stdin")->required();
     target_.define(app);
     app.get_option("--output")
         ->description(
-            "write this .html, .svg or .png file, and open no browser; - is stdout (see --to)");
+            "write this .html, .svg or .png file and open no browser; - is stdout (see --to)");
     app.add_option("--to", to_, "html, svg or png")
         ->type_name("FORMAT")
         ->default_str("by the ending of the file")
         ->check(CLI::IsMember(std::vector<std::string>{"html", "svg", "png"}));
-    app.add_option("--title", title_, "what stands above the model")
+    app.add_option("--title", title_, "title of the page")
         ->type_name("TITLE")
         ->default_str("name of the file");
-    app.add_option("--attributes", attributes_,
-                   "the CSV file that tells of the components of a single FILE")
+    app.add_option("--attributes", attributes_, "the sidecar with the components of a single FILE")
         ->type_name("FILE")
         ->default_str("FILE.attributes.csv beside it");
     fineness_.define(app);
     drawing_.define(app);
-    app.add_flag("--context", context_, "show what is not chosen too, translucent");
-    app.add_flag("--watch", watch_, "write it again whenever a file was written; Ctrl-C ends it");
+    app.add_flag("--context", context_, "also show what is not chosen, translucent");
+    app.add_flag("--watch", watch_, "write it again whenever a file is written; Ctrl-C ends it");
     selection_.define(app, Beside::kTolerance);
     app_ = &app;
   }
@@ -86,7 +85,7 @@ class ViewCommand : public Command {
   Exit run(Session& session) override {
     if (!watch_) return viewAll(session);
     if (target_.output.empty() || target_.output == "-") {
-      throw Failure(Exit::kUsage, "--watch writes a file again and again", "-o FILE.html names it");
+      throw Failure(Exit::kUsage, "--watch needs a file to write", "name it with -o FILE.html");
     }
     watchFiles(words_, session, [&] {
       viewAll(session);
@@ -104,12 +103,13 @@ class ViewCommand : public Command {
     }
     if (format != Format::kPage) return draw(format, files, session);
     if (drawing_.isGiven()) {
-      throw Failure(Exit::kUsage, "--from and the other options of drawings are not for a page",
-                    "-o FILE.png or -o FILE.svg");
+      throw Failure(Exit::kUsage,
+                    "--from and the other options for drawings do not apply to a page",
+                    "use -o FILE.png or -o FILE.svg");
     }
     if (!attributes_.empty() && files.size() > 1) {
       throw Failure(Exit::kUsage, "--attributes is for a single file",
-                    "FILE.attributes.csv beside each is read without it");
+                    "FILE.attributes.csv beside each file is read without it");
     }
     target_.require(files);
     Choice choice(selection_, files, session);
@@ -163,7 +163,7 @@ class ViewCommand : public Command {
       writePng(out, Vesk::paint(drawing, drawing_.hasFaces()));
     }
     out.commit();
-    sayLeftOut(drawing.farTexts(), "far from all else and would shrink the plant", session);
+    sayLeftOut(drawing.farTexts(), "far from everything else and would shrink the plant", session);
     sayLeftOut(drawing.buriedTexts(),
                "where " + std::to_string(Vesk::Drawing::kMostOverEachOther) + " others do",
                session);

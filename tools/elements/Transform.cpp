@@ -42,18 +42,18 @@ GeMatrix readTurn(const std::string& word) {
   const bool good = word.size() > 2 && word[1] == ',' && word.find_first_of("xyz") == 0 &&
                     readNumber(std::string_view(word).substr(2), degrees) && std::isfinite(degrees);
   if (good) return turnAbout(word[0], degrees);
-  throw Failure(Exit::kUsage, "--rotate " + word + ": no axis and angle",
+  throw Failure(Exit::kUsage, "--rotate " + word + ": not an axis and an angle",
                 "x, y or z, a comma and degrees, for instance z,90");
 }
 
 }  // namespace
 
 void Transform::define(CLI::App& app) {
-  app.add_option("--scale", scaleWord_, "multiply by this about the origin, sizes too")
+  app.add_option("--scale", scaleWord_, "multiply coordinates and sizes by this, about the origin")
       ->type_name("FACTOR")
       ->default_str("1");
   app.add_option("--rotate", turnWords_,
-                 "then turn about the x, y or z axis by degrees, right hand: z,90; may be given "
+                 "then turn about the x, y or z axis by degrees, right-handed: z,90; may be given "
                  "several times")
       ->type_name("AXIS,DEG")
       ->default_str("none")
@@ -68,7 +68,7 @@ void Transform::define(CLI::App& app) {
 void Transform::prepare() {
   if (!scaleWord_.empty() &&
       !(readNumber(scaleWord_, scale_) && std::isfinite(scale_) && scale_ > 0.0)) {
-    throw Failure(Exit::kUsage, "--scale " + scaleWord_ + ": no number above 0");
+    throw Failure(Exit::kUsage, "--scale " + scaleWord_ + ": not a number above 0");
   }
   for (const std::string& word : turnWords_) turns_.push_back(readTurn(word));
   double v[3] = {};

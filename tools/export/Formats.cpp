@@ -66,9 +66,10 @@ std::string formatsHelp() {
   }
   return help +
          "\n"
-         "What is left out is counted in a warning; --strict makes the exit code 1.\n"
-         "Opened: by these programs of others in our tests. `vesk import` reads .pcf,\n"
-         "piping components, and .rvm and .rev, review models: `vesk import --help`.\n";
+         "Elements that are left out are counted in a warning; with --strict the exit\n"
+         "code is then 1. Opened: by these third-party programs in our tests.\n"
+         "`vesk import` reads .pcf, piping components, and .rvm and .rev, review models:\n"
+         "`vesk import --help`.\n";
 }
 
 }  // namespace VeskTool

@@ -104,14 +104,13 @@ std::string formatHint(const std::string& name) {
   for (const char* end : {".pcf", ".rvm", ".rev"}) {
     if (endsWith(name, end)) {
       return "vesk import " + name + " -o " + nameOf(pathOf(name).replace_extension(".dat")) +
-             " makes one of it";
+             " makes a record file of it";
     }
   }
   for (const char* end : {".glb", ".gltf", ".obj", ".stl", ".ply", ".step", ".stp", ".ifc", ".dxf",
                           ".sqlite", ".html", ".svg", ".png"}) {
     if (endsWith(name, end)) {
-      return "files like this are made of record files, by vesk export and view; there is no way "
-             "back";
+      return "vesk export and vesk view make such files from record files; there is no way back";
     }
   }
   return "a record file has lines of fixed columns or of tokens; see docs/records.md";
@@ -175,7 +174,7 @@ Exit workInParallel(Session& session, std::size_t count, std::size_t jobs, const
 
 void refuseStdinTwice(const std::vector<std::string>& words) {
   if (std::count(words.begin(), words.end(), "-") > 1) {
-    throw Failure(Exit::kUsage, "the standard input can be read once only");
+    throw Failure(Exit::kUsage, "the standard input can be read only once");
   }
 }
 
@@ -265,7 +264,7 @@ void requireRecords(const Vesk::RecordFile& records, const InputCount& count,
     throw Failure(Exit::kInput, records.name() + ": " + records.error());
   }
   if (elements == 0 && count.bytes > 0 && !count.isBlank && records.mode() == 0) {
-    throw Failure(Exit::kInput, records.name() + ": this is no record file",
+    throw Failure(Exit::kInput, records.name() + ": this is not a record file",
                   formatHint(records.name()));
   }
 }

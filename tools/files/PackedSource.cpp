@@ -69,7 +69,7 @@ std::size_t PackedSource::unpack(char* buffer, std::size_t size) {
       throw Failure(Exit::kInput,
                     "becomes more than " + grouped(kMostTimes) +
                         " times its size when it is unpacked, which no plant does",
-                    "if it is one all the same, unpack it first");
+                    "if it is a plant all the same, unpack it first");
     }
   } catch (const Failure& failure) {
     throw Failure(failure.exit, shownName(name_) + ": " + failure.what(), failure.hint);

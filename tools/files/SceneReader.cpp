@@ -53,7 +53,7 @@ Exit readFile(const std::string& file, Choice& choice, Vesk::SceneBuilder& build
 void FinenessOptions::define(CLI::App& app) {
   CLI::Option* tolerance =
       app.add_option("--tolerance", tolerance_,
-                     "the most that a round surface and its triangles may be apart, in the unit "
+                     "the largest distance between a round surface and its triangles, in the unit "
                      "of the file")
           ->type_name("LENGTH")
           ->default_str("by --quality")

@@ -37,15 +37,15 @@ struct Meaning {
 };
 
 constexpr Meaning kMeanings[] = {
-    {"info", "counts and sums what is chosen; a file without any is not told"},
+    {"info", "counts and sums what is chosen; a file without any is not listed"},
     {"list", "lists what is chosen"},
     {"show", "shows each chosen element, in place of a line"},
     {"measure", "measures what is chosen"},
     {"check",
-     "findings of chosen elements; of a joint if either end is chosen; always lines that "
-     "can't be read. --only takes codes too"},
-    {"diff", "a pair if either side is chosen; each side is looked at in its own file"},
-    {"clash", "a pair if either of the two is chosen"},
+     "reports findings of chosen elements, of a joint if either end is chosen, and always lines "
+     "that can't be read; --only takes codes too"},
+    {"diff", "reports a pair if either side is chosen; each side is judged by its own file"},
+    {"clash", "reports a pair if either of the two is chosen"},
     {"convert", "writes what is chosen, in the style of OUT"},
     {"extract", "writes what is chosen as it stands, byte for byte"},
     {"export", "exports what is chosen"},
@@ -65,7 +65,9 @@ void SelectionOptions::define(CLI::App& app, Beside beside) {
     std::string what(each.what);
     std::string form(each.form);
     if (beside == Beside::kToleranceAndCodes && each.criterion == Criterion::kOnly) {
-      what = "these codes only, V1 means all that begin so; or findings of these kinds of elements";
+      what =
+          "only these codes, where V1 means all that begin with V1; or only findings of these "
+          "kinds of elements";
       form = "CODE,...";
     }
     options_.push_back(app.add_option(std::string(each.option), texts_[index], what)
@@ -76,7 +78,7 @@ void SelectionOptions::define(CLI::App& app, Beside beside) {
                            ->allow_extra_args(false)
                            ->group(kGroup));
   }
-  not_ = app.add_flag("--not", negates_, "before one of these: all but that")
+  not_ = app.add_flag("--not", negates_, "before one of these options: all but what it chooses")
              ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
              ->group(kGroup);
   const auto addTolerance = [&](const char* name, const char* what) {
@@ -86,9 +88,11 @@ void SelectionOptions::define(CLI::App& app, Beside beside) {
         ->capture_default_str()
         ->group(kGroup);
   };
-  CLI::Option* tolerance =
-      addTolerance("--touch-tolerance", "how far apart from it what is --touching may be");
-  if (beside == Beside::kNothing) addTolerance("--tolerance", "the same")->excludes(tolerance);
+  CLI::Option* tolerance = addTolerance("--touch-tolerance",
+                                        "how far from it an element that counts as --touching may "
+                                        "be");
+  if (beside == Beside::kNothing)
+    addTolerance("--tolerance", "the same as --touch-tolerance")->excludes(tolerance);
 }
 
 bool SelectionOptions::isCode(std::string_view word) const {
@@ -116,7 +120,9 @@ void SelectionOptions::forEachText(Take take) const {
     isNegated = false;
   }
   if (isNegated) {
-    throw Failure(Exit::kUsage, "--not is not before --header or another option that chooses",
+    throw Failure(Exit::kUsage,
+                  "--not must stand before --header or another option that chooses "
+                  "elements",
                   "for instance --not --header P-1001");
   }
 }
@@ -134,7 +140,7 @@ Vesk::Selection SelectionOptions::selection() const {
         if (!isCode(word)) {
           kept += (kept.empty() ? "" : ",") + word;
         } else if (isNegated) {
-          throw Failure(Exit::kUsage, "--not --only " + word + ": that is a code, and no kind",
+          throw Failure(Exit::kUsage, "--not --only " + word + ": that is a code, not a kind",
                         "--ignore " + word);
         }
       }
@@ -193,13 +199,13 @@ bool Choice::takes(const Vesk::RecordElement& element) {
 
 Exit Choice::finish(Session& session) const {
   if (!isNothing()) return Exit::kDone;
-  session.error("no element is chosen", "vesk info --headers tells what there is");
+  session.error("no element is chosen", "vesk info --headers lists what there is");
   return Exit::kNo;
 }
 
 std::string selectionHelp() {
   std::string help =
-      "Which elements a command is about, for all that read records:\n"
+      "How to choose elements, for all commands that read record files:\n"
       "\n";
   for (const CriterionText& each : Vesk::criteria()) {
     const std::string left = "  " + std::string(each.option) + ' ' + std::string(each.form);
@@ -208,15 +214,15 @@ std::string selectionHelp() {
     help += lines;
   }
   help +=
-      "  --not                   before one of these: all but that\n"
+      "  --not                   before one of these options: all but what it chooses\n"
       "  --touch-tolerance LENGTH  for --touching; --tolerance too where it has no other\n"
       "                          meaning\n"
       "\n"
       "The same option several times means any of its values; different options must\n"
       "all be met. --header takes what `vesk info --headers` prints, F1 alone, or a\n"
       "pattern; a group is the header's second field: --header '* A1'. Places are\n"
-      "compared by true shape. --touching reads the files twice, with each element of\n"
-      "that header in memory. --lines are lines of the file. Where nothing is chosen\n"
+      "compared by true shape. --touching reads the files twice and keeps each element\n"
+      "of that header in memory. --lines are lines of the file. If nothing is chosen,\n"
       "the exit code is 1 and nothing is written.\n"
       "\n";
   for (const Meaning& each : kMeanings) {

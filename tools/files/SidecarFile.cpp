@@ -28,7 +28,7 @@ std::unique_ptr<SidecarFile> SidecarFile::open(const std::string& recordFile,
   if (!stream) throw Failure(Exit::kInput, file + ": " + errorText(errno));
   std::unique_ptr<SidecarFile> sidecar(new SidecarFile(std::move(stream), file));
   const std::string& fault = sidecar->reader_.fault();
-  if (!fault.empty()) throw Failure(Exit::kInput, fault, "docs/sidecar.md tells what it holds");
+  if (!fault.empty()) throw Failure(Exit::kInput, fault, "docs/sidecar.md describes sidecars");
   return sidecar;
 }
 

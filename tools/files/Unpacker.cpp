@@ -44,7 +44,7 @@ class GzipUnpacker : public Unpacker {
     const int code = inflate(&stream_, Z_NO_FLUSH);
     if (code == Z_MEM_ERROR) throw std::bad_alloc();
     if (code != Z_OK && code != Z_STREAM_END && code != Z_BUF_ERROR) {
-      throw Failure(Exit::kInput, "damaged: what gzip packed can't be unpacked");
+      throw Failure(Exit::kInput, "damaged: the gzip data can't be unpacked");
     }
     isAtEnd_ = code == Z_STREAM_END;
     return {in - stream_.avail_in, out - stream_.avail_out};

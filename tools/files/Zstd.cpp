@@ -22,7 +22,7 @@ class ZstdUnpacker : public Unpacker {
     ZSTD_outBuffer out{buffer, size, 0};
     const std::size_t code = ZSTD_decompressStream(stream_.get(), &out, &in);
     if (ZSTD_isError(code) != 0) {
-      throw Failure(Exit::kInput, "damaged: what zstd packed can't be unpacked");
+      throw Failure(Exit::kInput, "damaged: the zstd data can't be unpacked");
     }
     isAtEnd_ = code == 0;
     return {in.pos, out.pos};

@@ -87,7 +87,7 @@ class Measurer {
     to_.volume = area(std::fabs(shape.volume)) * unit_;
     if (shape.volume < 0.0) {
       to_.remark =
-          "reducer with its ends exchanged: measured as it is drawn, not as less than none";
+          "reducer with its ends swapped: measured as it is drawn, not as a negative volume";
     }
   }
 

@@ -205,7 +205,7 @@ Walls Walls::ofFile(const std::string& file) {
     // Of a round size the other side is 0.
     if (!size || !readNumber(cells[1], wall) || !(wall > 0.0) ||
         !(2.0 * wall < (size->second > 0.0 ? std::min(size->first, size->second) : size->first))) {
-      throw Failure(Exit::kInput, file + ':' + std::to_string(number) + ": no size and wall",
+      throw Failure(Exit::kInput, file + ':' + std::to_string(number) + ": not a size and a wall",
                     "a line is 114.3,6.02 or, for a duct, 400 x 300,1; millimetres");
     }
     if (size->second > 0.0) {

@@ -204,7 +204,7 @@ class SheetWriter {
   void add(const TakeOffLine& line) {
     if (row_ >= kMostLines) {
       throw Failure(Exit::kOutput,
-                    "a sheet holds " + grouped(kMostLines) + " lines at the most, this is more",
+                    "a sheet holds " + grouped(kMostLines) + " lines at most, and these are more",
                     "--sums, or --csv");
     }
     lxw_format* const format = line.level == Level::kRow ? nullptr : book_.bold();

@@ -14,7 +14,7 @@ CLI::Validator numberThat(bool (*isGood)(double), const std::string& what) {
   return {[isGood, what](std::string& word) {
             double value = 0.0;
             const bool good = readNumber(word, value) && std::isfinite(value) && isGood(value);
-            return good ? std::string() : '"' + word + "\" is no " + what;
+            return good ? std::string() : '"' + word + "\" is not a " + what;
           },
           what};
 }
@@ -22,7 +22,7 @@ CLI::Validator numberThat(bool (*isGood)(double), const std::string& what) {
 }  // namespace
 
 CLI::Validator zeroOrMore() {
-  return numberThat([](double v) { return v >= 0.0; }, "number from 0 on");
+  return numberThat([](double v) { return v >= 0.0; }, "number of 0 or more");
 }
 
 CLI::Validator aboveZero() {

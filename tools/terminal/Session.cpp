@@ -84,7 +84,7 @@ void Session::sayRest() {
     for (std::size_t i = 0; i < same.untold.size(); ++i) {
       text += (i == 0 ? ", at lines " : ", ") + std::to_string(same.untold[i]);
     }
-    if (same.count - kMostOfCode > same.untold.size() && !same.untold.empty()) text += " and on";
+    if (same.count - kMostOfCode > same.untold.size() && !same.untold.empty()) text += " and so on";
     messages_.write(text + " [" + key.second + "]; -v shows all\n");
   }
   repeated_.clear();

@@ -90,7 +90,7 @@ OutputFile::OutputFile(const std::string& name, bool force) : name_(name), force
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) fail(EISDIR);
   if (fs::exists(status) && !force) {
-    throw Failure(Exit::kOutput, name + ": the file exists already", "-f replaces it");
+    throw Failure(Exit::kOutput, name + ": the file already exists", "-f replaces it");
   }
   if (isDevice(target_)) {
     file_ = openFile(target_, "wb");
@@ -171,7 +171,8 @@ void OutputFile::commit() {
   checkInterrupt();
   std::error_code error;
   if (!force_ && fs::exists(target_, error)) {
-    throw Failure(Exit::kOutput, name_ + ": the file exists by now", "-f replaces it");
+    throw Failure(Exit::kOutput, name_ + ": the file has appeared in the meantime",
+                  "-f replaces it");
   }
   const fs::file_status status = fs::status(target_, error);
   if (fs::exists(status)) fs::permissions(part_, status.permissions(), error);

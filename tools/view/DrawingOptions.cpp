@@ -49,8 +49,8 @@ void DrawingOptions::define(CLI::App& app) {
       ->check(aboveZero())
       ->capture_default_str()
       ->group(kGroup);
-  app.add_flag("--no-faces", lines_, "lines alone in a .png too, as in an .svg")->group(kGroup);
-  app.add_flag("--plain", plain_, "without scale bar and axes")->group(kGroup);
+  app.add_flag("--no-faces", lines_, "only lines in a .png too, as in an .svg")->group(kGroup);
+  app.add_flag("--plain", plain_, "leave out the scale bar and the axes")->group(kGroup);
 }
 
 bool DrawingOptions::isGiven() const {

@@ -381,7 +381,7 @@ std::string headOf(const PageModel& model, PageData& data, std::string_view titl
 void requirePageTemplate() {
   if (!pageTemplate().empty()) return;
   throw Failure(Exit::kUsage, "this vesk was built without the viewer",
-                "where it is built, npm must be there and VESK_BUILD_VIEWER on");
+                "to include it, build with npm installed and VESK_BUILD_VIEWER on");
 }
 
 void writePage(TextSink& to, const PageModel& model, std::string_view title) {

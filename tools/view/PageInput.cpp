@@ -90,7 +90,7 @@ Exit readAll(PageModel& model, const std::string& file, Session& session, bool s
   }
   requireRecords(records, count, elements);
   if (!known.fault().empty()) {
-    session.warning(known.fault(), "the page tells nothing of the components behind this line");
+    session.warning(known.fault(), "the page shows nothing of the components after this line");
     exit = worst(exit, Exit::kNo);
   }
   return exit;

@@ -75,7 +75,7 @@ void PageTarget::require(const std::vector<std::string>& inputs) const {
     for (const std::string& input : inputs) refuseSameFile(input, output);
     std::error_code error;
     if (!force && fs::is_regular_file(pathOf(output), error)) {
-      throw Failure(Exit::kOutput, output + ": the file exists already", "-f replaces it");
+      throw Failure(Exit::kOutput, output + ": the file already exists", "-f replaces it");
     }
   }
   requirePageTemplate();

@@ -152,7 +152,7 @@ void drawGasket(Builder& out, const Part& part) {
   GePoint to = part.ends.back().at;
   if (part.ends.size() == 1) {
     const GeVector line = part.along == GeVector() ? part.ends.front().line : part.along;
-    if (unit(line) == GeVector()) return out.miss("nothing tells in which direction it lies");
+    if (unit(line) == GeVector()) return out.miss("nothing shows in which direction it lies");
     const double thickness = std::min(kGasketThickness, kBlindThickness * outside);
     to = from + unit(line) * (thickness / 2);
     from = from - unit(line) * (thickness / 2);

@@ -62,7 +62,7 @@ GeVector onward(Builder& out, const Part& part) {
   const GeVector away = part.centre ? *part.centre - end.at : GeVector();
   if (away.length() >= kShortest) return unit(away);
   const GeVector direction = -unit(end.line);
-  if (direction == GeVector()) out.miss("nothing tells in which direction it lies");
+  if (direction == GeVector()) out.miss("nothing shows in which direction it lies");
   return direction;
 }
 

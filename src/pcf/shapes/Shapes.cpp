@@ -183,7 +183,7 @@ Drawn draw(const Part& part) {
   if (part.family == Family::kNothing) return drawn;
   Builder out(drawn, part.tolerance);
   if (!isSound(part)) {
-    out.miss("a number is not finite or a diameter not above 0");
+    out.miss("a number is not finite, or a diameter is not above 0");
     return drawn;
   }
   if (const std::string_view lack = lacks(part); !lack.empty()) {

@@ -73,8 +73,8 @@ const CommandCase kCommands[] = {
     {"StandardInputInMessages", "- t <odd.pcf", 1, "", "stdin:3: error: CO-ORDS: expected a number as x"},
     {"NoFile", "none.pcf t", 3, "", "none.pcf: error: cannot be read: "},
     {"Folder", ". t", 3, "", ".: error: cannot be read: "},
-    {"EmptyFile", "/dev/null t", 3, "", "this is no piping component file"},
-    {"NoPipingFile", "letter.txt t", 3, "", "this is no piping component file"},
+    {"EmptyFile", "/dev/null t", 3, "", "this is not a piping component file"},
+    {"NoPipingFile", "letter.txt t", 3, "", "this is not a piping component file"},
     {"NoSuchFolderOfTheOutput", "good.pcf none/t", 4, "", "vesknone/t.dat: error: incomplete: "},
 };
 // clang-format on

@@ -63,7 +63,7 @@ has err.txt 'cut.rvm, byte '
 [[ ! -e cut.dat && ! -e cut.attributes.csv ]] || fail 'a half file stays'
 echo 'this is none' >none.rvm
 expect 3 "$vesk" import none.rvm -o none.dat
-has err.txt 'this is no review model'
+has err.txt 'this is not a review model'
 expect 3 "$vesk" import plant.rvm --attributes plant.rvm -o wrong.dat
-has err.txt 'this is no file of attributes'
+has err.txt 'this is not a file of attributes'
 echo 'review models: done'

@@ -53,9 +53,9 @@ constexpr RunCase kRuns[] = {
     {"ListLines", "list plant.dat --lines 2,5-", 0, "       5  cylinder", ""},
     {"NotIsForTheNextOption", "list plant.dat --not --header P-1 --only pipe --lines -4", 0,
      "       3  cylinder", ""},
-    {"NotAlone", "list plant.dat --not", 2, "", "--not is not before"},
+    {"NotAlone", "list plant.dat --not", 2, "", "--not must stand before"},
     {"NotBeforeAnotherOption", "list plant.dat --not --csv --lines 1", 2, "",
-     "--not is not before"},
+     "--not must stand before"},
     {"WrongKind", "measure plant.dat --only cilinder", 2, "", "did you mean \"cylinder\"?"},
     {"WrongSize", "export plant.dat -o x.stl --size 5..1", 2, "", "begins above its end"},
     {"WrongBox", "info plant.dat --bbox 1,2,3", 2, "", "not six numbers"},
@@ -94,7 +94,7 @@ constexpr RunCase kRuns[] = {
     {"DrawNothing", "view plant.dat -o x.svg --header P-3", 1, "", "no element is chosen"},
     {"ContextOfADrawing", "view plant.dat -o x.svg --only box --context", 2, "",
      "--context is for a page"},
-    {"HelpTellsWhatItMeans", "help selection", 0, "diff     a pair if either side", ""},
+    {"HelpTellsWhatItMeans", "help selection", 0, "diff     reports a pair if either side", ""},
 };
 
 class ChoiceTest : public testing::TestWithParam<RunCase> {};

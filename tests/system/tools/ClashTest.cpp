@@ -218,7 +218,7 @@ const RunCase kRuns[] = {
     {"UnknownScope", "clash scene.dat --between rooms", 2, "", "--between"},
     {"NoSuchFile", "clash scene.dat none.dat", 3, "", "none.dat"},
     {"NegativeClearance", "clash scene.dat --clearance -1", 2, "", "--clearance"},
-    {"StdinTwice", "clash - -", 2, "", "read once only"},
+    {"StdinTwice", "clash - -", 2, "", "read only once"},
     {"PageOfJson", "clash scene.dat --view --json", 2, "", "--view shows a page, not json"},
     {"PageNotAskedFor", "clash scene.dat -o x.html", 2, "", "--view"},
     {"NoSuchAttributes", "clash scene.dat --attributes none.csv", 3, "", "none.csv"},

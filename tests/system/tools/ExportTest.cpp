@@ -96,7 +96,7 @@ constexpr ExportCase kCases[] = {
     {"OverAFileByForce", "export pipe.dat -o old.glb -f", 0, "", "", "old.glb"},
     {"IntoNoFolder", "export pipe.dat -o none/x.glb", 4, "", "No such file"},
     {"MissingFile", "export none.dat -o x.glb", 3, "", "none.dat: No such file"},
-    {"NoRecordFile", "export old.glb -o x.glb", 3, "", "this is no record file"},
+    {"NoRecordFile", "export old.glb -o x.glb", 3, "", "this is not a record file"},
     {"NotShown", "export bad.dat -o x.glb", 1, "", "bad.dat:2: error: cylinder can't be shown: diameter of zero [V401]", "x.glb"},
     {"Damaged", "export damaged.dat -o x.glb", 1, "", "damaged.dat:2:32-36: error:", "x.glb"},
     {"NothingLeftOutOfGlb", "export mixed.dat -o x.glb", 0, "", "", "x.glb"},

@@ -60,7 +60,7 @@ constexpr RunCase kGzip[] = {
     {"ZerosBehindItAreNothing", "info padded.gz", 0, "elements  1\n", ""},
     {"AnEmptyFile", "info empty.gz", 0, "elements  0\n", ""},
     {"CutOff", "info cut.gz", 3, "", "cut.gz: cut off: the end of the packed bytes is missing"},
-    {"Damaged", "info damaged.gz", 3, "", "damaged.gz: damaged: what gzip packed"},
+    {"Damaged", "info damaged.gz", 3, "", "damaged.gz: damaged: the gzip data"},
     {"TheOthersGoOn", "info cut.gz one.gz", 3, "one.gz\n", "cut.gz: cut off"},
     // 80 MB of zeros are some 80 KB: a thousand times less.
     {"ABombIsRefused", "info bomb.gz", 3, "",

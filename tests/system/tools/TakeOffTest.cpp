@@ -46,7 +46,7 @@ constexpr RunCase kRuns[] = {
      "\nrow,,,,torus,114.3,0,0,0,150,90,0,0,0,1,", ""},
     {"AnInsideOutReducerTakesNothingOff", "measure --csv --only reducer --density 1 odd.dat", 0,
      ",1,0,0,6,1,1,0,0,0,0,0\n",
-     "odd.dat:1: reducer with its ends exchanged: measured as it is drawn"},
+     "odd.dat:1: reducer with its ends swapped: measured as it is drawn"},
     // 1 * 0.5 * 0.2 m3.
     {"AnObliqueBoxCountsWhatItEncloses", "measure --csv --only box --density 1000 odd.dat", 0,
      "\nrow,,,,box,0,0,500,282.84,0,0,0,0,0,1,1,0,1.765685424949238,0.1,100,", "oblique box"},

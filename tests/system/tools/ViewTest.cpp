@@ -27,7 +27,7 @@ constexpr RunCase kRuns[] = {
     {"StandardOutput", "view good.dat -o -", 0, "<!doctype html>", ""},
     {"NoFile", "view", 2, "", "required"},
     {"MissingFile", "view none.dat -o new.html", 3, "", "none.dat: No such file"},
-    {"NoRecordFile", "view text.txt -o new.html", 3, "", "this is no record file"},
+    {"NoRecordFile", "view text.txt -o new.html", 3, "", "this is not a record file"},
     {"DamagedElement", "view bad.dat -o new.html", 1, "new.html: 1 element, ", "[V021]"},
     {"WhatCannotBeDrawn", "view thin.dat -o new.html", 1, "1 element", "[V401]"},
     {"ExistingFile", "view good.dat -o old.html", 4, "", "-f replaces it"},

@@ -65,7 +65,7 @@ expect 'code of a task that failed' "$code" 1
 code=0
 bash join.sh || code=$?
 expect 'code of a plant that failed' "$code" 3
-expect 'what was said' "$(grep -c 'west.dat: this is no record file' report.log)" 1
+expect 'what was said' "$(grep -c 'west.dat: this is not a record file' report.log)" 1
 
 rm zones/west.dat zones/*.json
 PARALLEL_HOME="$folder" bash parallel.sh 2>/dev/null

@@ -143,7 +143,7 @@ const FailureCase kFailures[] = {
     {"ReducerWithACrossedSide", shared(Red({GeVector(), kX * 4, kY * 4, (kX + kY) * 4, kZ * 4 + kX * 5, kZ * 4 - kX, kZ * 4 + kY * 4, (kX + kY + kZ) * 4})), "reducer is twisted: a face crosses itself"},
     {"ReducerInAPlane", shared(Red({kX, kX + kY, kX + kZ, kX + kY + kZ, kX, kX + kY, kX + kZ, kX + kY + kZ})), "reducer without volume"},
     {"TriangleOnALine", pgon({{0, 0, 0}, {1, 1, 1}, {3, 3, 3}}), "face without area"},
-    {"PolygonOfTwoPoints", pgon({{0, 0, 0}, {1, 1, 1}}), "polygon of less than three points"},
+    {"PolygonOfTwoPoints", pgon({{0, 0, 0}, {1, 1, 1}}), "polygon of fewer than three points"},
     {"TriangleThatIsNaN", pgon({{0, 0, 0}, {1, 0, 0}, {0, kNaN, 0}}), "a number is infinite or NaN"},
     {"QuadrangleThatCrossesItself", pgon({{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 3, 0}}), "face that crosses itself"},
     {"BowTie", pgon({{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}}), "face that crosses itself"},

@@ -64,11 +64,11 @@ const BoreCase kBores[] = {
     {"AloneItIsADiameter",    "MM",   "88.9",                "88.9",  "warning: bore 88.9 is the diameter of 3 inches"},
     {"BesideNominalSizesToo", "MM",   "150 101.6",           "168.3 114.3", "warning: bore 101.6 is 4 inches"},
     {"AloneUnderInches",      "INCH", "3.5",                 "101.6", nullptr},
-    {"OfNoTable",             "MM",   "47.5 361.4 150",      "47.5 361.4 168.3", "note: bores of no table are drawn as they are: 47.5, 361.4"},
+    {"OfNoTable",             "MM",   "47.5 361.4 150",      "47.5 361.4 168.3", "note: bores that are in no table are drawn as they are: 47.5, 361.4"},
     {"MostOfTheFileDecides",  "MM",   "152.4 203.2 168.3 101.6", "168.3 219.1 168.3 114.3", "bores are inches"},
-    {"InchesUnderMillimetres", "MM",  "0.5 2 4",             "21.3 60.3 114.3", "warning: UNITS-BORE MM with bores that only inches can be: taken for inches, 0.5 to 4"},
+    {"InchesUnderMillimetres", "MM",  "0.5 2 4",             "21.3 60.3 114.3", "warning: UNITS-BORE MM with bores that only inches can be: taken as inches, 0.5 to 4"},
     {"InchesUnderMillimetresWithLargeOnes", "MM", "1.5 2 6 8", "48.3 60.3 168.3 219.1", "warning: UNITS-BORE MM"},
-    {"MillimetresUnderInches", "INCH", "50 150 200",         "60.3 168.3 219.1", "warning: UNITS-BORE INCH with bores that only millimetres can be: taken for millimetres, 50 to 200"},
+    {"MillimetresUnderInches", "INCH", "50 150 200",         "60.3 168.3 219.1", "warning: UNITS-BORE INCH with bores that only millimetres can be: taken as millimetres, 50 to 200"},
 
     // ---- told from outside
     {"ToldToBeInches",        "MM",   "101.6 88.9",          "114.3 101.6", nullptr, BoreMeaning::kInches},
@@ -162,7 +162,7 @@ const MissingCase kMissing[] = {
      "n 0 0 0,90 0 0,114.3,60.3", nullptr},
     {"OfAReducerWithoutANeighbourTheOtherEnds",
      "REDUCER-CONCENTRIC\n END-POINT 0 0 0 100\n END-POINT 90 0 0\n", "c 0 0 0,90 0 0,114.3",
-     "warning: REDUCER-CONCENTRIC: expected a bore behind each of its points; the one given is taken for all"},
+     "warning: REDUCER-CONCENTRIC: expected a bore after each of its points; the one given is taken for all"},
     {"OfABranchTheNeighbours",
      "TEE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n CENTRE-POINT 100 0 0\n BRANCH1-POINT 100 90 0\n"
      "PIPE\n END-POINT 100 90 0 50\n END-POINT 100 200 0 50\n",

@@ -78,7 +78,7 @@ const DrawingCase kDrawings[] = {
      PIPE_1000 PIPE_1000, nullptr},
     {"UnknownUnitIsReportedAndMillimetresTaken", 1,
      "UNITS-CO-ORDS FURLONG\nPIPE\n    END-POINT 0 0 0 100\n    END-POINT 1000 0 0 100\n", PIPE_1000,
-     "in.pcf:1: error: UNITS-CO-ORDS: taken for millimetres; expected MM or INCH, found \"FURLONG\"\n"},
+     "in.pcf:1: error: UNITS-CO-ORDS: taken as millimetres; expected MM or INCH, found \"FURLONG\"\n"},
     {"BoreAsAFraction", 1,  // NPS 1-1/2 is 48.3 wide, NPS 3/4 26.7
      "UNITS-BORE INCH\nPIPE\n END-POINT 0 0 0 1-1/2\n END-POINT 9 0 0 1 1/2\n"
      " CO-ORDS 0 0 0 3/4\n",
@@ -88,7 +88,7 @@ const DrawingCase kDrawings[] = {
     {"BoreThatIsNoNominalSizeIsTheDiameter", 1,
      "PIPE\n    END-POINT 0 0 0 118.5\n    END-POINT 1000 0 0 118.5\n",
      "c 0 0 0,1000 0 0,118.5\nl pt 0 0 0,pt 1000 0 0\n",
-     "in.pcf:1: note: bores of no table are drawn as they are: 118.5\n"},
+     "in.pcf:1: note: bores that are in no table are drawn as they are: 118.5\n"},
     {"BoreAtOneEndIsTheBoreOfBoth", 1,
      "PIPE\n    END-POINT 0 0 0 100\n    END-POINT 1000 0 0 BW\n", PIPE_1000, nullptr},
     {"CarriageReturnsTabsAndTrailingBlanks", 1,
@@ -121,7 +121,7 @@ const DrawingCase kDrawings[] = {
     {"APlaceThatIsNotIndentedBelongsToTheComponentAbove", 2,
      "PIPE\n END-POINT 0 0 0 100\nEND-POINT 1000 0 0 100\nPIPE\n END-POINT 0 0 1 100\n END-POINT 1000 0 1 100\n",
      PIPE_1000 "c 0 0 1,1000 0 0,114.3\nl pt 0 0 1,pt 1000 0 0\n",
-     "in.pcf:3: note: END-POINT: expected to be indented; taken for a part of the component above\n"},
+     "in.pcf:3: note: END-POINT: expected to be indented; taken as a part of the component above\n"},
     {"MaterialsAreNoComponents", 1,
      "PIPE\n    END-POINT 0 0 0 100\n    END-POINT 1000 0 0 100\n"
      "MATERIALS\nITEM-CODE 1\n    DESCRIPTION PIPE\nITEM-CODE 2\n    DESCRIPTION BEND\n",
@@ -298,7 +298,7 @@ const DrawingCase kDrawings[] = {
      "PIPE\n END-POINT 5 5 5 100\n END-POINT 5 5 5 100\nGASKET\n END-POINT 5 5 5 100\n END-POINT 5 5 5 100\n"
      "ELBOW\n END-POINT 5 5 5 100\n END-POINT 5 5 5 100\n CENTRE-POINT 5 5 5\n", "",
      "in.pcf:1: error: PIPE not drawn: has no length\n"
-     "in.pcf:4: error: GASKET not drawn: nothing tells in which direction it lies\n"
+     "in.pcf:4: error: GASKET not drawn: nothing shows in which direction it lies\n"
      "in.pcf:7: error: ELBOW not drawn: has no length\n"},
     {"MissingEnds", 3, "PIPE\n END-POINT 0 0 0 100\nPIPE\nWELD\n CO-ORDS 0 0 0\n", "l pt 0 0 0\n",
      "in.pcf:1: error: PIPE not drawn: expected two ends\n"
@@ -306,16 +306,16 @@ const DrawingCase kDrawings[] = {
     {"ElbowWithoutCentre", 1, "ELBOW\n END-POINT 0 0 0 100\n END-POINT 9 9 0 100\n", "",
      "in.pcf:1: error: ELBOW not drawn: expected a CENTRE-POINT, found none\n"},
     {"NoBore", 1, "PIPE\n END-POINT 0 0 0\n END-POINT 9 9 0 0\n", "",
-     "in.pcf:1: error: PIPE not drawn: expected a bore behind a point, found none\n"},
+     "in.pcf:1: error: PIPE not drawn: expected a bore after a point, found none\n"},
     {"MessageWithoutText", 1, "MESSAGE-CIRCLE\n CO-ORDS 0 0 0\n", "",
      "in.pcf:1: note: MESSAGE-CIRCLE: has no text\n"},
     {"UnknownComponentWithNothingToGoBy", 1, "FOO-BAR\n CENTRE-POINT 0 0 0\n", "",
      "in.pcf:1: error: FOO-BAR not drawn: expected two ends\n"},
     {"AWordWithAValueAndNoPlaceIsAHeader", 1, "PIPE-TYPE 3\nWELD\n CO-ORDS 0 0 0\n", "l pt 0 0 0\n",
-     "in.pcf:1: note: unknown word, taken for a header: \"PIPE-TYPE\"\n"},
+     "in.pcf:1: note: unknown word, taken as a header: \"PIPE-TYPE\"\n"},
     {"AnEndWithoutAPlaceIsNothing", 2, "END-POSITION-OPEN\nWELD\n CO-ORDS 0 0 0\n", "l pt 0 0 0\n", nullptr},
     {"AnUnknownWordWithoutAPlaceIsAHeader", 1, "FOO 51\n BAR 1\nFOO\nBAR\nWELD\n CO-ORDS 0 0 0\n", "l pt 0 0 0\n",
-     "in.pcf:1: note: unknown word, taken for a header: \"FOO\" (3 times, also in.pcf:3, in.pcf:4)\n"},
+     "in.pcf:1: note: unknown word, taken as a header: \"FOO\" (3 times, also in.pcf:3, in.pcf:4)\n"},
     {"DecimalComma", 1, "PIPE\n END-POINT 1,5 0 0 100\n END-POINT 9 0 0 100\n", "",
      "in.pcf:2: error: END-POINT: expected a number as x, found \"1,5\"\n"},
     {"TooFewCoordinates", 1, "WELD\n CO-ORDS 1 2\n", "",

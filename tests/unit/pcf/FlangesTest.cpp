@@ -131,7 +131,7 @@ TEST_P(Faces, AreThere) {
   }
   EXPECT_NEAR(disc, row.face, 0.01) << run.messageText();
   EXPECT_NEAR(pipe, 100 - row.face, 0.01);
-  const bool isSaid = run.messageText().find("warning: FLANGE: nothing tells") != std::string::npos;
+  const bool isSaid = run.messageText().find("warning: FLANGE: nothing shows") != std::string::npos;
   EXPECT_EQ(isSaid, row.isGuess) << run.messageText();
 }
 

@@ -173,7 +173,7 @@ const AloneCase kAlone[] = {
     {"ByItsBores",    "140 0 -27",  "",                     true, nullptr},
     {"FlatAside",     "140 19.0919 19.0919", "FLAT-DIRECTION NORTH-UP", true, nullptr},
     {"OnOneLine",     "140 0 0",    "FLAT-DIRECTION UP",    false, "note: REDUCER-ECCENTRIC: its ends lie on one line; drawn concentric"},
-    {"NothingFits",   "140 0 -90",  "",                     false, "warning: REDUCER-ECCENTRIC: nothing tells to which pipes it is square"},
+    {"NothingFits",   "140 0 -90",  "",                     false, "warning: REDUCER-ECCENTRIC: nothing shows to which pipes it is square"},
 };
 // clang-format on
 
@@ -212,8 +212,9 @@ TEST(Repeats, AreDrawnOnce) {
   EXPECT_EQ(run.recordsOf('c').size() - 2, 2U);  // two pipes, two collars of the anchor
   EXPECT_EQ(run.drawn, 4U);
   EXPECT_EQ(run.nothing, 2U);
-  EXPECT_NE(run.messageText().find("in.pcf:4: note: PIPE: the same stands in the file before"),
-            std::string::npos)
+  EXPECT_NE(
+      run.messageText().find("in.pcf:4: note: PIPE: the same component is already in this file"),
+      std::string::npos)
       << run.messageText();
   EXPECT_EQ(run.warnings + run.errors, 0U);
 }
@@ -226,9 +227,10 @@ TEST(Repeats, OfTwoFilesAreDrawnForBothAndTold) {
   EXPECT_EQ(run.drawn, 4U);
   EXPECT_EQ(run.nothing, 1U);
   EXPECT_EQ(run.messageText(),
-            "b.pcf:4: note: PIPE: the same stands in a file before; drawn for both (2 times, also "
+            "b.pcf:4: note: PIPE: the same component is in an earlier file; drawn for both (2 "
+            "times, also "
             "c.pcf:1)\n"
-            "c.pcf:4: note: PIPE: the same stands in the file before; drawn once\n");
+            "c.pcf:4: note: PIPE: the same component is already in this file; drawn once\n");
 }
 
 TEST(Repeats, AreNotTheWeldsBetweenTwoFiles) {

@@ -136,8 +136,8 @@ std::string nested(ReviewWriter::Form form, int depth, bool closed) {
 TEST(ReviewForms, DamageEndsWithAMessage) {
   const std::string file = plant(kForms[0]);
   const DamageCase rows[] = {
-      {"Empty", "", "this is no review model"},
-      {"OtherFile", "%PDF-1.4", "this is no review model"},
+      {"Empty", "", "this is not a review model"},
+      {"OtherFile", "%PDF-1.4", "this is not a review model"},
       {"OffsetBackwards", withWord(file, 16, 4), "the chunk HEAD leads back to byte 4"},
       {"OffsetToItself", withWord(file, 16, 0), "the chunk HEAD leads back to byte 0"},
       {"OffsetInsideTheBody", withWord(file, 16, 32), "the chunk HEAD ends at byte 32, inside"},
@@ -148,8 +148,8 @@ TEST(ReviewForms, DamageEndsWithAMessage) {
       {"ContoursLie", facetFile(1, 0xFFFFFFFF, 3), "4294967295 contours don't fit"},
       {"CornersLie", facetFile(1, 1, 4), "4 corners don't fit"},
       {"CountsFit", facetFile(1, 1, 3), ""},
-      {"DeepNesting", nested(kForms[0], 10001, true), "more than 10000 groups"},
-      {"DeepNestingOfText", nested(kForms[1], 10001, true), "more than 10000 groups"},
+      {"DeepNesting", nested(kForms[0], 10001, true), "more than 10000 nested groups"},
+      {"DeepNestingOfText", nested(kForms[1], 10001, true), "more than 10000 nested groups"},
       {"DeepEnough", nested(kForms[0], 10000, true), ""},
       {"NamesTooLong",
        [] {

@@ -186,7 +186,7 @@ const ShapeCase kShapes[] = {
     {"LineOfNaN", pline({{0, 0, 0}, {1, kNaN, 0}}), kNotFinite, "a number is infinite or NaN"},
     {"Face", pgon({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}), kNone, ""},
     {"FaceOfNaN", pgon({{0, 0, 0}, {1, 0, 0}, {0, kNaN, 0}}), kNotFinite, "a number is infinite or NaN"},
-    {"FaceOfTwoPoints", pgon({{0, 0, 0}, {1, 0, 0}}), kTooFewPoints, "polygon of less than three points"},
+    {"FaceOfTwoPoints", pgon({{0, 0, 0}, {1, 0, 0}}), kTooFewPoints, "polygon of fewer than three points"},
     {"FaceInALine", pgon({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}), kNoArea, "face without area"},
     {"BowTieOfEqualWings", pgon({{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}}), kCrossed, "face that crosses itself"},
     {"BowTieOfUnequalWings", pgon({{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 3, 0}}), kCrossed, "face that crosses itself"},

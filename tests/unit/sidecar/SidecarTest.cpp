@@ -130,15 +130,15 @@ constexpr ReadCase kReads[] = {
      "s.csv:1: there is no column \"first\"; expected f1, f2, first and last"},
     {"TooFew",          "f1,f2,first,last,x\nA,01,1,2\n", "x s.csv:2: the row has fewer fields than the first line"},
     {"TooMany",         "f1,f2,first,last\nA,01,1,2,3\n", "s.csv:2: the row has more fields than the first line"},
-    {"NoNumber",        "f1,f2,first,last\nA,01,1x,2\n",  "s.csv:2: \"first\" is no number from 0 to 46655"},
-    {"TooLarge",        "f1,f2,first,last\nA,01,1,46656\n", "s.csv:2: \"last\" is no number from 0 to 46655"},
-    {"Negative",        "f1,f2,first,last\nA,01,-1,2\n",  "s.csv:2: \"first\" is no number from 0 to 46655"},
+    {"NoNumber",        "f1,f2,first,last\nA,01,1x,2\n",  "s.csv:2: \"first\" is not a number from 0 to 46655"},
+    {"TooLarge",        "f1,f2,first,last\nA,01,1,46656\n", "s.csv:2: \"last\" is not a number from 0 to 46655"},
+    {"Negative",        "f1,f2,first,last\nA,01,-1,2\n",  "s.csv:2: \"first\" is not a number from 0 to 46655"},
     {"Backwards",       "f1,f2,first,last\nA,01,3,2\n",   "s.csv:2: \"last\" is smaller than \"first\""},
     {"OpenQuote",       "f1,f2,first,last\nA,01,1,1\n\"A\nB,01,1,2\n",
      "| A/01/1-1s.csv:3: a quoted field has no end"},
-    {"BehindTheQuote",  "f1,f2,first,last\n\"A\"x,01,1,2\n", "s.csv:2: something stands behind the end of a quoted field"},
+    {"BehindTheQuote",  "f1,f2,first,last\n\"A\"x,01,1,2\n", "s.csv:2: there is something after the end of a quoted field"},
     {"LineOfTheFault",  "f1,f2,first,last,x\nA,01,1,1,\"a\nb\nc\"\nA,01,x,2,\n",
-     "x | A/01/1-1 a\nb\ncs.csv:5: \"first\" is no number from 0 to 46655"},
+     "x | A/01/1-1 a\nb\ncs.csv:5: \"first\" is not a number from 0 to 46655"},
 };
 // clang-format on
 

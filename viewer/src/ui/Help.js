@@ -4,23 +4,23 @@ import { h } from './dom.js';
 const POINTER = [
   ['Drag', 'turn'],
   ['Right drag, Shift drag', 'move'],
-  ['Wheel', 'enlarge at the pointer'],
-  ['Click', 'select; Ctrl or Shift adds'],
+  ['Wheel', 'zoom at the pointer'],
+  ['Click', 'select; with Ctrl or Shift, add'],
   ['Double click', 'zoom to the element'],
-  ['One finger, two fingers', 'turn; move and enlarge'],
+  ['One finger, two fingers', 'turn; move and zoom'],
 ];
 
 const TREE = [
-  ['Up, Down', 'go through the rows'],
+  ['Up, Down', 'move through the rows'],
   ['Right, Left', 'open and close'],
   ['Space', 'show or hide'],
-  ['Enter', 'select; with Shift too'],
+  ['Enter', 'select; with Shift, add'],
 ];
 
 const CANVAS = [
   ['Arrows', 'turn'],
-  ['Shift arrows', 'move'],
-  ['+  \u2212', 'enlarge'],
+  ['Shift and arrows', 'move'],
+  ['+  \u2212', 'zoom in and out'],
 ];
 
 /** What mouse, fingers and keys do. */

@@ -10,8 +10,8 @@ const MOST_VERTICES = 50000;
 
 // What is measured, and what is to be clicked one after the other.
 const WAYS = {
-  distance: { name: 'Distance', hints: ['Click the first place.', 'Click the second place.'] },
-  angle: { name: 'Angle', hints: ['Click a place on one side.', 'Click the corner.', 'Click a place on the other side.'] },
+  distance: { name: 'Distance', hints: ['Click the first point.', 'Click the second point.'] },
+  angle: { name: 'Angle', hints: ['Click a point on one side.', 'Click the corner.', 'Click a point on the other side.'] },
   gap: { name: 'Smallest distance', hints: ['Click the first element.', 'Click the second element.'] },
 };
 
@@ -139,7 +139,7 @@ export class Measuring {
         {
           type: 'button',
           class: 'small plain',
-          'aria-label': 'Remove this measure',
+          'aria-label': 'Remove this measurement',
           onclick: () => {
             this.measures = this.measures.filter((each) => each !== measure);
             this.#show();

@@ -27,14 +27,14 @@ export class SectionPanel {
       min: 0,
       max: STEPS,
       value: STEPS / 2,
-      'aria-label': 'Place of the section',
+      'aria-label': 'Position of the section',
       oninput: () => this.#slide(),
     });
     this.place = h('input', {
       type: 'number',
       step: 'any',
       class: 'place',
-      'aria-label': 'Place in numbers',
+      'aria-label': 'Position as a number',
       onchange: () => this.apply(),
     });
     this.flip = h('input', { type: 'checkbox', onchange: () => this.apply() });

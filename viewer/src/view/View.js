@@ -572,7 +572,7 @@ function rendererFor(canvas) {
   try {
     return new WebGLRenderer({ canvas, antialias: true, alpha: true });
   } catch {
-    throw new Error('this browser draws nothing in three dimensions (it has no WebGL 2)');
+    throw new Error("this browser can't draw in three dimensions (it has no WebGL 2)");
   }
 }
 

@@ -100,7 +100,7 @@ const ShapeRow kFlangeRows[] = {
     {"BlindAtOneEnd", Family::kFlangeBlind, "e 0 0 0 168.3 line -1 0 0",
      "cylinder 0 0 0 > 33.66 0 0 d 280"},
     {"BlindWithoutALine", Family::kFlangeBlind, "e 0 0 0 168.3",
-     "missing: nothing tells in which direction it lies"},
+     "missing: nothing shows in which direction it lies"},
     {"BlindByNameBetweenNeighbours", Family::kFlangeBlind,
      "e 0 0 0 168.3 line -1 0 0 e 100 0 0 168.3 line 1 0 0",
      R"(cylinder 0 0 0 > 40 0 0 d 280
@@ -503,13 +503,13 @@ TEST(Shapes, DrawSupportsByTheirKind) { expectRows(kSupportRows); }
 
 const ShapeRow kUnsoundRows[] = {
     {"NoDiameter", Family::kPipe, "e 0 0 0 0 e 9 0 0 0",
-     "missing: a number is not finite or a diameter not above 0"},
+     "missing: a number is not finite, or a diameter is not above 0"},
     {"BelowZero", Family::kPipe, "e 0 0 0 -5 e 9 0 0 5",
-     "missing: a number is not finite or a diameter not above 0"},
+     "missing: a number is not finite, or a diameter is not above 0"},
     {"FartherThanAnyPlant", Family::kPipe, "e 0 0 0 5 e 1e300 0 0 5",
-     "missing: a number is not finite or a diameter not above 0"},
+     "missing: a number is not finite, or a diameter is not above 0"},
     {"NoTolerance", Family::kPipe, "e 0 0 0 5 e 9 0 0 5 tol 0",
-     "missing: a number is not finite or a diameter not above 0"},
+     "missing: a number is not finite, or a diameter is not above 0"},
     {"NoPoints", Family::kPipe, "", "missing: expected two ends"},
     {"NoPointsOfAValve", Family::kValve, "", "missing: expected two ends"},
     {"NoPlace", Family::kSupport, "", "missing: expected a place"},

@@ -120,7 +120,7 @@ const MeasureCase kMeasures[] = {
     {"Reducer", reducer(200, 300, 0.5, 0), 0, 0.04 + 0.01 + 4 * 0.15 * std::sqrt(0.0925),
      0.1 * (0.04 + 0.02 + 0.01)},
     {"ReducerWithItsEndsExchanged", reducer(200, -300, 0.5, 0), 0,
-     0.04 + 0.01 + 4 * 0.15 * std::sqrt(0.0925), 0.1 * (0.04 + 0.02 + 0.01), "ends exchanged"},
+     0.04 + 0.01 + 4 * 0.15 * std::sqrt(0.0925), 0.1 * (0.04 + 0.02 + 0.01), "ends swapped"},
     // Each section of the height s is a square between both: its side squared is 0.04 times
     // (1 - s)^2 + s^2 + 2 s (1 - s) cos 45, of which the mean is (2 + cos 45) / 3. A side by Gauss's
     // rule in Python.

@@ -7,22 +7,29 @@
 
 #include "Judging.h"
 #include "Measuring.h"
+#include "Meshing.h"
 #include "Plant.h"
 #include "select/Pattern.h"
-#include "terminal/Exit.h"
+#include "terminal/SystemFailure.h"
+#include "terminal/Terminal.h"
 #include "vesk/ExceptionInfo.h"
 
 namespace VeskPython {
 namespace {
 
-// OSError with the number and the file's name, which stands in front of the text.
+// OSError with the number and the file's name.
+void raise(int number, const std::string& text, const std::string& name) {
+  const py::object made =
+      py::reinterpret_borrow<py::object>(PyExc_OSError)(number, toText(text), toText(name));
+  PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(made.ptr())), made.ptr());
+}
+
+// The name stands in front of the text.
 void raise(const std::system_error& error) {
   const std::string text = error.what();
   const std::size_t end = text.rfind(": " + error.code().message());
   const std::string name = text.substr(0, end == std::string::npos ? text.size() : end);
-  const py::object made = py::reinterpret_borrow<py::object>(PyExc_OSError)(
-      error.code().value(), toText(error.code().message()), toText(name));
-  PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(made.ptr())), made.ptr());
+  raise(error.code().value(), error.code().message(), name);
 }
 
 void translate(std::exception_ptr thrown) {
@@ -30,6 +37,8 @@ void translate(std::exception_ptr thrown) {
     if (thrown) std::rethrow_exception(thrown);
   } catch (const std::system_error& error) {
     raise(error);
+  } catch (const VeskTool::SystemFailure& error) {
+    raise(error.number, VeskTool::errorText(error.number), error.name);
   } catch (const VeskTool::Failure& error) {
     const std::string hint = error.hint.empty() ? "" : "; " + error.hint;
     PyErr_SetString(PyExc_ValueError, (error.what() + hint).c_str());
@@ -55,4 +64,5 @@ PYBIND11_MODULE(_vesk, module) {
   VeskPython::defineQuerying(module);
   VeskPython::defineMeasuring(module);
   VeskPython::defineJudging(module);
+  VeskPython::defineMeshing(module);
 }

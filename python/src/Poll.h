@@ -10,8 +10,11 @@ namespace VeskPython {
 // what Ctrl-C raises there ends the work.
 class Poll {
  public:
+  // `every`: so many calls are some milliseconds of work, at the most.
+  explicit Poll(unsigned every = 4096) : every_(every) {}
+
   void operator()() {
-    if (++calls_ % kEvery != 0) return;
+    if (++calls_ % every_ != 0) return;
     now();
   }
 
@@ -21,8 +24,7 @@ class Poll {
   }
 
  private:
-  static constexpr unsigned kEvery = 4096;
-
+  unsigned every_;
   unsigned calls_ = 0;
 };
 

@@ -30,6 +30,7 @@ from ._model import (
     Tori,
 )
 from ._reading import ReadError, read, scan
+from ._shapes import Mesh, Missing
 from ._writing import Writer, write
 
 __all__ = [
@@ -46,6 +47,8 @@ __all__ = [
     "Findings",
     "Header",
     "Headers",
+    "Mesh",
+    "Missing",
     "Model",
     "Polygons",
     "Polylines",

@@ -4,13 +4,14 @@
 from __future__ import annotations
 
 import math
+import os
 from collections.abc import Sequence
 from typing import Any, ClassVar, NamedTuple, Optional, Union, cast
 
 import numpy as np
 import numpy.typing as npt
 
-from . import _vesk
+from . import _shapes, _vesk
 from ._judging import Clashes, Differences, Finding, Findings, made
 
 Floats = npt.NDArray[np.float64]
@@ -518,8 +519,8 @@ class Model:
 
         return dataframe(self)
 
-    def _places(self) -> tuple[Longs, Longs]:
-        """File and line of each element in the order of the files."""
+    def places(self) -> tuple[Longs, Longs]:
+        """File, into files, and line of each element in the order of the files, (n,) each."""
         file = np.zeros(len(self), dtype=np.int64)
         line = np.zeros(len(self), dtype=np.int64)
         for each in self.kinds():
@@ -541,7 +542,7 @@ class Model:
         """
         style = STYLES[self.style]
         rows = _vesk.check(self.table(), style, joints, tolerance, reach)
-        files, lines = self._places()
+        files, lines = self.places()
         findings = []
         for element, behind, column, code, severity, message, expected in rows:
             known = element >= 0
@@ -584,6 +585,72 @@ class Model:
         """Which elements of `other` are those of this model, by header, kind and nearness."""
         table = _vesk.diff(self.table(), other.table(), tolerance)
         return cast(Differences, made(Differences, table))
+
+    def mesh(self, *, tolerance: Optional[float] = None, quality: str = "normal") -> _shapes.Mesh:
+        """The surfaces of all solids and faces as triangles, for trimesh, Open3D and others.
+
+        tolerance  the most that a round surface and its triangles may be apart, above 0
+        quality    without a tolerance: "draft", "normal" or "fine", 16, 32 or 64 pieces for
+                   a circle
+
+        Memory: the arrays, some 600 vertices and 1,200 triangles for ten pipes.
+        """
+        return _shapes.mesh(self, tolerance, quality)
+
+    def to_glb(
+        self,
+        path: Union[str, "os.PathLike[str]"],
+        *,
+        tolerance: Optional[float] = None,
+        quality: str = "normal",
+        unit: float = 1.0,
+        grouping: str = "elements",
+    ) -> None:
+        """Write a .glb as `vesk export` does: metres, y up, colours by kind, and the header,
+        kind, file and line of each element at its node.
+
+        tolerance, quality  as mesh() has them
+        unit                length of the model's unit in millimetres
+        grouping            "elements", a node for each; "instances", each shape once and its
+                            places; "merged", a mesh for each kind of a header
+
+        The file appears whole or not at all, in place of one of this name. OSError for what
+        the system refuses, ValueError for more than 4 GB; a warning names what can't be
+        shown.
+        """
+        _shapes.to_glb(self, path, tolerance, quality, unit, grouping)
+
+    def draw(
+        self,
+        path: Union[str, "os.PathLike[str]", None] = None,
+        *,
+        format: Optional[str] = None,
+        view: str = "iso",
+        pixels: Sequence[int] = (1600, 1200),
+        background: str = "white",
+        unit: float = 1.0,
+        faces: bool = True,
+        plain: bool = False,
+        title: Optional[str] = None,
+    ) -> Optional[bytes]:
+        """Draw without hidden lines, as `vesk view -o` does: an .svg of lines or a .png in
+        the colours of the kinds. Returns the bytes if there is no path.
+
+        format      "svg" or "png"; without it by the ending of the path, else "svg"
+        view        "iso", "top", "bottom", "front", "back", "left" or "right"; z is up
+        pixels      width and height, 16 to 8192
+        background  "white", "black", "transparent" or "#rrggbb"
+        unit        length of the model's unit in millimetres, for the scale bar
+        faces       surfaces in a .png; else lines alone
+        plain       without scale bar and axes
+        title       of an .svg; without it the name of the file
+
+        Files appear whole or not at all, in place of one of this name. OSError for what the
+        system refuses; a warning names what can't be shown.
+        """
+        return _shapes.draw(
+            self, path, format, view, pixels, background, unit, faces, plain, title
+        )
 
     @property
     def nbytes(self) -> int:

@@ -6,6 +6,7 @@
 
 #include "elements/Describe.h"
 #include "elements/Kinds.h"
+#include "elements/Shown.h"
 #include "files/Files.h"
 #include "mesh/SceneBuilder.h"
 #include "terminal/Options.h"
@@ -36,13 +37,7 @@ Exit readFile(const std::string& file, Choice& choice, Vesk::SceneBuilder& build
     ++elements;
     const Vesk::RecordElement& element = records.element();
     if (!choice.takes(element)) continue;
-    Vesk::SceneElement shown;
-    shown.kind = static_cast<std::uint8_t>(kindOf(*element.geo));
-    shown.header = builder.headerId(headerText(element.header), trimmedField(element.header.f2));
-    shown.file = fileId;
-    shown.line = element.firstLine;
-    shown.lines = static_cast<std::uint32_t>(element.lastLine - element.firstLine + 1);
-    take(*element.geo, shown);
+    take(*element.geo, shownOf(element, fileId, builder));
   }
   requireRecords(records, count, elements);
   return exit;

@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-#include "terminal/Exit.h"
+#include "terminal/SystemFailure.h"
 #include "terminal/Terminal.h"
 #include "text/Numbers.h"
 
@@ -25,7 +25,10 @@ std::unique_ptr<SidecarFile> SidecarFile::open(const std::string& recordFile,
   if (name.empty() && !fs::is_regular_file(pathOf(file), error)) return nullptr;
   errno = 0;
   std::ifstream stream(pathOf(file), std::ios::binary);
-  if (!stream) throw Failure(Exit::kInput, file + ": " + errorText(errno));
+  if (!stream) {
+    const int number = errno;
+    throw SystemFailure(Exit::kInput, file + ": " + errorText(number), number, file);
+  }
   std::unique_ptr<SidecarFile> sidecar(new SidecarFile(std::move(stream), file));
   const std::string& fault = sidecar->reader_.fault();
   if (!fault.empty()) throw Failure(Exit::kInput, fault, "docs/sidecar.md describes sidecars");

@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-#include "terminal/Exit.h"
+#include "terminal/SystemFailure.h"
 #include "terminal/Terminal.h"
 #include "text/Words.h"
 
@@ -223,8 +223,8 @@ void commitTogether(const std::vector<OutputFile*>& files) {
 }
 
 void OutputFile::fail(int number) const {
-  throw Failure(Exit::kOutput,
-                (name_ == "-" ? std::string("standard output") : name_) + ": " + errorText(number));
+  const std::string name = name_ == "-" ? "standard output" : name_;
+  throw SystemFailure(Exit::kOutput, name + ": " + errorText(number), number, name);
 }
 
 void OutputFile::discard() {

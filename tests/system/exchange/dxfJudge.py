@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """dxfJudge RECORDS DXF - ezdxf's audit finds nothing, every element of the record file is
-there on the layer of its kind with header and line, and the volumes of the meshes are
-those of the records but for what chords cut off."""
+there on the layer of its kind with header and line, at its place, and the volumes of the
+meshes are those of the records but for what chords cut off."""
 import sys
 
 import ezdxf
@@ -26,6 +26,17 @@ def volume(mesh):
         for i in range(2, len(ring)):
             total += expect.triple(ring[0], ring[i - 1], ring[i]) / 6
     return total
+
+
+def points(entity):
+    """Of a mesh its corners, of lines their vertices."""
+    if entity.dxftype() == 'MESH':
+        return [list(v) for v in entity.vertices]
+    if entity.dxftype() == 'POINT':
+        return [list(entity.dxf.location)]
+    if entity.dxftype() == 'LINE':
+        return [list(entity.dxf.start), list(entity.dxf.end)]
+    return [list(v.dxf.location) for v in entity.vertices]
 
 
 records, path = sys.argv[1:]
@@ -55,6 +66,23 @@ for line, kind, values in expect.elements(records):
         fail('line %d, %s, is on layer %s' % (line, kind, entity.dxf.layer))
     if kind != 'text' and header != values['header']:
         fail('line %d has the header %s' % (line, header))
+    if kind == 'text' and not (
+            expect.length(expect.sub(list(entity.dxf.insert), values['corner'])) < 1e-5 and
+            expect.length(expect.sub(list(entity.dxf.text_direction), values['along'])) < 1e-5 and
+            abs(entity.dxf.char_height - values['height']) < 1e-5 and entity.dxf.attachment_point == 7):
+        fail('line %d is a text at %s' % (line, entity.dxf.insert))
+    if 'box' in values:
+        box = expect.box_of_points(points(entity))
+        # Chords lie inside: by less than 2 % of the largest size.
+        inside = max(b - a for a, b in zip(values['box'][:3], values['box'][3:])) * 0.02 if values['volume'] else 0
+        if kind in ('box', 'reducer'):
+            inside = 0
+        for i, sign in enumerate((-1, -1, -1, 1, 1, 1)):
+            off = sign * (values['box'][i] - box[i])
+            if not -0.001 < off < inside + 0.001:
+                fail('line %d, %s, is %g off its box (%d)' % (line, kind, off, i))
+    if values['header'] and kind == 'line' and len(points(entity)) != values['points']:
+        fail('line %d has %d points' % (line, len(points(entity))))
     if values.get('volume'):
         ratio = volume(entity) / values['volume']
         if not 0.96 < ratio < 1.000001:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// ifcJudge EXPECTED IFC - opens an IFC file with web-ifc: every product is there once,
-// radii, lengths and sweeps of swept solids are those of the records, and volumes within
+// ifcJudge EXPECTED IFC - opens an IFC file with web-ifc: every product is there once and at
+// its place, radii, lengths and sweeps of swept solids are those of the records, and volumes within
 // 1.5 % (its circles have 48 sides). EXPECTED is JSON by expect.py: [line, kind, values].
 import { readFileSync } from 'node:fs';
 import * as WebIFC from 'web-ifc';
@@ -18,8 +18,10 @@ await api.Init();
 const model = api.OpenModel(new Uint8Array(readFileSync(process.argv[3])), { CIRCLE_SEGMENTS: 48 });
 
 const volumes = new Map();
+const boxes = new Map();
 api.StreamAllMeshes(model, (mesh) => {
   let volume = 0;
+  const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
   for (let i = 0; i < mesh.geometries.size(); ++i) {
     const placed = mesh.geometries.get(i);
     const geometry = api.GetGeometry(model, placed.geometryExpressID);
@@ -37,9 +39,18 @@ api.StreamAllMeshes(model, (mesh) => {
       volume += (a[0] * (b[1] * c[2] - b[2] * c[1]) + a[1] * (b[2] * c[0] - b[0] * c[2]) +
         a[2] * (b[0] * c[1] - b[1] * c[0])) / 6;
     }
+    for (const index of indices) {
+      // web-ifc gives metres, and y up.
+      const [x, y, z] = at(index);
+      [x, -z, y].forEach((v, i) => {
+        box[i] = Math.min(box[i], v * 1000);
+        box[3 + i] = Math.max(box[3 + i], v * 1000);
+      });
+    }
     geometry.delete();
   }
   volumes.set(mesh.expressID, Math.abs(volume));
+  boxes.set(mesh.expressID, box);
 });
 
 const near = (a, b) => Math.abs(a - b) <= 1e-9 * Math.max(1, Math.abs(b));
@@ -71,8 +82,16 @@ for (let i = 0; i < products.size(); ++i) {
   if ((kind === 'torus' || kind === 'elbow') && !near(item.Angle.value, values.sweep)) {
     fail(`${tag} has the sweep ${item.Angle.value}, not ${values.sweep}`);
   }
+  const box = boxes.get(products.get(i));
+  if (kind !== 'line') {
+    // Chords lie inside: by less than 1 % of the largest size. It reckons in 32 bits.
+    const size = Math.max(...[0, 1, 2].map((k) => values.box[3 + k] - values.box[k]));
+    values.box.forEach((v, k) => {
+      const off = (k < 3 ? -1 : 1) * (v - box[k]);
+      if (!(off > -0.05 && off < 0.05 + 0.01 * size)) fail(`${tag} is ${off} off its box (${k})`);
+    });
+  }
   if (values.volume > 0) {
-    // web-ifc gives metres.
     const ratio = volumes.get(products.get(i)) * 1e9 / values.volume;
     if (!(Math.abs(ratio - 1) <= Number(process.argv[4] ?? 0.015))) {
       fail(`${tag} has ${ratio} of its volume`);

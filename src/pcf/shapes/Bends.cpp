@@ -90,19 +90,23 @@ void taperedArc(Builder& out, const Turn& turn, double outside1, double outside2
     out.ruled(centre(i), normal(i), width(i), centre(i + 1), normal(i + 1), width(i + 1));
 }
 
-// Where a branch leaves the centre line: it goes on along one of the legs, or
-// starts at the middle of the arc.
+// Where a branch leaves the centre line: it goes on along one of the legs, or starts at the
+// middle of the arc, or else where the tangents meet.
 GePoint branchStart(const Turn& turn, const GePoint& branch) {
   const GeVector way = branch - turn.corner;
+  const auto goesOn = [&](const GeVector& back) {
+    return dot(way, back) < 0 && cross(way, back).length() < kBeside;
+  };
   for (const GeVector& leg : {turn.first, turn.second})
-    if (dot(way, leg) < 0 && cross(way, leg).length() < kBeside)
-      return turn.corner + leg * turn.leg;
-  return turn.middle();
+    if (goesOn(leg)) return turn.corner + leg * turn.leg;
+  return goesOn(unit(turn.middle() - turn.corner)) ? turn.middle() : turn.corner;
 }
 
 void branches(Builder& out, const Part& part, const Turn& turn) {
   for (const End& branch : part.branches) {
-    out.cylinder(branchStart(turn, branch.at), branch.at, branch.outside);
+    const GePoint start = branchStart(turn, branch.at);
+    if (start == turn.corner) out.cylinder(turn.middle(), start, branch.outside);
+    out.cylinder(start, branch.at, branch.outside);
     out.cover(turn.corner, branch.at);
   }
 }

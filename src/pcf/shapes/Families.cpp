@@ -155,6 +155,7 @@ constexpr KeyRow kKeys[] = {
     {Family::kSupport,        "ANC",  Family::kSupportAnchor},
     {Family::kSupport,        "GUI",  Family::kSupportGuide},
     {Family::kSupport,        "HAN",  Family::kSupportHanger},
+    {Family::kSupport,        "01HG", Family::kSupportHanger},
     {Family::kSupport,        "HG",   Family::kSupportHanger},
     {Family::kSupport,        "SHO",  Family::kSupportShoe},
     {Family::kSupport,        "SK",   Family::kSupportShoe},

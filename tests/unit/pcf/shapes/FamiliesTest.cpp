@@ -65,6 +65,7 @@ constexpr FamilyRow kRows[] = {
     {"SUPPORT", "ANCH", "anchor"},
     {"SUPPORT", "GUID", "guide"},
     {"SUPPORT", "HANG", "hanger"},
+    {"SUPPORT", "01HG", "hanger"},
     {"SUPPORT", "SKID", "shoe"},
     {"SUPPORT", "SHOE", "shoe"},
     {"SUPPORT", "SPRG", "spring hanger"},

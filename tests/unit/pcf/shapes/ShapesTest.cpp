@@ -399,6 +399,11 @@ const ShapeRow kBendRows[] = {
      "e -100 0 0 50 e 0 0 100 50 c 0 0 0 b 60 0 -60 30",
      R"(torus -100 0 100 from -100 0 0 to 0 0 100 d 50
         cylinder -29.289 0 29.289 > 60 0 -60 d 30)"},
+    // aside of the bend: from the centre, which a piece joins to the middle of the arc
+    {"BranchAsideFromTheCentre", Family::kBend, "e -100 0 0 50 e 0 0 100 50 c 0 0 0 b 0 90 0 30",
+     R"(torus -100 0 100 from -100 0 0 to 0 0 100 d 50
+        cylinder -29.289 0 29.289 > 0 0 0 d 30
+        cylinder 0 0 0 > 0 90 0 d 30)"},
 };
 
 TEST(Shapes, DrawBendsAlongTheirArc) { expectRows(kBendRows); }

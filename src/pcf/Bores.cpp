@@ -2,12 +2,12 @@
 #include "pcf/Bores.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "pcf/Numbers.h"
 #include "pcf/Sizes.h"
 
 namespace Vesk::Pcf {
@@ -20,11 +20,6 @@ constexpr double kRounding = 0.06;
 
 // From 14 inches on the diameter is 25.4 times NPS, but for rounding.
 constexpr double kBothAgree = 350;
-
-std::string textOf(double number) {
-  char digits[40];
-  return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
-}
 
 // One number that stands as a bore, in all its places.
 struct Value {

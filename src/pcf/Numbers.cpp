@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "pcf/Numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <span>
+#include <vector>
+
+#include "pcf/Text.h"
 
 namespace Vesk::Pcf {
 namespace {
@@ -81,6 +86,23 @@ double takeInches(std::string_view& text) {
   return *inches;
 }
 
+bool isDigits(std::string_view word) {
+  return !word.empty() && std::all_of(word.begin(), word.end(), isDigit);
+}
+
+// How many words behind one of feet alone are its inches: 6", 6.1/2", 6 1/2" or none.
+std::size_t inchesBehind(std::span<const std::string_view> words) {
+  const auto isInches = [](std::string_view word) {
+    return !word.empty() && word.back() == '"' && isDigit(word.front());
+  };
+  if (words[0].back() != '\'') return 0;
+  if (words.size() > 1 && isInches(words[1]) && words[1].find('\'') == std::string_view::npos)
+    return 1;
+  const bool areTwo =
+      words.size() > 2 && isDigits(words[1]) && isInches(words[2]) && isFraction(words[2]);
+  return areTwo ? 2 : 0;
+}
+
 }  // namespace
 
 std::optional<Number> takeNumber(std::string_view& text) {
@@ -108,6 +130,39 @@ std::optional<Number> numberOf(std::string_view word) {
 bool isFraction(std::string_view word) {
   if (!word.empty() && word.back() == '"') word.remove_suffix(1);
   return takeFraction(word).has_value() && word.empty();
+}
+
+std::string withFeetJoined(std::string_view words, std::size_t wanted) {
+  const std::string text(words);
+  std::vector<std::string_view> numbers;
+  std::string_view rest = words;
+  for (std::string_view ahead = rest;; rest = ahead) {
+    const std::string_view word = nextWord(ahead);
+    std::string_view number = word;
+    if (!takeNumber(number)) break;
+    numbers.push_back(word);
+  }
+  if (numbers.size() <= 3) return text;
+  const bool isMixedBore = isFraction(numbers.back()) && isDigits(numbers[numbers.size() - 2]);
+  const std::size_t count = numbers.size() - (isMixedBore ? 1 : 0);
+  const std::optional<Number> last = numberOf(numbers.back());
+  if (count <= wanted && !(last && last->value == 0)) return text;
+  std::string joined;
+  std::size_t left = 0;
+  for (std::size_t i = 0; i < numbers.size(); ++left) {
+    joined.append(left > 0 ? " " : "").append(numbers[i]);
+    const std::size_t taken = inchesBehind(std::span(numbers).subspan(i));
+    if (taken > 0) joined.append(numbers[i + 1]);
+    if (taken > 1) joined.append(".").append(numbers[i + 2]);
+    i += 1 + taken;
+  }
+  return left < 3 ? text : joined.append(rest);
+}
+
+std::string textOf(double number) {
+  char digits[40];
+  const double rounded = std::round(number * 1000) / 1000;
+  return {digits, std::to_chars(digits, digits + sizeof digits, rounded).ptr};
 }
 
 }  // namespace Vesk::Pcf

@@ -2,7 +2,9 @@
 #ifndef VESK_PCF_NUMBERS_H
 #define VESK_PCF_NUMBERS_H
 
+#include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace Vesk::Pcf {
@@ -28,6 +30,14 @@ std::optional<Number> numberOf(std::string_view word);
 
 // Whether the word is a fraction and nothing else: "1/2".
 bool isFraction(std::string_view word);
+
+// The words of a point with feet and inches as one word where a blank stands between them:
+// 12' 6.1/2" 0 0 6" has four numbers. Only if there are more than `wanted` (co-ordinates
+// and bore) as they stand, or the last of them is 0 and so no bore.
+std::string withFeetJoined(std::string_view words, std::size_t wanted);
+
+// A number in messages, with up to three decimals.
+std::string textOf(double number);
 
 }  // namespace Vesk::Pcf
 

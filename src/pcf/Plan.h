@@ -2,6 +2,7 @@
 #ifndef VESK_PCF_PLAN_H
 #define VESK_PCF_PLAN_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -54,6 +55,12 @@ struct Component {
   bool isInAFileBefore = false;  // where that is to be known
 };
 
+// The BEND-RADIUS of a component.
+struct BendRadius {
+  std::uint32_t component = 0;
+  float radius = 0;  // millimetres, > 0
+};
+
 struct Pipeline {
   std::string reference;
   std::string spec;
@@ -65,7 +72,8 @@ struct Plan {
   std::vector<Kind> kinds;
   std::vector<Component> components;
   std::vector<Point> points;
-  std::vector<Pipeline> pipelines;  // in the order in which they first occur
+  std::vector<BendRadius> bendRadii;  // in the order of the components
+  std::vector<Pipeline> pipelines;    // in the order in which they first occur
   std::unordered_map<std::string, std::string> descriptions;  // by item code
 
   const Kind& kindOf(const Component& component) const { return kinds[component.kind]; }
@@ -75,6 +83,15 @@ struct Plan {
   }
   std::span<Point> pointsOf(const Component& component) {
     return std::span(points).subspan(component.firstPoint, component.points);
+  }
+
+  // In millimetres; 0 if the file gives none.
+  double bendRadiusOf(const Component& component) const {
+    const auto index = static_cast<std::uint32_t>(&component - components.data());
+    const auto row = std::lower_bound(
+        bendRadii.begin(), bendRadii.end(), index,
+        [](const BendRadius& radius, std::uint32_t wanted) { return radius.component < wanted; });
+    return row == bendRadii.end() || row->component != index ? 0 : row->radius;
   }
 
   std::string_view textOf(const Component& component) const {

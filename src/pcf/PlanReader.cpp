@@ -86,12 +86,14 @@ class Reader {
   bool readPlace(std::string_view key, std::string_view& value, GePoint& at);
   bool readBore(std::string_view key, std::string_view& value, Point& point);
   void readAngle(std::string_view value);
+  void readBendRadius(std::string_view value);
   void readPipelineOfComponent(std::string_view value);
 
   Role roleBelow() const;
   bool hasPointBelow() const { return roleBelow() != Role::kNone; }
   bool isComponentOfItsOwn(Word meaning, const KeyValue& entry) const;
   bool havePointsToCome() const;
+  bool isTextOfMessage() const;
   bool isOpen() const { return below_ == Below::kComponent; }
   Component& open() { return plan_.components.back(); }
   void start(const std::string& word, Word meaning, std::string_view value);
@@ -270,7 +272,8 @@ void Reader::readByName(const KeyValue& entry) {
     return;
   }
   const bool isAlone = entry.value.empty();
-  const bool isStart = isComponent(meaning) && (isAlone || meaning == Word::kMessage);
+  const bool isStart =
+      isComponent(meaning) && (isAlone || meaning == Word::kMessage) && !isTextOfMessage();
   const bool isUnknownStart =
       meaning == Word::kUnknown && isAlone && hasPointBelow() && (!isOpen() || open().points > 0);
   if (isStart || isUnknownStart) {
@@ -321,13 +324,21 @@ bool Reader::havePointsToCome() const {
   return false;
 }
 
+// The first line below a message, in a file that indents nothing, if no place follows that
+// would make it a component: WELD.
+bool Reader::isTextOfMessage() const {
+  if (!isOpen() || plan_.kindOf(plan_.components.back()).meaning != Word::kMessage) return false;
+  const Component& message = plan_.components.back();
+  return message.points == 0 && lines_.number() == message.line + 1 && !havePointsToCome();
+}
+
 void Reader::start(const std::string& word, Word meaning, std::string_view value) {
   close();
   Component component;
   component.begin = lines_.offset();
   component.line = lines_.number();
   component.firstPoint = static_cast<std::uint32_t>(plan_.points.size());
-  component.kind = kindOf(word, "", meaning);
+  component.kind = kindOf(meaning == Word::kUnknown ? harmless(word) : word, "", meaning);
   component.pipeline = pipeline_;
   plan_.components.push_back(component);
   below_ = Below::kComponent;
@@ -348,6 +359,8 @@ void Reader::close(std::size_t end) {
   messages_.add(Severity::kQuiet, component.line, "unknown word, taken as a header",
                 ": \"" + harmless(plan_.kindOf(component).word) + '"');
   plan_.components.pop_back();
+  if (!plan_.bendRadii.empty() && plan_.bendRadii.back().component == plan_.components.size())
+    plan_.bendRadii.pop_back();
   below_ = Below::kHeader;
 }
 
@@ -438,6 +451,10 @@ void Reader::readOfComponent(const KeyValue& entry) {
     case 'a':
       if (isWord(entry.key, "ANGLE")) readAngle(entry.value);
       return;
+    case 'B':
+    case 'b':
+      if (isWord(entry.key, "BEND-RADIUS")) readBendRadius(entry.value);
+      return;
     case 'P':
     case 'p':
       if (isWord(entry.key, "PIPELINE-REFERENCE")) readPipelineOfComponent(entry.value);
@@ -459,6 +476,17 @@ void Reader::readAngle(std::string_view value) {
   open().angle = static_cast<float>(degrees);
 }
 
+// In the unit of the co-ordinates; of two the first.
+void Reader::readBendRadius(std::string_view value) {
+  const std::optional<Number> number = takeNumber(value);
+  const auto index = static_cast<std::uint32_t>(plan_.components.size() - 1);
+  const bool isGiven = !plan_.bendRadii.empty() && plan_.bendRadii.back().component == index;
+  if (!number || isGiven) return;
+  const double radius = number->value * (number->isInches ? kInch : coordinate_.millimetres);
+  if (radius > 0 && radius < kFarthest)
+    plan_.bendRadii.push_back({index, static_cast<float>(radius)});
+}
+
 // Below the end of a line it names the neighbour; elsewhere it places one component.
 void Reader::readPipelineOfComponent(std::string_view value) {
   if (plan_.kindOf(open()).meaning == Word::kMark || value.empty()) return;
@@ -470,6 +498,11 @@ void Reader::readPipelineOfComponent(std::string_view value) {
 void Reader::readPoint(std::string_view key, Role role, std::string_view value) {
   Point point;
   point.role = role;
+  std::string joined;
+  if (value.find('\'') != std::string_view::npos) {
+    joined = withFeetJoined(value, role == Role::kEnd || role == Role::kBranch ? 4 : 3);
+    value = joined;
+  }
   if (!readPlace(key, value, point.at)) {
     open().isDamaged = true;
     return;

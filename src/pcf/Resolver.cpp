@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "pcf/Attributes.h"
+#include "pcf/Numbers.h"
+#include <vesk/GeConstants.h>
 
 namespace Vesk::Pcf {
 namespace {
@@ -36,6 +38,27 @@ bool isBetween(const GePoint& at, const GePoint& from, const GePoint& to) {
 }
 
 bool isNull(const GeVector& v) { return v == GeVector(); }
+
+// Whether a pipe that goes on along `line` arrives across a chord; both unit vectors.
+bool isAcross(const GeVector& line, const GeVector& chord) {
+  return !isNull(line) && std::fabs(dot(line, chord)) < kAcross;
+}
+
+bool isHalfTurn(const Component& component) { return std::fabs(component.angle - 180) < 1; }
+
+// The radius of a bend by its points; 0 if they make no arc.
+double radiusOf(const Part& part) {
+  const GePoint& from = part.ends[0].at;
+  const GePoint& to = part.ends[1].at;
+  if (!isNull(part.halfTurn)) return distance(from, to) / 2;
+  const GeVector leg1 = from - *part.centre;
+  const GeVector leg2 = to - *part.centre;
+  if (isNull(unit(leg1)) || isNull(unit(leg2))) return 0;
+  const double angle = leg1.angleTo(leg2);
+  constexpr double kStraight = 1e-4;
+  if (angle < kStraight || angle > kPi - kStraight) return 0;
+  return std::min(leg1.length(), leg2.length()) * std::tan(angle / 2);
+}
 
 bool hasTwoEnds(Family family) {
   return family == Family::kBend || family == Family::kReducer || family == Family::kStubEnd ||
@@ -76,6 +99,11 @@ Resolver::Resolver(const Plan& plan, const Joints& joints, double tolerance, Mes
 void Resolver::warn(const Component& component, std::string_view text) {
   messages_.add(Severity::kWarning, component.line,
                 plan_.kindOf(component).word + ": " + std::string(text));
+}
+
+void Resolver::note(const Component& component, std::string_view text, std::string_view detail) {
+  messages_.add(Severity::kNote, component.line,
+                plan_.kindOf(component).word + ": " + std::string(text), detail);
 }
 
 const Runs& Resolver::runs() {
@@ -186,8 +214,10 @@ void Resolver::resolveReducer(Resolved& resolved, const Points& points,
   Part& part = resolved.part;
   for (std::size_t i = 0; i < part.ends.size(); ++i)
     part.ends[i].line = neighbours_.lineAt(*points.ends[i]);
-  const bool isEccentric =
-      plan_.kindOf(component).word.find("ECC") != std::string::npos && part.ends.size() == 2;
+  const std::string& word = plan_.kindOf(component).word;
+  const bool isAside =
+      word.find("ECC") != std::string::npos || word.find("-OFFSET") != std::string::npos;
+  const bool isEccentric = isAside && part.ends.size() == 2;
   if (!isEccentric || std::fabs(part.ends[0].outside - part.ends[1].outside) < kShortest) return;
   const GeVector chord = part.ends[1].at - part.ends[0].at;
   const bool isFree = isNull(part.ends[0].line) && isNull(part.ends[1].line);
@@ -202,8 +232,7 @@ void Resolver::resolveReducer(Resolved& resolved, const Points& points,
     part.ends[1].line = axis;
   }
   if (cross(chord, axis).length() < kSamePlace)
-    messages_.add(Severity::kNote, component.line,
-                  plan_.kindOf(component).word + ": its ends lie on one line; drawn concentric");
+    note(component, "its ends lie on one line; drawn concentric");
 }
 
 // Null if nothing fits.
@@ -232,7 +261,9 @@ void Resolver::resolveWay(Resolved& resolved, const Points& points, const Compon
   const bool hasWay = word.find("-ANGLE") != std::string::npos ||
                       word.find("-OFFSET") != std::string::npos ||
                       word.find("-RETURN") != std::string::npos;
-  if (!hasWay || part.centre || part.ends.size() != 2 || !part.branches.empty()) return;
+  if (!hasWay || part.family == Family::kReducer || part.centre || part.ends.size() != 2 ||
+      !part.branches.empty())
+    return;
   part.centre = cornerOf(points);
   warn(component, part.centre
                       ? "expected a CENTRE-POINT; it lies where the pipes that meet it would"
@@ -318,16 +349,40 @@ void Resolver::resolveOlet(Resolved& resolved, const Points& points, const Compo
 void Resolver::resolveBend(Resolved& resolved, const Points& points, const Component& component) {
   Part& part = resolved.part;
   if (part.ends.size() < 2) return;
-  if (!part.centre) {
-    part.centre = cornerOf(points);
-    if (part.centre) {
-      warn(component, "expected a CENTRE-POINT; it lies where the pipes that meet it would");
-    } else {
+  if (part.centre) {
+    part.halfTurn = halfTurnOf(points, component);
+  } else {
+    const std::string_view how = completeBend(part, points, component);
+    if (how.empty()) {
       resolved.failure = "expected a CENTRE-POINT, found none";
+      return;
     }
-    return;
+    warn(component, how);
   }
-  part.halfTurn = halfTurnOf(points, component);
+  checkBend(part, component);
+}
+
+// What stands for a CENTRE-POINT that is missing; empty if nothing does.
+std::string_view Resolver::completeBend(Part& part, const Points& points,
+                                        const Component& component) const {
+  part.centre = cornerOf(points);
+  if (part.centre) return "expected a CENTRE-POINT; it lies where the pipes that meet it would";
+  part.halfTurn = halfTurnByLines(points, component);
+  if (!isNull(part.halfTurn)) return "expected a CENTRE-POINT; half a turn fits what meets it";
+  part.centre = cornerByOneLine(points, component);
+  if (!part.centre) return {};
+  return std::fabs(plan_.bendRadiusOf(component) - radiusOf(part)) < kSamePlace
+             ? "expected a CENTRE-POINT; it follows from the pipe that meets it and BEND-RADIUS"
+             : "expected a CENTRE-POINT; it follows from the pipe that meets it, for equal legs";
+}
+
+// BEND-RADIUS is a check where the points make an arc.
+void Resolver::checkBend(const Part& part, const Component& component) {
+  const double drawn = radiusOf(part);
+  const double radius = plan_.bendRadiusOf(component);
+  if (drawn > 0 && radius > 0 && std::fabs(radius - drawn) > std::max(kSamePlace, 0.01 * drawn))
+    note(component, "its BEND-RADIUS is not that of its points, which are drawn",
+         ": " + textOf(radius) + " and " + textOf(drawn));
 }
 
 // Half a turn has no tangents that meet. Its CENTRE-POINT is the middle of its ends,
@@ -339,25 +394,65 @@ GeVector Resolver::halfTurnOf(const Points& points, const Component& component) 
   const GePoint centre = points.centre->at;
   const GePoint middle = middleOf(from.at, to.at);
   const GeVector chord = unit(to.at - from.at);
-  const bool isMarked = std::fabs(component.angle - 180) < 1;
+  const bool isMarked = isHalfTurn(component);
   if (isNull(chord) || (component.angle > 0 && !isMarked)) return {};
   const GeVector line1 = neighbours_.lineAt(from);
   const GeVector line2 = neighbours_.lineAt(to);
-  const auto isAcross = [&](const GeVector& line) {
-    return !isNull(line) && std::fabs(dot(line, chord)) < kAcross;
-  };
   if (distance(centre, middle) < kSamePlace) {
     const bool both = !isNull(line1) && !isNull(line2);
-    if (both && !(isAcross(line1) && isAcross(line2) && dot(line1, line2) > kAlong)) return {};
-    if (isAcross(line1)) return -line1;
-    return isAcross(line2) ? -line2 : GeVector();
+    const bool isProven =
+        isAcross(line1, chord) && isAcross(line2, chord) && dot(line1, line2) > kAlong;
+    if (both && !isProven) return {};
+    if (isAcross(line1, chord)) return -line1;
+    return isAcross(line2, chord) ? -line2 : GeVector();
   }
   const GeVector outwards = centre - middle;
   const double radius = distance(from.at, to.at) / 2;
   const bool isFarthest = std::fabs(outwards.length() - radius) < kSamePlace &&
                           std::fabs(dot(unit(outwards), chord)) < 0.01;
-  const bool isProven = isAcross(line1) || isAcross(line2);
+  const bool isProven = isAcross(line1, chord) || isAcross(line2, chord);
   return isMarked && isFarthest && isProven ? outwards : GeVector();
+}
+
+// Without a CENTRE-POINT: both pipes arrive across, or the one that there is does and
+// ANGLE or BEND-RADIUS says half a turn.
+GeVector Resolver::halfTurnByLines(const Points& points, const Component& component) const {
+  const GePoint& from = points.ends[0]->at;
+  const GePoint& to = points.ends[1]->at;
+  const GeVector chord = unit(to - from);
+  const bool isMarked = isHalfTurn(component);
+  if (isNull(chord) || (component.angle > 0 && !isMarked)) return {};
+  const GeVector line1 = neighbours_.lineAt(*points.ends[0]);
+  const GeVector line2 = neighbours_.lineAt(*points.ends[1]);
+  if (isAcross(line1, chord) && isAcross(line2, chord))
+    return dot(line1, line2) > kAlong ? -line1 : GeVector();
+  const double half = distance(from, to) / 2;
+  const bool isSaid = isMarked || std::fabs(plan_.bendRadiusOf(component) - half) < kSamePlace;
+  const GeVector& line = isNull(line1) ? line2 : line1;
+  const bool isOne = isNull(line1) != isNull(line2);
+  return isSaid && isOne && isAcross(line, chord) ? -line : GeVector();
+}
+
+// Where one pipe alone is met: the arc begins there. With BEND-RADIUS a straight piece may
+// follow it, else its legs are equal.
+std::optional<GePoint> Resolver::cornerByOneLine(const Points& points,
+                                                 const Component& component) const {
+  const GeVector line1 = neighbours_.lineAt(*points.ends[0]);
+  const GeVector line2 = neighbours_.lineAt(*points.ends[1]);
+  if (isNull(line1) == isNull(line2)) return std::nullopt;
+  const bool isFirst = !isNull(line1);
+  const GePoint& from = points.ends[isFirst ? 0 : 1]->at;
+  const GeVector chord = points.ends[isFirst ? 1 : 0]->at - from;
+  const GeVector inward = isFirst ? -line1 : -line2;
+  const double along = dot(chord, inward);
+  const double aside = cross(chord, inward).length();
+  if (along < kAcross * chord.length() || aside < kSamePlace) return std::nullopt;
+  // The tangent from the far end to the circle is the straight piece.
+  const double square = dot(chord, chord);
+  const double radius = plan_.bendRadiusOf(component);
+  const double rest = radius > 0 ? square - 2 * aside * radius : 0;
+  const double leg = rest > 0 ? radius * aside / (along + std::sqrt(rest)) : square / (2 * along);
+  return from + inward * leg;
 }
 
 // Where the lines of the two neighbours meet.
@@ -398,7 +493,7 @@ void Resolver::resolveFace(Resolved& resolved, const Points& points, const Compo
   const Side side = closes ? neighbours_.arrivalOf(first, second, part.family)
                            : neighbours_.faceOf(first, second);
   part.face = side.index;
-  if (!side.isGuess) return;
+  if (!side.isGuess || distance(first.at, second.at) < kShortest) return;
   warn(component, closes ? "nothing shows where the line arrives; its first END-POINT is assumed"
                          : "nothing shows which end is the face; its first END-POINT is assumed");
 }

@@ -46,9 +46,14 @@ class Resolver {
   void resolveStraight(Resolved& resolved, const Points& points, const Component& component);
   void requireBores(Resolved& resolved) const;
   void askForAllEnds(const Part& part, const Component& component);
+  std::string_view completeBend(Part& part, const Points& points, const Component& component) const;
+  void checkBend(const Part& part, const Component& component);
   GeVector halfTurnOf(const Points& points, const Component& component) const;
+  GeVector halfTurnByLines(const Points& points, const Component& component) const;
   std::optional<GePoint> cornerOf(const Points& points) const;
+  std::optional<GePoint> cornerByOneLine(const Points& points, const Component& component) const;
   void warn(const Component& component, std::string_view text);
+  void note(const Component& component, std::string_view text, std::string_view detail = {});
   const Runs& runs();
 
   const Plan& plan_;

@@ -57,7 +57,7 @@ const BoreCase kBores[] = {
     {"ThreeInchesAreNotDn65", "MM",   "76.2",                "88.9", "bores are inches"},
     {"LargeDiameters",        "MM",   "168.3 457.2 609.6",   "168.3 457.2 609.6", "bores are outside diameters"},
     {"DiametersBesideNominal", "MM",  "150 168.3",           "168.3 168.3", "bores are outside diameters"},
-    {"DiametersInInches",     "INCH", "6.625 4.5 2.375 3.5", "168.275 114.3 60.325 88.9", "bores are outside diameters"},
+    {"DiametersInInches",     "INCH", "6.625 4.5 2.375 3.5", "168.275 114.3 60.325 88.9", ": 2.375 is drawn 60.325"},
 
     // ---- what nothing tells
     {"AloneItIsFourInches",   "MM",   "101.6",               "114.3", "warning: bore 101.6 is 4 inches"},

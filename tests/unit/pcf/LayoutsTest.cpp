@@ -202,6 +202,24 @@ TEST(Words, OfALineMayStandBeforeThePointsOfAFileThatIndentsNothing) {
   EXPECT_EQ(run.headers.at(4).substr(0, 1), "R");
 }
 
+TEST(Words, BelowAMessageOfAFileThatIndentsNothingAreItsText) {
+  const PcfRun run = runPcf(
+      "PIPE\nEND-POINT 0 0 0 100\nEND-POINT 9 0 0 100\nMESSAGE-CIRCLE\nWELD\n"
+      "PIPE\nEND-POINT 9 0 0 100\nEND-POINT 20 0 0 100\n");
+  EXPECT_EQ(run.drawn, 3U);
+  EXPECT_EQ(run.messageText(), "");
+  ASSERT_EQ(run.recordsOf('x').size(), 2U);
+  EXPECT_EQ(run.recordsOf('x')[1], "x WELD");
+}
+
+TEST(Words, ThatAreUnknownAreSaidWithoutControlCharacters) {
+  const PcfRun run = runPcf(
+      "PIPE\n END-POINT 0 0 0 100\n END-POINT 9 0 0 100\n"
+      "\x1B[31mFOO\xE9\n END-POINT 9 0 0 100\n END-POINT 20 0 0 100\n");
+  EXPECT_EQ(run.messageText(),
+            "in.pcf:4: warning: ?[31MFOO?: unknown component; drawn like a piece of pipe\n");
+}
+
 // ---- junk --------------------------------------------------------------------------
 
 struct JunkCase {

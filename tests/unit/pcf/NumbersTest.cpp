@@ -73,5 +73,39 @@ TEST_P(Numbers, AreTakenSo) {
 INSTANTIATE_TEST_SUITE_P(Pcf, Numbers, testing::ValuesIn(kNumbers),
                          [](const auto& row) { return std::string(row.param.name); });
 
+struct FeetCase {
+  const char* name;
+  const char* words;
+  std::size_t wanted;
+  const char* joined;
+};
+
+void PrintTo(const FeetCase& row, std::ostream* out) { *out << row.name; }
+
+// clang-format off
+const FeetCase kFeet[] = {
+    {"NoBlank",            "12'6\" 0 0 6",              4, "12'6\" 0 0 6"},
+    {"Inches",             "12' 6\" 0 0 6 BW",          4, "12'6\" 0 0 6 BW"},
+    {"MixedInches",        "12' 6.1/2\" 0 0 6",         4, "12'6.1/2\" 0 0 6"},
+    {"MixedInchesApart",   "12' 6 1/2\" 0 0 6",         4, "12'6.1/2\" 0 0 6"},
+    {"All",                "1' 6\" -3' 0\" 0' 1/2\" 6", 4, "1'6\" -3'0\" 0'1/2\" 6"},
+    {"FeetAlone",          "12' 3' 0 6",                4, "12' 3' 0 6"},
+    {"InchesOfTheirOwn",   "12' 6\" 3' 4\"",            4, "12' 6\" 3' 4\""},
+    {"WithAMixedBore",     "12' 6\" 3' 1 1/2",          4, "12' 6\" 3' 1 1/2"},
+    {"WithoutABore",       "12' 6\" 0 0",               3, "12'6\" 0 0"},
+    {"BoresAreNotZero",    "12' 6\" 0 0",               4, "12'6\" 0 0"},
+    {"TooFew",             "12' 6\" 0",                 4, "12' 6\" 0"},
+};
+// clang-format on
+
+class Feet : public testing::TestWithParam<FeetCase> {};
+
+TEST_P(Feet, AreJoinedWithTheirInches) {
+  EXPECT_EQ(withFeetJoined(GetParam().words, GetParam().wanted), GetParam().joined);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pcf, Feet, testing::ValuesIn(kFeet),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 }  // namespace
 }  // namespace Vesk::Pcf

@@ -21,6 +21,10 @@ void PrintTo(const LegCase& row, std::ostream* out) { *out << row.name; }
 #define RUN_100 "END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n"
 #define BRANCH(n, x, y) " BRANCH" #n "-POINT " #x " " #y " 0 50\n"
 
+#define ENDS_152 " END-POINT 0 0 0 100\n END-POINT 152 152 0 100\n"
+#define QUARTER_152 ENDS_152 " CENTRE-POINT 152 0 0\n"
+#define PIPE_BEFORE "PIPE\n END-POINT -500 0 0 100\n END-POINT 0 0 0 100\n"
+
 // clang-format off
 const LegCase kLegs[] = {
     // ---- tees
@@ -98,6 +102,34 @@ const LegCase kLegs[] = {
      "0 0 0>0 100 0 0 100 0>0 200 0", "drawn straight"},
     {"TheAngleBetweenTheLegsIsNoMatter", "BEND\n END-POINT 0 0 0 100\n END-POINT 170.7107 70.7107 0 100\n CENTRE-POINT 100 0 0\n ANGLE 135\n",
      "0 0 0>100 0 0 100 0 0>170.7107 70.7107 0", nullptr},
+    // ---- bends whose BEND-RADIUS is a check: R = t tan(angle between the legs / 2), t the shorter leg
+    {"RadiusOfThePoints", "BEND\n" QUARTER_152 " BEND-RADIUS 152\n", "0 0 0>152 0 0 152 0 0>152 152 0", nullptr},
+    {"RadiusByTheShorterLeg", "BEND\n END-POINT 0 0 0 100\n END-POINT 152 400 0 100\n CENTRE-POINT 152 0 0\n BEND-RADIUS 152\n",
+     "0 0 0>152 0 0 152 0 0>152 400 0", nullptr},
+    // 62.9605 tan(67.5 deg) = 152.00
+    {"RadiusOfAnEighthTurn", "BEND\n END-POINT 0 0 0 100\n END-POINT 107.4802 44.5198 0 100\n CENTRE-POINT 62.9605 0 0\n BEND-RADIUS 152\n ANGLE 4500\n",
+     "0 0 0>62.9605 0 0 62.9605 0 0>107.4802 44.5198 0", nullptr},
+    {"RadiusInTheUnitOfTheCoordinates", "UNITS-CO-ORDS INCH\nBEND\n END-POINT 0 0 0 100\n END-POINT 6 6 0 100\n CENTRE-POINT 6 0 0\n BEND-RADIUS 6\n",
+     "0 0 0>152.4 0 0 152.4 0 0>152.4 152.4 0", nullptr},
+    {"RadiusAgainstThePoints", "BEND\n" QUARTER_152 " BEND-RADIUS 300\n", "0 0 0>152 0 0 152 0 0>152 152 0",
+     "note: BEND: its BEND-RADIUS is not that of its points, which are drawn: 300 and 152"},
+    // ---- bends without a CENTRE-POINT
+    {"OnePipeGivesEqualLegs", "BEND\n" ENDS_152 PIPE_BEFORE, "0 0 0>152 0 0 152 0 0>152 152 0",
+     "warning: BEND: expected a CENTRE-POINT; it follows from the pipe that meets it, for equal legs"},
+    // Leg b R / (a + sqrt(a^2 + b^2 - 2 b R)) of a = 152, b = 400, R = 152: 400 * 152 / (152 + 248) = 152
+    {"OnePipeAndTheRadiusGiveTheStraightPiece", "BEND\n END-POINT 0 0 0 100\n END-POINT 152 400 0 100\n BEND-RADIUS 152\n" PIPE_BEFORE,
+     "0 0 0>152 0 0 152 0 0>152 400 0", "warning: BEND: expected a CENTRE-POINT; it follows from the pipe that meets it and BEND-RADIUS"},
+    {"OnePipeAtTheSecondEnd", "BEND\n END-POINT 152 400 0 100\n END-POINT 0 0 0 100\n BEND-RADIUS 152\n" PIPE_BEFORE,
+     "152 400 0>152 0 0 152 0 0>0 0 0", "BEND-RADIUS"},
+    {"ARadiusThatIsTooLargeIsNotTaken", "BEND\n" ENDS_152 " BEND-RADIUS 300\n" PIPE_BEFORE, "0 0 0>152 0 0 152 0 0>152 152 0",
+     "for equal legs"},
+    {"BothPipesAcrossMakeHalfATurn", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n" PIPE_BEFORE "PIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n",
+     "0 0 0>100 0 0 100 0 0>100 200 0 100 200 0>0 200 0", "warning: BEND: expected a CENTRE-POINT; half a turn fits what meets it"},
+    {"OnePipeAcrossAndTheRadiusMakeHalfATurn", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n BEND-RADIUS 100\n" PIPE_BEFORE,
+     "0 0 0>100 0 0 100 0 0>100 200 0 100 200 0>0 200 0", "half a turn fits what meets it"},
+    {"OnePipeAcrossAloneTellsNothing", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n" PIPE_BEFORE, "",
+     "error: BEND not drawn: expected a CENTRE-POINT, found none"},
+    {"NoPipeTellsNothing", "BEND\n" ENDS_152 " BEND-RADIUS 152\n ANGLE 9000\n", "", "error: BEND not drawn: expected a CENTRE-POINT, found none"},
     // ---- what is given twice, and odd things
     {"SameEndTwice",    "PIPE\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n", "", "error: PIPE not drawn: has no length"},
     {"OneEndInATee",    "TEE\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "100 0 0>0 0 0 100 0 0>100 90 0",
@@ -119,6 +151,9 @@ const LegCase kLegs[] = {
     {"TapsAreNoPlaces", "PIPE\n " RUN_100 " TAP-CONNECTION\n CO-ORDS 100 57 0\n", "0 0 0>200 0 0", nullptr},
     {"GapsStay",        "PIPE\n " RUN_100 "PIPE\n END-POINT 205 0 0 100\n END-POINT 500 0 0 100\n", "0 0 0>200 0 0", nullptr},
     {"WeldsWithALengthCloseIt", "WELD\n END-POINT 0 0 0 100\n END-POINT 3 0 0 100\n", "0 0 0>3 0 0", nullptr},
+    {"OffsetReducer", "REDUCER-OFFSET\n END-POINT 0 0 0 150\n END-POINT 140 0 -40 100\nPIPE\n END-POINT -500 0 0 150\n END-POINT 0 0 0 150\n"
+     "PIPE\n END-POINT 140 0 -40 100\n END-POINT 500 0 -40 100\n", "0 0 0>140 0 -40", nullptr},
+    {"FeetAndInchesApart", "UNITS-BORE INCH\nPIPE\n END-POINT 0 0 0 6\"\n END-POINT 12' 6.1/2\" 0 0 6\"\n", "0 0 0>3822.7 0 0", nullptr},
     {"UnknownWithTwoEnds", "FOO\n " RUN_100, "0 0 0>200 0 0", "warning: FOO: unknown component; drawn like a piece of pipe"},
 };
 // clang-format on
@@ -200,6 +235,11 @@ TEST_P(ReducersAlone, AreSquareToTheirAxis) {
 
 INSTANTIATE_TEST_SUITE_P(Pcf, ReducersAlone, testing::ValuesIn(kAlone),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Flanges, WithoutALengthNeedNoFace) {
+  const PcfRun run = runPcf("FLANGE\n END-POINT 5 0 0 100\n END-POINT 5 0 0 100\n");
+  EXPECT_EQ(run.messageText(), "in.pcf:1: error: FLANGE not drawn: has no length\n");
+}
 
 TEST(Repeats, AreDrawnOnce) {
   const PcfRun run = runPcf(

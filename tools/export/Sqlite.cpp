@@ -16,10 +16,11 @@
 #include "elements/Describe.h"
 #include "elements/Kinds.h"
 #include "export/ExactShape.h"
+#include "export/SqliteBoxes.h"
+#include "export/SqliteStatement.h"
 #include "sidecar/Sidecar.h"
 #include "terminal/Exit.h"
 #include "terminal/Terminal.h"
-#include "text/Json.h"
 #include "text/Numbers.h"
 
 namespace VeskTool {
@@ -82,54 +83,6 @@ CREATE VIEW attribute_list AS
 COMMIT;
 )";
 
-[[noreturn]] void fail(sqlite3* database) {
-  throw Failure(Exit::kOutput, std::string("SQLite: ") + sqlite3_errmsg(database));
-}
-
-class Statement {
- public:
-  Statement(sqlite3* database, const char* text) : database_(database) {
-    if (sqlite3_prepare_v3(database, text, -1, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) !=
-        SQLITE_OK) {
-      fail(database);
-    }
-  }
-  ~Statement() { sqlite3_finalize(statement_); }
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
-
-  Statement& add(std::int64_t value) {
-    return checked(sqlite3_bind_int64(statement_, ++at_, value));
-  }
-  Statement& add(double value) {
-    if (!std::isfinite(value)) return null();
-    return checked(sqlite3_bind_double(statement_, ++at_, value));
-  }
-  // Bytes that are no UTF-8 become U+FFFD.
-  Statement& add(std::string_view text) {
-    const std::string valid = validUtf8(text);
-    return checked(sqlite3_bind_text(statement_, ++at_, valid.data(),
-                                     static_cast<int>(valid.size()), SQLITE_TRANSIENT));
-  }
-  Statement& null() { return checked(sqlite3_bind_null(statement_, ++at_)); }
-
-  void run() {
-    if (sqlite3_step(statement_) != SQLITE_DONE) fail(database_);
-    sqlite3_reset(statement_);
-    at_ = 0;
-  }
-
- private:
-  Statement& checked(int code) {
-    if (code != SQLITE_OK) fail(database_);
-    return *this;
-  }
-
-  sqlite3* database_;
-  sqlite3_stmt* statement_ = nullptr;
-  int at_ = 0;
-};
-
 // The file that SQLite writes; it goes with this object.
 class TemporaryFile {
  public:
@@ -169,12 +122,14 @@ class SqliteWriter : public ElementWriter {
   SqliteWriter(double millimetres, const std::string& beside, TextSink& out)
       : file_(beside), out_(out) {
     sqlite3* opened = nullptr;
-    const int code = sqlite3_open(nameOf(file_.path()).c_str(), &opened);
+    const int code =
+        sqlite3_open_v2(nameOf(file_.path()).c_str(), &opened,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     database_.reset(opened);
-    if (code != SQLITE_OK) fail(database());
+    if (code != SQLITE_OK) failSqlite(database());
     run(kTables);
     prepare();
-    Statement meta(database(), "INSERT INTO meta VALUES(?, ?)");
+    SqliteStatement meta(database(), "INSERT INTO meta VALUES(?, ?)");
     meta.add(std::string_view("schema")).add(std::string_view("vesk.sqlite/1")).run();
     meta.add(std::string_view("tool")).add(std::string_view("vesk " VESK_VERSION)).run();
     meta.add(std::string_view("unit in millimetres")).add(shortest(millimetres)).run();
@@ -195,7 +150,7 @@ class SqliteWriter : public ElementWriter {
     const bool hasBox = std::isfinite(box.min.x + box.min.y + box.min.z) &&
                         std::isfinite(box.max.x + box.max.y + box.max.z);
     ++elements_;
-    Statement& row = *insertElement_;
+    SqliteStatement& row = *insertElement_;
     row.add(elements_).add(fileId_).add(static_cast<std::int64_t>(record.firstLine));
     row.add(static_cast<std::int64_t>(record.lastLine));
     row.add(headerId(trimmedField(record.header.f1), trimmedField(record.header.f2)));
@@ -207,10 +162,6 @@ class SqliteWriter : public ElementWriter {
     }
     reason.empty() ? row.null() : row.add(reason);
     row.run();
-    if (hasBox) {
-      insertBox_->add(elements_).add(box.min.x).add(box.max.x).add(box.min.y).add(box.max.y);
-      insertBox_->add(box.min.z).add(box.max.z).run();
-    }
     addValues(*record.geo);
     return {};
   }
@@ -222,11 +173,11 @@ class SqliteWriter : public ElementWriter {
   }
 
   void finish() override {
-    for (auto* statement :
-         {&insertFile_, &insertHeader_, &insertElement_, &insertBox_, &insertName_, &insertValue_,
-          &insertComponent_, &insertAttribute_, &insertFault_}) {
+    for (auto* statement : {&insertFile_, &insertHeader_, &insertElement_, &insertName_,
+                            &insertValue_, &insertComponent_, &insertAttribute_, &insertFault_}) {
       statement->reset();
     }
+    fillBoxes(database());
     run(kEnd);
     if (sqlite3_close(database_.release()) != SQLITE_OK) {
       throw Failure(Exit::kOutput, "SQLite: the database can't be closed");
@@ -238,17 +189,17 @@ class SqliteWriter : public ElementWriter {
   sqlite3* database() const { return database_.get(); }
 
   void run(const char* text) {
-    if (sqlite3_exec(database(), text, nullptr, nullptr, nullptr) != SQLITE_OK) fail(database());
+    if (sqlite3_exec(database(), text, nullptr, nullptr, nullptr) != SQLITE_OK)
+      failSqlite(database());
   }
 
   void prepare() {
-    const auto make = [this](std::optional<Statement>& statement, const char* text) {
+    const auto make = [this](std::optional<SqliteStatement>& statement, const char* text) {
       statement.emplace(database(), text);
     };
     make(insertFile_, "INSERT INTO files VALUES(?, ?)");
     make(insertHeader_, "INSERT INTO headers VALUES(?, ?, ?)");
     make(insertElement_, "INSERT INTO elements VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
-    make(insertBox_, "INSERT INTO boxes VALUES(?, ?, ?, ?, ?, ?, ?)");
     make(insertName_, "INSERT INTO value_names VALUES(?, ?)");
     make(insertValue_, "INSERT INTO element_values VALUES(?, ?, ?, ?, ?, ?)");
     make(insertComponent_, "INSERT INTO components VALUES(?, ?, ?, ?, ?)");
@@ -264,7 +215,7 @@ class SqliteWriter : public ElementWriter {
   }
 
   // The length of what has an axis or is a line, and the volume of solids.
-  static void addSizes(Statement& row, const ExactShape& shape, const std::string& reason,
+  static void addSizes(SqliteStatement& row, const ExactShape& shape, const std::string& reason,
                        bool isSolid) {
     double length = std::nan("");
     if (const auto* round = std::get_if<ExactRound>(&shape)) length = round->height;
@@ -285,7 +236,7 @@ class SqliteWriter : public ElementWriter {
       const auto [place, isNew] =
           names_.try_emplace(property.name, static_cast<std::int64_t>(names_.size() + 1));
       if (isNew) insertName_->add(place->second).add(property.name).run();
-      Statement& row = insertValue_->add(elements_).add(place->second);
+      SqliteStatement& row = insertValue_->add(elements_).add(place->second);
       const bool isText = property.type == Property::Type::kText;
       const bool isPoint =
           property.type == Property::Type::kPoint || property.type == Property::Type::kVector;
@@ -326,15 +277,14 @@ class SqliteWriter : public ElementWriter {
   TemporaryFile file_;
   TextSink& out_;
   std::unique_ptr<sqlite3, Closer> database_;
-  std::optional<Statement> insertFile_;
-  std::optional<Statement> insertHeader_;
-  std::optional<Statement> insertElement_;
-  std::optional<Statement> insertBox_;
-  std::optional<Statement> insertName_;
-  std::optional<Statement> insertValue_;
-  std::optional<Statement> insertComponent_;
-  std::optional<Statement> insertAttribute_;
-  std::optional<Statement> insertFault_;
+  std::optional<SqliteStatement> insertFile_;
+  std::optional<SqliteStatement> insertHeader_;
+  std::optional<SqliteStatement> insertElement_;
+  std::optional<SqliteStatement> insertName_;
+  std::optional<SqliteStatement> insertValue_;
+  std::optional<SqliteStatement> insertComponent_;
+  std::optional<SqliteStatement> insertAttribute_;
+  std::optional<SqliteStatement> insertFault_;
   std::unordered_map<std::string, std::int64_t> headers_;
   std::unordered_map<std::string, std::int64_t> names_;
   std::int64_t fileId_ = 0;

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # sqlite-test.sh VESK HERE WORK - exports a plant with sidecar and faults to SQLite twice,
-# the same bytes, and runs the ten questions of docs/queries.sql by another SQLite.
+# the same bytes, runs the ten questions of docs/queries.sql by another SQLite, and compares
+# the tree of boxes with the boxes.
 set -euo pipefail
 export LC_ALL=C
 vesk="$1" here="$2" work="$3"
@@ -34,3 +35,4 @@ fi
 "$vesk" export -q plant.dat -o again.sqlite || true
 cmp plant.sqlite again.sqlite
 PYTHONPATH="$here" "$python" "$here/sqliteTest.py" plant.dat plant.sqlite "$here/../../../docs/queries.sql"
+PYTHONPATH="$here" "$python" "$here/boxesTest.py" "$vesk"

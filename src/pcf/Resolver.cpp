@@ -146,7 +146,7 @@ void Resolver::askForAllEnds(const Part& part, const Component& component) {
   const std::size_t found = part.ends.size() + part.branches.size();
   std::size_t expected = 2;
   if (part.family == Family::kYPiece || word.ends_with("-3WAY")) expected = 3;
-  if (word.ends_with("-4WAY")) expected = 4;
+  if (word.ends_with("-4WAY") || word.starts_with("CROSS")) expected = 4;
   if (part.family == Family::kTee && part.ends.size() == 1) expected = 3;
   if (found < 2 || found >= expected) return;
   warn(component, "has fewer ends than its name says; drawn without the others");
@@ -480,6 +480,12 @@ void Resolver::resolveFace(Resolved& resolved, const Points& points, const Compo
   for (std::size_t i = 0; i < part.ends.size(); ++i)
     part.ends[i].line = neighbours_.roughLineAt(*points.ends[i]);
   if (part.ends.size() < 2) return;
+  const bool isFree = isNull(part.ends[0].line) && isNull(part.ends[1].line);
+  if (part.family == Family::kFlangeReducing && isFree) {
+    const GeVector axis = reducerAxisOf(part, component);
+    part.ends[0].line = -axis;
+    part.ends[1].line = axis;
+  }
   const Point& first = *points.ends[0];
   const Point& second = *points.ends[1];
   // A SKEY of a blind flange stands in running lines too.

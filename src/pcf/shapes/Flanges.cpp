@@ -54,6 +54,12 @@ constexpr double kLongestHub = 0.45;
 constexpr double kCollar = 0.1;
 constexpr double kThickestCollar = 0.15;
 
+// Pipes further aside than this are none to be square to: the cosine of 75 degrees.
+constexpr double kAside = 0.26;
+
+// The ends of a flange lie on one line if they are nearer to it than this.
+constexpr double kOnLine = 0.5;
+
 // Without a second END-POINT.
 constexpr double kBlindThickness = 0.2;
 constexpr double kGasketThickness = 3;
@@ -90,6 +96,26 @@ void stubEnd(Builder& out, const Part& part) {
   out.cylinder(back, pipe.at, pipe.outside);
 }
 
+// The axis of a flange, from its face on: an eccentric one is square
+// to the pipes that it joins.
+GeVector axisOf(const End& face, const End& pipe) {
+  const GeVector chord = unit(pipe.at - face.at);
+  for (const GeVector& axis : {unit(pipe.line), -unit(face.line)})
+    if (dot(axis, chord) > kAside) return axis;
+  return chord;
+}
+
+// Square to its pipes, with centre lines that lie apart.
+void eccentricFlange(Builder& out, const End& face, const End& pipe, const GeVector& axis) {
+  const FlangeForm& form = formOf(Family::kFlangeReducing);
+  const double diameter = flangeDiameter(std::max(face.outside, pipe.outside));
+  const double length = dot(pipe.at - face.at, axis);
+  const GePoint back = face.at + axis * std::min(form.disc * length, kThickestDisc * diameter);
+  out.cylinder(face.at, back, diameter);
+  out.ruled(back, axis, between(pipe.outside, diameter, form.hubAtDisc), pipe.at, axis,
+            pipe.outside);
+}
+
 void disc(Builder& out, const GePoint& from, const GePoint& to, double diameter) {
   out.cylinder(from, to, diameter);
   out.cover(from, to);
@@ -114,8 +140,11 @@ void drawFlange(Builder& out, const Part& part) {
   out.cover(face.at, pipe.at);
   if (part.family == Family::kStubEnd) return stubEnd(out, part);
 
-  const FlangeForm& form = formOf(part.family);
   const GeVector chord = pipe.at - face.at;
+  const GeVector axis = axisOf(face, pipe);
+  if (part.family == Family::kFlangeReducing && cross(axis, chord).length() > kOnLine)
+    return eccentricFlange(out, face, pipe, axis);
+  const FlangeForm& form = formOf(part.family);
   const GeVector way = unit(chord);
   const double length = chord.length();
   const double diameter = flangeDiameter(std::max(face.outside, pipe.outside));

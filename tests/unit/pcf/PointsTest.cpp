@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ostream>
 
@@ -134,6 +135,8 @@ const LegCase kLegs[] = {
     {"SameEndTwice",    "PIPE\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n", "", "error: PIPE not drawn: has no length"},
     {"OneEndInATee",    "TEE\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "100 0 0>0 0 0 100 0 0>100 90 0",
      "warning: TEE: has fewer ends than its name says; drawn without the others"},
+    {"OneBranchInACross", "CROSS\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "0 0 0>200 0 0 100 0 0>100 90 0",
+     "warning: CROSS: has fewer ends"},
     {"OneBranchInAY",   "Y-PIECE-FITTING\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n" BRANCH(1, 200, 90), "100 0 0>0 0 0 100 0 0>200 90 0",
      "warning: Y-PIECE-FITTING: has fewer ends than its name says; drawn without the others"},
     {"TwoEndsInAThreeWayValve", "VALVE-3WAY\n " RUN_100 " CENTRE-POINT 100 0 0\n", "0 0 0>100 0 0 200 0 0>100 0 0",
@@ -235,6 +238,32 @@ TEST_P(ReducersAlone, AreSquareToTheirAxis) {
 
 INSTANTIATE_TEST_SUITE_P(Pcf, ReducersAlone, testing::ValuesIn(kAlone),
                          [](const auto& row) { return std::string(row.param.name); });
+
+// Bores 150 and 100 are 168.3 and 114.3 wide: flat at one side, their centre lines lie 27 apart.
+// The disc is 0.4 of 76 mm thick, as of every reducing flange; the hub begins at 576 - 30.4.
+TEST(Flanges, ThatReduceEccentricallyAreSquareToTheirPipes) {
+  const std::string flange =
+      "FLANGE-REDUCING-ECCENTRIC\n END-POINT 500 0 0 100\n END-POINT 576 0 27 150 FL\n";
+  const char* const pipe = "PIPE\n END-POINT 0 0 0 100\n END-POINT 500 0 0 100\n";
+  for (const std::string& file : {flange + pipe, flange}) {
+    const PcfRun run = runPcf(file);
+    EXPECT_EQ(run.messageText(), "");
+    const std::vector<double> disc = numbersOf(run.recordsOf('c').at(0));
+    EXPECT_NEAR(disc[0], 576, 1e-4);
+    EXPECT_NEAR(disc[2], 27, 1e-4);
+    EXPECT_NEAR(disc[3], -30.4, 1e-4);
+    EXPECT_NEAR(disc[5], 0, 1e-4);
+    EXPECT_TRUE(run.recordsOf('n').empty());
+    ASSERT_FALSE(run.recordsOf('r').empty());
+    for (const std::string& record : run.recordsOf('r')) {
+      const std::vector<double> n = numbersOf(record);  // a corner, and seven from there
+      for (std::size_t i = 0; i < n.size(); i += 3) {
+        const double x = i == 0 ? n[0] : n[0] + n[i];
+        EXPECT_LT(std::min(std::abs(x - 500), std::abs(x - 545.6)), 0.001) << record;
+      }
+    }
+  }
+}
 
 TEST(Flanges, WithoutALengthNeedNoFace) {
   const PcfRun run = runPcf("FLANGE\n END-POINT 5 0 0 100\n END-POINT 5 0 0 100\n");

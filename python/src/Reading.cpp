@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 
+#include "Attributes.h"
 #include "Module.h"
 #include "Plant.h"
 #include "Poll.h"
@@ -55,12 +60,14 @@ struct Fault {
 // Reads files one after the other, so many elements at a time.
 class Reader {
  public:
-  // `sources`: of each its name and where it is, the name of a file as bytes or an object
-  // with a method read.
+  // `sources`: of each its name, where it is, the name of a file as bytes or an object
+  // with a method read, and the name of its sidecar; "": the one beside it, None: no one.
   Reader(const py::list& sources, int style, bool takesCutOff) : options_{style, takesCutOff} {
     for (const py::handle& each : sources) {
-      const auto pair = py::cast<py::tuple>(each);
-      sources_.push_back({toBytes(pair[0]), pair[1]});
+      const auto words = py::cast<py::tuple>(each);
+      Source source{toBytes(words[0]), words[1], std::nullopt};
+      if (!words[2].is_none()) source.sidecar = toBytes(words[2]);
+      sources_.push_back(std::move(source));
     }
   }
 
@@ -80,6 +87,11 @@ class Reader {
     py::list styles;
     for (const int each : styles_) styles.append(each);
     table["styles"] = styles;
+    if (!attributes_.isEmpty()) table["attributes"] = attributes_.toPython();
+    py::list notes;
+    for (const std::string& each : notes_) notes.append(toText(each));
+    table["notes"] = notes;
+    notes_.clear();
     return table;
   }
 
@@ -87,6 +99,7 @@ class Reader {
   struct Source {
     std::string name;
     py::object from;
+    std::optional<std::string> sidecar;
   };
 
   bool open() {
@@ -101,7 +114,39 @@ class Reader {
       file_ = std::make_unique<Vesk::RecordFile>(
           std::make_unique<ObjectSource>(source.from.attr("read")), source.name, options_);
     }
+    openSidecar(source);
     return true;
+  }
+
+  void openSidecar(const Source& source) {
+    sidecar_.reset();
+    if (!source.sidecar) return;
+    const bool isNamed = !source.sidecar->empty();
+    const std::string name = isNamed ? *source.sidecar : Vesk::sidecarNameOf(source.name);
+    std::error_code error;
+    if (!isNamed && !std::filesystem::is_regular_file(name, error)) return;
+    sidecar_.emplace(name);
+    if (sidecar_->isEmpty()) closeSidecar();
+  }
+
+  void closeSidecar() {
+    if (!sidecar_) return;
+    std::string note = sidecar_->finish();
+    if (!note.empty()) notes_.push_back(std::move(note));
+    sidecar_.reset();
+  }
+
+  void take(const Vesk::RecordElement& element, Plant& plant, std::uint32_t index) {
+    if (sidecar_) {
+      // Those before the first sidecar have no rows.
+      if (attributes_.isEmpty()) {
+        for (std::size_t i = 0; i < plant.size(); ++i) attributes_.addNone();
+      }
+      sidecar_->give(element, attributes_);
+    } else if (!attributes_.isEmpty()) {
+      attributes_.addNone();
+    }
+    plant.add(element, index);
   }
 
   // False at the end of the last file.
@@ -112,7 +157,7 @@ class Reader {
       if (!file_ && !open()) return false;
       const Found found = file_->next();
       const auto index = static_cast<std::uint32_t>(next_ - 1);
-      if (found == Found::kElement) plant.add(file_->element(), index);
+      if (found == Found::kElement) take(file_->element(), plant, index);
       if (found == Found::kFault) addFault(index);
       if (found == Found::kEnd) finishFile();
     }
@@ -130,6 +175,7 @@ class Reader {
     const std::string name = file_->name();
     styles_.push_back(file_->mode());
     file_.reset();
+    closeSidecar();
     if (reason.empty()) return;
     const py::gil_scoped_acquire lock;
     const py::object error = py::reinterpret_borrow<py::object>(PyExc_OSError)(
@@ -152,6 +198,9 @@ class Reader {
   std::vector<Source> sources_;
   std::size_t next_ = 0;
   std::unique_ptr<Vesk::RecordFile> file_;
+  std::optional<SidecarBeside> sidecar_;
+  Attributes attributes_;
+  std::vector<std::string> notes_;
   std::vector<Fault> faults_;
   std::vector<int> styles_;
   bool hasGiven_ = false;

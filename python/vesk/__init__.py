@@ -11,6 +11,7 @@ Lengths are in the unit of the file, by custom millimetres; angles are degrees w
 are asked for. See docs/python.md.
 """
 
+from ._attributes import Attributes, Remark, TakeOff
 from ._judging import Clashes, Differences, Finding, Findings
 from ._model import (
     Boxes,
@@ -34,6 +35,7 @@ from ._shapes import Mesh, Missing
 from ._writing import Writer, write
 
 __all__ = [
+    "Attributes",
     "Boxes",
     "Clashes",
     "Cones",
@@ -54,6 +56,8 @@ __all__ = [
     "Polylines",
     "ReadError",
     "Reducers",
+    "Remark",
+    "TakeOff",
     "Texts",
     "Tori",
     "Writer",

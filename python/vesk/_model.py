@@ -12,6 +12,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _shapes, _vesk
+from ._attributes import Attributes, TakeOff, take_off
 from ._judging import Clashes, Differences, Finding, Findings, made
 
 Floats = npt.NDArray[np.float64]
@@ -358,12 +359,14 @@ KINDS: tuple[type[Elements], ...] = (
 class Model:
     """Elements of one or more record files as arrays.
 
-    files    names, by Elements.file
-    styles   "fixed", "token" or "none" of each file
-    headers  by Elements.header
-    faults   what is no element, in the order of the files
-    order    the kinds of all elements in the order of the files, Elements.code (n,) uint8:
-             the next one of a kind is the next row of its arrays
+    files       names, by Elements.file
+    styles      "fixed", "token" or "none" of each file
+    headers     by Elements.header
+    faults      what is no element, in the order of the files
+    order       the kinds of all elements in the order of the files, Elements.code (n,)
+                uint8: the next one of a kind is the next row of its arrays
+    attributes  what the sidecars beside the files tell of components
+    component   into attributes for each element in this order, (n,) int64; -1: none
 
     A model is plain data: it pickles, and threads may read it as they like. Who changes an
     array changes the model; no two threads at a time, please.
@@ -374,6 +377,8 @@ class Model:
     headers: Headers
     faults: Faults
     order: Bytes
+    attributes: Attributes
+    component: Longs
     cylinders: Cylinders
     boxes: Boxes
     elbows: Elbows
@@ -394,6 +399,9 @@ class Model:
             Fault(self.files[each[0]], *each[1:]) for each in table.get("faults", ())
         )
         self.order = table["order"]
+        known = table.get("attributes")
+        self.attributes = Attributes(known)
+        self.component = known["of"] if known else np.full(len(self.order), -1, dtype=np.int64)
         for kind in KINDS:
             setattr(self, kind.kind, kind(table[kind.kind]))
 
@@ -413,15 +421,20 @@ class Model:
         table["headers"] = list(self.headers)
         return table
 
-    def _part(self, table: _vesk.Table) -> Model:
-        return Model(table, self.files, self.styles)
+    def _part(
+        self, table: _vesk.Table, mask: Optional[npt.NDArray[np.bool_]] = None
+    ) -> Model:
+        part = Model(table, self.files, self.styles)
+        part.attributes = self.attributes
+        part.component = self.component if mask is None else self.component[mask]
+        return part
 
     def take(self, mask: npt.ArrayLike) -> Model:
         """The elements whose mark is true, (n,) in the order of the files."""
         marks = np.asarray(mask)
         if marks.dtype != np.bool_:
             raise TypeError(f"a mask is bool, not {marks.dtype}")
-        return self._part(_vesk.take(self.table(), marks.astype(np.uint8)))
+        return self._part(_vesk.take(self.table(), marks.astype(np.uint8)), marks)
 
     def select(
         self,
@@ -465,7 +478,7 @@ class Model:
         texts = [(*each, False) for each in _criteria(wanted)]
         texts += [(*each, True) for each in _criteria(exclude or {})]
         marks = _vesk.select(self.table(), texts, tolerance)
-        return self._part(_vesk.take(self.table(), marks))
+        return self._part(_vesk.take(self.table(), marks), marks.astype(np.bool_))
 
     def extents(self) -> Floats:
         """The least and the greatest corner of all elements, (2, 3); nan without any."""
@@ -491,6 +504,58 @@ class Model:
         """
         return dict(_vesk.measures(self.table()))
 
+    def measure(
+        self,
+        by: Texts_ = None,
+        *,
+        sums: bool = False,
+        unit: float = 1.0,
+        units: str = "metric",
+        schedule: Optional[str] = None,
+        walls: Union[str, "os.PathLike[str]", None] = None,
+        density: Optional[float] = None,
+        content: Optional[float] = None,
+        insulation: float = 0.0,
+    ) -> TakeOff:
+        """The take-off of `vesk measure`, element by element as measures() has it.
+
+        by          "header", "group", "kind", "size", and of the sidecar "item", "spec" or any
+                    column; "header,size" are combinations, a list gives one table behind
+                    the other; without it one table of kinds and sizes
+        sums        only the sum of each group
+        unit        length of the model's unit in millimetres
+        units       "metric" (mm, m, kg) or "imperial" (in, ft, lb), of the result
+        schedule    walls of ASME B36.10M and B36.19M by outside diameter: "40", "STD"
+        walls       walls of one's own, a CSV file
+        density     kg/m3 of the solids; without it 0, with walls that of steel
+        content     kg/m3 of what flows inside of walls; without it that of water
+        insulation  thickness of insulation in millimetres
+
+        ValueError for a word that means nothing and for a model without attributes where
+        they are asked for, OSError for a table of walls that can't be read.
+        """
+        if units not in ("metric", "imperial"):
+            raise ValueError(f"units {units!r}: metric or imperial")
+        if schedule is not None and walls is not None:
+            raise ValueError("walls are those of a schedule or of a table, not of both")
+        numbers = {"density": density, "content": content, "insulation": insulation}
+        for name, number in numbers.items():
+            if number is not None and not (math.isfinite(number) and number >= 0):
+                raise ValueError(f"{name} {number}: it is no number, 0 or more")
+        if not (math.isfinite(unit) and unit > 0):
+            raise ValueError(f"unit {unit}: it is no length above 0")
+        words = {
+            **numbers,
+            "by": [by] if isinstance(by, str) else list(by or ()),
+            "sums": sums,
+            "unit": unit,
+            "imperial": units == "imperial",
+            "schedule": schedule or "",
+            "walls": os.fspath(walls) if walls is not None else "",
+        }
+        known = self.attributes.table(self.component) if self.attributes.columns else None
+        return take_off(_vesk.measure(self.table(), list(self.files), known, words))
+
     def move(self, vector: npt.ArrayLike) -> Model:
         """A copy, shifted; texts too."""
         by = np.asarray(vector, dtype=np.float64)
@@ -507,17 +572,18 @@ class Model:
             raise ValueError(f"scale {factor}: it is no number above 0")
         return self._part(_vesk.move(self.table(), float(factor), np.eye(3), np.zeros(3)))
 
-    def to_dataframe(self) -> Any:
+    def to_dataframe(self, *, attributes: bool = True) -> Any:
         """A row for each element in the order of the files. Needs pandas.
 
         kind, header, counter, file, line; x0, y0, z0, its first point; x1, y1, z1, the end of
         what has two; diameter1 and diameter2 of what is round; length, lines, surface and
         volume as measures() has them. What a kind does not have is nan, or 0 of the last
-        four. `header`, `kind` and `file` are categories.
+        four. Then the columns of the sidecars, of which one that has a name of these is called
+        "attribute ..."; nan without a component. Texts are categories.
         """
         from ._tables import dataframe
 
-        return dataframe(self)
+        return dataframe(self, attributes)
 
     def places(self) -> tuple[Longs, Longs]:
         """File, into files, and line of each element in the order of the files, (n,) each."""

@@ -6,6 +6,7 @@ from __future__ import annotations
 import io
 import os
 import pathlib
+import warnings
 from collections.abc import Iterable, Iterator
 from typing import IO, Any, Optional, Union
 
@@ -13,6 +14,7 @@ from . import _vesk
 from ._model import STYLES, Fault, Model, style_name
 
 Source = Union[str, "os.PathLike[str]", bytes, IO[bytes]]
+Attributes_ = Union[bool, str, "os.PathLike[str]"]
 _ALL = 2**62
 
 
@@ -49,22 +51,38 @@ def _sources(source: Any) -> list[tuple[str, Any]]:
     raise TypeError(f"no record file: {type(source).__name__}")
 
 
+def _sidecars(sources: list[tuple[str, Any]], attributes: Attributes_) -> list[Optional[str]]:
+    """Of each source "" for the file beside it, a name, or None."""
+    if not isinstance(attributes, bool):
+        if len(sources) != 1:
+            raise ValueError(f"attributes {attributes}: they are of one file, not {len(sources)}")
+        return [os.fspath(attributes)]
+    return ["" if attributes and isinstance(where, bytes) else None for _, where in sources]
+
+
 def _models(
     source: Union[Source, Iterable[Source]],
     chunk: int,
     strict: bool,
     style: Optional[str],
     take_cut_off: bool,
+    attributes: Attributes_,
 ) -> Iterator[Model]:
     if style is not None and style not in STYLES:
         raise ValueError(f"style {style!r}: it is 'fixed', 'token' or None")
     sources = _sources(source)
     files = [name for name, _ in sources]
-    reader = _vesk.Reader(sources, STYLES[style] if style else 0, take_cut_off)
+    given = [(*each, name) for each, name in zip(sources, _sidecars(sources, attributes))]
+    reader = _vesk.Reader(given, STYLES[style] if style else 0, take_cut_off)
     while (table := reader.next(chunk)) is not None:
         model = Model(table, files, [style_name(each) for each in table["styles"]])
         if strict and model.faults:
             raise ReadError(model.faults[0])
+        for note in table["notes"]:
+            if strict:
+                raise ValueError(note)
+            # Behind this function, and what asks for the model.
+            warnings.warn(note, stacklevel=3)
         yield model
 
 
@@ -74,6 +92,7 @@ def read(
     strict: bool = False,
     style: Optional[str] = None,
     take_cut_off: bool = False,
+    attributes: Attributes_ = True,
 ) -> Model:
     """Read record files into arrays.
 
@@ -83,11 +102,16 @@ def read(
                   reading goes on behind them
     style         "fixed" or "token" instead of finding out
     take_cut_off  take a last line without an end as if it had one
+    attributes    the sidecar of a single file; True: plant.attributes.csv beside plant.dat
+                  where it is there; False: none
+
+    A warning says if a sidecar can't be read to its end, or has another order than its
+    file; with `strict` it is a ValueError.
 
     Memory: the arrays, and while they grow one of them a second time. Raises OSError for
     what can't be opened or read to its end.
     """
-    return next(_models(source, _ALL, strict, style, take_cut_off))
+    return next(_models(source, _ALL, strict, style, take_cut_off, attributes))
 
 
 def scan(
@@ -97,11 +121,13 @@ def scan(
     strict: bool = False,
     style: Optional[str] = None,
     take_cut_off: bool = False,
+    attributes: Attributes_ = True,
 ) -> Iterator[Model]:
     """Read as `read` does, `chunk` elements at a time, for files larger than memory.
 
-    Each model has its own headers. Nothing is read before the first one is asked for.
+    Each model has its own headers and attributes. Nothing is read before the first one is
+    asked for.
     """
     if chunk < 1:
         raise ValueError(f"chunk {chunk}: it is 1 or more")
-    return _models(source, chunk, strict, style, take_cut_off)
+    return _models(source, chunk, strict, style, take_cut_off, attributes)

@@ -44,7 +44,19 @@ def _names(pd: Any, codes: Any, names: Any) -> Any:
     return pd.Categorical.from_codes(places[codes] if len(places) else codes, unique)
 
 
-def dataframe(model: Model) -> Any:
+def _attributes(pd: Any, model: Model, taken: set[str]) -> dict[str, Any]:
+    columns = {}
+    for name in model.attributes.columns:
+        unique, places = np.unique(model.attributes[name].astype(str), return_inverse=True)
+        codes = np.full(len(model), -1, dtype=np.int64)
+        known = model.component >= 0
+        codes[known] = places[model.component[known]]
+        title = f"attribute {name}" if name in taken else name
+        columns[title] = pd.Categorical.from_codes(codes, unique.astype(object))
+    return columns
+
+
+def dataframe(model: Model, attributes: bool = True) -> Any:
     pd = pandas()
     rows = len(model)
     whole = {name: np.zeros(rows, dtype=np.int64) for name in ("header", "counter", "file", "line")}
@@ -70,17 +82,18 @@ def dataframe(model: Model) -> Any:
             numbers["diameter1"][at] = getattr(each, one)
             numbers["diameter2"][at] = getattr(each, other)
     kinds = [each[0] for each in _COLUMNS.values()]
-    return pd.DataFrame(
-        {
-            "kind": pd.Categorical.from_codes(model.order.astype(np.int8) - 1, kinds),
-            "header": _names(pd, whole["header"], model.headers.names),
-            "counter": whole["counter"],
-            "file": _names(pd, whole["file"], model.files),
-            "line": whole["line"],
-            **numbers,
-            **model.measures(),
-        }
-    )
+    columns = {
+        "kind": pd.Categorical.from_codes(model.order.astype(np.int8) - 1, kinds),
+        "header": _names(pd, whole["header"], model.headers.names),
+        "counter": whole["counter"],
+        "file": _names(pd, whole["file"], model.files),
+        "line": whole["line"],
+        **numbers,
+        **model.measures(),
+    }
+    if attributes:
+        columns.update(_attributes(pd, model, set(columns)))
+    return pd.DataFrame(columns)
 
 
 def _first_points(runs: Any) -> Any:

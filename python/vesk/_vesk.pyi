@@ -5,7 +5,7 @@ Table = dict[str, Any]
 
 class Reader:
     def __init__(
-        self, sources: list[tuple[str, Any]], style: int, takes_cut_off: bool
+        self, sources: list[tuple[str, Any, Optional[str]]], style: int, takes_cut_off: bool
     ) -> None: ...
     def next(self, most: int) -> Optional[Table]: ...
 
@@ -57,3 +57,6 @@ def to_glb(
 def draw(
     table: Table, files: list[str], path: Optional[str], words: dict[str, Any]
 ) -> tuple[Optional[bytes], list[tuple[int, str]]]: ...
+def measure(
+    table: Table, files: list[str], attributes: Optional[Table], words: dict[str, Any]
+) -> Table: ...

@@ -108,7 +108,7 @@ def bag(source: Zones, *, strict: bool = False) -> Any:
 
 
 def _table(zone: str, strict: bool) -> Any:
-    return _plain(read_zone(zone, strict).to_dataframe())
+    return _plain(read_zone(zone, strict).to_dataframe(attributes=False))
 
 
 def _plain(table: Any) -> Any:
@@ -118,8 +118,8 @@ def _plain(table: Any) -> Any:
 
 
 def dataframe(source: Zones, *, strict: bool = False) -> Any:
-    """A dask.dataframe of Model.to_dataframe(), a partition for each zone. A zone that can't
-    be read raises where it is computed; `each` names it instead."""
+    """A dask.dataframe of Model.to_dataframe(attributes=False), a partition for each zone. A
+    zone that can't be read raises where it is computed; `each` names it instead."""
     dask = needed("dask", "vesk.dask")
     frames = needed("dask.dataframe", "dataframe()")
     parts = [dask.delayed(_table)(zone, strict) for zone in zones(source)]

@@ -18,8 +18,6 @@
 namespace VeskTool {
 namespace {
 
-constexpr double kSteel = 7850.0;  // kg/m3
-
 // "5S, 10S ... or XXS"
 std::string scheduleList() {
   std::string list;
@@ -167,7 +165,7 @@ class MeasureCommand : public Command {
                     "name it with --attributes; vesk import writes one");
     }
     TakeOff part(options_);
-    part.begin(shownName(file), sidecar.get());
+    part.begin(shownName(file), sidecar == nullptr ? nullptr : &sidecar->names());
     const RecordsRead read = readRecords(file, session, [&](Vesk::RecordFile& records) {
       const Vesk::RecordElement& element = records.element();
       const Vesk::SidecarRow* row = sidecar == nullptr ? nullptr : sidecar->find(element);
@@ -192,8 +190,6 @@ class MeasureCommand : public Command {
       session.out().write(tableText(all, options_, sums_));
     }
   }
-
-  static constexpr double kWater = 1000.0;  // kg/m3
 
   static TakeOffOptions initial() {
     TakeOffOptions options;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "files/SidecarFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -14,8 +15,22 @@ namespace VeskTool {
 
 namespace fs = std::filesystem;
 
+SidecarColumns::SidecarColumns(std::string name, std::vector<std::string> columns)
+    : name_(std::move(name)), columns_(std::move(columns)) {}
+
+std::size_t SidecarColumns::columnOf(const std::string& name) const {
+  const auto found = std::find(columns_.begin(), columns_.end(), name);
+  if (found != columns_.end()) return static_cast<std::size_t>(found - columns_.begin());
+  std::string names;
+  for (const std::string& column : columns_) names += (names.empty() ? "" : ", ") + column;
+  throw Failure(Exit::kUsage, name_ + ": there is no column \"" + name + '"', "columns: " + names);
+}
+
 SidecarFile::SidecarFile(std::ifstream stream, const std::string& name)
-    : stream_(std::move(stream)), reader_(stream_, name), join_(reader_) {}
+    : stream_(std::move(stream)),
+      reader_(stream_, name),
+      join_(reader_),
+      names_(name, reader_.columns()) {}
 
 std::unique_ptr<SidecarFile> SidecarFile::open(const std::string& recordFile,
                                                const std::string& name) {
@@ -33,15 +48,6 @@ std::unique_ptr<SidecarFile> SidecarFile::open(const std::string& recordFile,
   const std::string& fault = sidecar->reader_.fault();
   if (!fault.empty()) throw Failure(Exit::kInput, fault, "docs/sidecar.md describes sidecars");
   return sidecar;
-}
-
-std::size_t SidecarFile::columnOf(const std::string& name) const {
-  const int place = reader_.columnOf(name);
-  if (place >= 0) return static_cast<std::size_t>(place);
-  std::string names;
-  for (const std::string& column : columns()) names += (names.empty() ? "" : ", ") + column;
-  throw Failure(Exit::kUsage, reader_.name() + ": there is no column \"" + name + '"',
-                "columns: " + names);
 }
 
 const Vesk::SidecarRow* SidecarFile::find(const Vesk::RecordElement& element) {

@@ -14,6 +14,22 @@
 
 namespace VeskTool {
 
+// The names of a sidecar's columns behind the key.
+class SidecarColumns {
+ public:
+  // `name` is the sidecar's, for messages.
+  SidecarColumns(std::string name, std::vector<std::string> columns);
+
+  const std::vector<std::string>& columns() const { return columns_; }
+
+  // The place of a column; throws a Failure with Exit::kUsage if there is none.
+  std::size_t columnOf(const std::string& name) const;
+
+ private:
+  std::string name_;
+  std::vector<std::string> columns_;
+};
+
 // The sidecar of a record file, joined with it while both are read.
 class SidecarFile {
  public:
@@ -22,11 +38,9 @@ class SidecarFile {
   // Exit::kInput for a file that is no sidecar, and for a name without a file.
   static std::unique_ptr<SidecarFile> open(const std::string& recordFile, const std::string& name);
 
-  // The columns behind the key.
-  const std::vector<std::string>& columns() const { return reader_.columns(); }
-
-  // The place of a column; throws a Failure with Exit::kUsage if there is none.
-  std::size_t columnOf(const std::string& name) const;
+  const SidecarColumns& names() const { return names_; }
+  const std::vector<std::string>& columns() const { return names_.columns(); }
+  std::size_t columnOf(const std::string& name) const { return names_.columnOf(name); }
 
   // The row of an element; null if it has none. Valid until the next call. To be asked
   // for every element, so that the counts are right.
@@ -42,6 +56,7 @@ class SidecarFile {
   std::ifstream stream_;
   Vesk::SidecarReader reader_;
   Vesk::SidecarJoin join_;
+  SidecarColumns names_;
 };
 
 }  // namespace VeskTool

@@ -60,7 +60,7 @@ bool Grouping::isBill() const {
 
 bool Grouping::isItem() const { return parts_.size() == 1 && parts_[0].column == "item-code"; }
 
-GroupValues::GroupValues(const Grouping& grouping, const SidecarFile* sidecar)
+GroupValues::GroupValues(const Grouping& grouping, const SidecarColumns* sidecar)
     : grouping_(grouping) {
   for (const Grouping::Part& part : grouping.parts_) {
     const bool isColumn = part.source == Grouping::Source::kColumn;

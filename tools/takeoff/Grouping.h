@@ -53,7 +53,7 @@ class GroupValues {
  public:
   // `sidecar` may be null if the grouping needs none; throws a Failure with Exit::kUsage
   // for a column that it does not have.
-  GroupValues(const Grouping& grouping, const SidecarFile* sidecar);
+  GroupValues(const Grouping& grouping, const SidecarColumns* sidecar);
 
   // `row` is null for an element without one.
   std::string of(const Vesk::RecordElement& element, const Vesk::SidecarRow* row, const Size& size,

@@ -38,7 +38,7 @@ bool isPipeWord(std::string_view word) {
   return std::find(std::begin(kPipeWords), std::end(kPipeWords), word) != std::end(kPipeWords);
 }
 
-int columnOf(const SidecarFile& sidecar, std::string_view name) {
+int columnOf(const SidecarColumns& sidecar, std::string_view name) {
   const auto& columns = sidecar.columns();
   const auto found = std::find(columns.begin(), columns.end(), name);
   return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
@@ -123,7 +123,7 @@ TakeOff::TakeOff(const TakeOffOptions& options)
       groups_(std::max<std::size_t>(options.groupings.size(), 1)),
       remarks_(options.isVerbose) {}
 
-void TakeOff::begin(const std::string& file, const SidecarFile* sidecar) {
+void TakeOff::begin(const std::string& file, const SidecarColumns* sidecar) {
   file_ = file;
   values_.clear();
   for (const Grouping& grouping : options_.groupings) values_.emplace_back(grouping, sidecar);

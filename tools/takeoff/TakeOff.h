@@ -17,6 +17,10 @@
 
 namespace VeskTool {
 
+// kg/m3, where none is given: of walls, and of what flows inside of them.
+inline constexpr double kSteel = 7850.0;
+inline constexpr double kWater = 1000.0;
+
 // What is asked of a take-off.
 struct TakeOffOptions {
   double unit = 1.0;  // length of the files' unit, millimetres
@@ -63,7 +67,7 @@ class TakeOff {
   explicit TakeOff(const TakeOffOptions& options);
 
   // Before the elements of a file; `sidecar` may be null.
-  void begin(const std::string& file, const SidecarFile* sidecar);
+  void begin(const std::string& file, const SidecarColumns* sidecar);
 
   void add(const Vesk::RecordElement& element, const Vesk::SidecarRow* row);
 

@@ -5,16 +5,14 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "support/TempFolder.h"
+#include "tools/Exported.h"
 #include "tools/ToolRun.h"
 
 namespace VeskTest {
@@ -30,24 +28,6 @@ const std::string kMixed =
     "P-1     01004    00l pt 7 8 9\n"
     "P-1     01005    00x 1 2 0,1 0 0,0 1 0,2.5,0.5,1,2\n"
     "P-1     01005    01x AB\n";
-
-std::string bytesOf(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::uint32_t u32At(const std::string& bytes, std::size_t at) {
-  std::uint32_t value = 0;
-  for (std::size_t i = 4; i-- > 0;) value = value << 8U | static_cast<unsigned char>(bytes[at + i]);
-  return value;
-}
-
-float f32At(const std::string& bytes, std::size_t at) {
-  const std::uint32_t bits = u32At(bytes, at);
-  float value = 0;
-  std::memcpy(&value, &bits, sizeof value);
-  return value;
-}
 
 struct ExportCase {
   const char* name;
@@ -147,30 +127,6 @@ INSTANTIATE_TEST_SUITE_P(Export, ExportTest, testing::ValuesIn(kCases),
                          [](const auto& each) { return std::string(each.param.name); });
 
 void PrintTo(const ExportCase& each, std::ostream* out) { *out << each.arguments; }
-
-// A glTF file, taken apart.
-struct Glb {
-  Json json;
-  std::string data;
-
-  explicit Glb(const std::string& bytes) {
-    EXPECT_EQ(bytes.substr(0, 4), "glTF");
-    EXPECT_EQ(u32At(bytes, 4), 2U);
-    EXPECT_EQ(u32At(bytes, 8), bytes.size());
-    const std::uint32_t size = u32At(bytes, 12);
-    EXPECT_EQ(bytes.substr(16, 4), "JSON");
-    json = Json::parse(bytes.substr(20, size));
-    if (bytes.size() > 20 + size) data = bytes.substr(20 + size + 8);
-  }
-
-  // Component i of vector k.
-  float at(const Json& accessor, std::size_t k, std::size_t i) const {
-    const Json& view = json["bufferViews"][accessor["bufferView"].get<std::size_t>()];
-    const std::size_t from =
-        view.value("byteOffset", std::size_t{0}) + accessor.value("byteOffset", std::size_t{0});
-    return f32At(data, from + k * view["byteStride"].get<std::size_t>() + 4 * i);
-  }
-};
 
 TEST(Glb, KeepsEveryElement) {
   const TempFolder folder;

@@ -25,6 +25,9 @@ LICENCES = (
     ROOT / "cmake" / "packages" / "copyright.others",
 )
 
+# The page of the viewer, where it was built.
+PAGE = ROOT / "viewer" / "dist" / "template.html"
+
 
 def version() -> str:
     found = re.search(r"^project\(vesk VERSION ([0-9.]+)", (ROOT / "CMakeLists.txt").read_text(), re.M)
@@ -40,6 +43,10 @@ class BuildByCMake(build_ext):
         shutil.copy(module, target)
         for each in LICENCES:
             shutil.copy(each, target.parent)
+        for page in (pathlib.Path(module).with_name("page.html"), PAGE):
+            if page.exists():
+                shutil.copy(page, target.parent / "page.html")
+                break
 
     def built(self) -> pathlib.Path:
         folder = pathlib.Path(self.build_temp).resolve()

@@ -9,16 +9,15 @@
 #include <utility>
 #include <vector>
 
+#include "Lines.h"
 #include "Plant.h"
 #include "Poll.h"
-#include "api/ElementRecords.h"
 #include "check/FileCheck.h"
 #include "clash/ClashModel.h"
 #include "clash/ClashReports.h"
 #include "clash/ClashSearch.h"
 #include "elements/Describe.h"
 #include "elements/Match.h"
-#include "output/Output.h"
 #include "vesk/ByteSource.h"
 
 namespace VeskPython {
@@ -32,19 +31,15 @@ struct Records {
 
 Records recordsOf(Plant& plant, int style) {
   Records records;
-  Vesk::Output out;
-  out.setStyle(style);
+  Lines lines(style);
   std::uint64_t line = 1;
   Poll poll;
   plant.each([&](Vesk::RecordElement& element, std::uint32_t) {
     poll();
-    out.counter = 0;
-    out.clear();
-    Vesk::writeElementRecords(element.header, *element.geo, {element.ft, element.tk}, out);
-    out.flushLine();
+    const Vesk::Recs& recs = lines.of(element);
     records.lines.push_back(line);
-    for (const std::string& each : out.recs) records.text.append(each).append("\n");
-    line += out.recs.size();
+    for (const std::string& each : recs) records.text.append(each).append("\n");
+    line += recs.size();
   });
   return records;
 }

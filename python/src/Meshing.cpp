@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "Fine.h"
 #include "Plant.h"
 #include "Poll.h"
 #include "draw/Drawing.h"
@@ -23,32 +24,8 @@
 namespace VeskPython {
 namespace {
 
-// By the tolerance, or if that is 0 by the quality.
-Vesk::Fineness finenessOf(double tolerance, const std::string& quality) {
-  using Vesk::Fineness;
-  if (tolerance > 0.0) return Fineness::ofTolerance(tolerance);
-  if (quality == "draft") return Fineness::ofSegments(Fineness::kDraft);
-  if (quality == "normal") return Fineness::ofSegments(Fineness::kNormal);
-  if (quality == "fine") return Fineness::ofSegments(Fineness::kFine);
-  throw py::value_error("quality '" + quality + "': draft, normal or fine");
-}
-
-// Fine meshes take long.
-constexpr unsigned kMeshesBetweenPolls = 64;
-
 bool hasSurface(const Vesk::Geo& geo) {
   return geo.typeCode() != Vesk::Pline::kTypeCode && geo.typeCode() != Vesk::Txt::kTypeCode;
-}
-
-// Elements without the shape that they ought to have, and why.
-using Missing = std::vector<std::pair<std::int64_t, std::string>>;
-
-py::list toPython(const Missing& missing) {
-  py::list rows;
-  for (const auto& [element, reason] : missing) {
-    rows.append(py::make_tuple(element, toText(reason)));
-  }
-  return rows;
 }
 
 // The surfaces of all elements as one: corners, triangles, and of which element each
@@ -86,13 +63,6 @@ py::dict meshed(const py::dict& table, double tolerance, const std::string& qual
   return mesh;
 }
 
-std::vector<std::string> textsOf(const py::list& texts) {
-  std::vector<std::string> result;
-  for (const py::handle& each : texts) result.push_back(toBytes(each));
-  if (result.empty()) result.emplace_back("model");
-  return result;
-}
-
 Vesk::Scene sceneOf(Plant& plant, const std::vector<std::string>& files,
                     const Vesk::Fineness& fineness) {
   Vesk::SceneBuilder builder(fineness);
@@ -107,17 +77,6 @@ Vesk::Scene sceneOf(Plant& plant, const std::vector<std::string>& files,
   return builder.finish();
 }
 
-Missing missingOf(const Vesk::Scene& scene) {
-  Missing missing;
-  for (const Vesk::SceneFailure& each : scene.failures) {
-    missing.emplace_back(each.element, each.reason);
-  }
-  return missing;
-}
-
-// A name that is none of the tool's own words.
-std::string fileOf(const std::string& path) { return path == "-" ? "./-" : path; }
-
 VeskTool::GltfOptions gltfOf(const std::string& grouping) {
   using Grouping = VeskTool::GltfOptions::Grouping;
   VeskTool::GltfOptions options;
@@ -127,16 +86,17 @@ VeskTool::GltfOptions gltfOf(const std::string& grouping) {
 }
 
 // Writes a .glb; what is missing in it.
-py::list toGlb(const py::dict& table, const py::list& files, const std::string& path,
+py::list toGlb(const py::dict& table, const py::list& files, const py::object& path,
                double tolerance, const std::string& quality, double unit,
                const std::string& grouping) {
   const Vesk::Fineness fineness = finenessOf(tolerance, quality);
-  const std::vector<std::string> names = textsOf(files);
+  const std::vector<std::string> names = fileNames(files);
+  const std::string name = outputName(path);
   Plant plant(table);
   Missing missing;
   {
     const py::gil_scoped_release free;
-    VeskTool::OutputFile out(fileOf(path), true);
+    VeskTool::OutputFile out(name, true);
     const Vesk::Scene scene = sceneOf(plant, names, fineness);
     VeskTool::writeGltf(scene, unit, gltfOf(grouping), out);
     out.commit();
@@ -189,9 +149,9 @@ py::tuple drawn(const py::dict& table, const py::list& files, const py::object& 
   const Vesk::DrawingStyle style = styleOf(words);
   const Picture picture{py::cast<bool>(words["png"]), py::cast<bool>(words["faces"]),
                         toBytes(words["title"])};
-  const std::vector<std::string> names = textsOf(files);
+  const std::vector<std::string> names = fileNames(files);
   std::optional<std::string> file;
-  if (!path.is_none()) file = fileOf(toBytes(path));
+  if (!path.is_none()) file = outputName(path);
   Plant plant(table);
   VeskTool::TextBuffer buffer;
   Missing missing;

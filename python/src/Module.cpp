@@ -8,6 +8,7 @@
 #include "Judging.h"
 #include "Measuring.h"
 #include "Meshing.h"
+#include "Paging.h"
 #include "Plant.h"
 #include "select/Pattern.h"
 #include "terminal/SystemFailure.h"
@@ -65,4 +66,5 @@ PYBIND11_MODULE(_vesk, module) {
   VeskPython::defineMeasuring(module);
   VeskPython::defineJudging(module);
   VeskPython::defineMeshing(module);
+  VeskPython::definePaging(module);
 }

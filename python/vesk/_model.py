@@ -11,7 +11,7 @@ from typing import Any, ClassVar, NamedTuple, Optional, Union, cast
 import numpy as np
 import numpy.typing as npt
 
-from . import _shapes, _vesk
+from . import _pages, _shapes, _vesk
 from ._attributes import Attributes, TakeOff, take_off
 from ._judging import Clashes, Differences, Finding, Findings, made
 
@@ -405,6 +405,15 @@ class Model:
         for kind in KINDS:
             setattr(self, kind.kind, kind(table[kind.kind]))
 
+    def known(self) -> Optional[_vesk.Table]:
+        """The attributes as the compiled module takes them; None without any."""
+        return self.attributes.table(self.component) if self.attributes.columns else None
+
+    @property
+    def style_number(self) -> int:
+        """What the compiled module calls the style."""
+        return STYLES[self.style]
+
     @property
     def style(self) -> str:
         """That of the first file with elements; "token" without one."""
@@ -553,8 +562,7 @@ class Model:
             "schedule": schedule or "",
             "walls": os.fspath(walls) if walls is not None else "",
         }
-        known = self.attributes.table(self.component) if self.attributes.columns else None
-        return take_off(_vesk.measure(self.table(), list(self.files), known, words))
+        return take_off(_vesk.measure(self.table(), list(self.files), self.known(), words))
 
     def move(self, vector: npt.ArrayLike) -> Model:
         """A copy, shifted; texts too."""
@@ -606,8 +614,7 @@ class Model:
         What could not be read is in `faults`. Attributes beside the files are not looked
         at. A line that a message names is that of the model as it would be written.
         """
-        style = STYLES[self.style]
-        rows = _vesk.check(self.table(), style, joints, tolerance, reach)
+        rows = _vesk.check(self.table(), self.style_number, joints, tolerance, reach)
         files, lines = self.places()
         findings = []
         for element, behind, column, code, severity, message, expected in rows:
@@ -717,6 +724,32 @@ class Model:
         return _shapes.draw(
             self, path, format, view, pixels, background, unit, faces, plain, title
         )
+
+    def to_html(
+        self,
+        path: Union[str, "os.PathLike[str]", None] = None,
+        *,
+        tolerance: Optional[float] = None,
+        quality: str = "normal",
+        title: Optional[str] = None,
+    ) -> Optional[bytes]:
+        """Write the page of `vesk view`, one HTML file that needs no network. Returns the bytes
+        if there is no path.
+
+        tolerance, quality  as mesh() has them
+        title               what stands above the model; without it the name of the file
+
+        RuntimeError if the package was built without the page; else as draw().
+        """
+        return _pages.to_html(self, path, tolerance, quality, title)
+
+    def _repr_mimebundle_(self, include: Any = None, exclude: Any = None) -> dict[str, str]:
+        """What a notebook shows: the page in a frame, or the drawing; neither of a model that
+        would make it slow."""
+        return _pages.shown(self)
+
+    def _repr_html_(self) -> Optional[str]:
+        return _pages.shown(self).get("text/html")
 
     @property
     def nbytes(self) -> int:

@@ -47,7 +47,7 @@ class Mesh:
     missing: tuple[Missing, ...]
 
 
-def _fineness(tolerance: Optional[float]) -> float:
+def fineness(tolerance: Optional[float]) -> float:
     if tolerance is None:
         return 0.0
     if not (np.isfinite(tolerance) and tolerance > 0):
@@ -62,12 +62,12 @@ def _unit(unit: float) -> float:
 
 
 def mesh(model: Model, tolerance: Optional[float], quality: str) -> Mesh:
-    table = _vesk.mesh(model.table(), _fineness(tolerance), quality)
+    table = _vesk.mesh(model.table(), fineness(tolerance), quality)
     table["missing"] = tuple(Missing(*each) for each in table["missing"])
     return Mesh(**table)
 
 
-def _warn(model: Model, missing: Sequence[tuple[int, str]]) -> None:
+def warn(model: Model, missing: Sequence[tuple[int, str]]) -> None:
     if not missing:
         return
     (element, reason), count = missing[0], len(missing)
@@ -76,6 +76,14 @@ def _warn(model: Model, missing: Sequence[tuple[int, str]]) -> None:
     others = f", and {count - 1:,} more; mesh().missing has all" if count > 1 else ""
     # Behind this function, its caller and the model's method.
     warnings.warn(f"an element can't be shown: {place}: {reason}{others}", stacklevel=4)
+
+
+def title_of(model: Model, title: Optional[str]) -> str:
+    """The title, or without one the name of the first file."""
+    if title is not None:
+        return title
+    first = os.path.basename(model.files[0]) if model.files else "model"
+    return first + (" and others" if len(model.files) > 1 else "")
 
 
 _GROUPINGS = ("elements", "instances", "merged")
@@ -95,12 +103,12 @@ def to_glb(
         model.table(),
         list(model.files),
         os.fspath(path),
-        _fineness(tolerance),
+        fineness(tolerance),
         quality,
         _unit(unit),
         grouping,
     )
-    _warn(model, missing)
+    warn(model, missing)
 
 
 def draw(
@@ -122,7 +130,6 @@ def draw(
     for size in (width, height):
         if size != int(size) or not _LEAST <= size <= _MOST:
             raise ValueError(f"pixels {width} x {height}: not two sizes from 16 to 8192")
-    first = os.path.basename(model.files[0]) if model.files else "model"
     words: dict[str, Any] = {
         "view": view,
         "background": background,
@@ -132,12 +139,10 @@ def draw(
         "plain": plain,
         "png": ending == ".png",
         "faces": faces,
-        "title": first + (" and others" if len(model.files) > 1 else "")
-        if title is None
-        else title,
+        "title": title_of(model, title),
     }
     name = None if path is None else os.fspath(path)
     made, missing = _vesk.draw(model.table(), list(model.files), name, words)
-    _warn(model, missing)
+    warn(model, missing)
     drawing: Optional[bytes] = made
     return drawing

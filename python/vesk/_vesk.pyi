@@ -60,3 +60,10 @@ def draw(
 def measure(
     table: Table, files: list[str], attributes: Optional[Table], words: dict[str, Any]
 ) -> Table: ...
+def page(
+    table: Table,
+    attributes: Optional[Table],
+    page: bytes,
+    path: Optional[str],
+    words: dict[str, Any],
+) -> tuple[Optional[bytes], list[tuple[int, str]]]: ...

@@ -75,10 +75,51 @@ Stand standOf(const Vesk::Placement& placement) {
   return stand;
 }
 
+// Of an element's tolerance: how far apart compressed values may lie. Each number
+// is half a step off at the most, a point sqrt(3) times that; places and sizes of
+// instances, half as far apart, add as much again: 0.87 of a tenth together.
+constexpr double kStep = 0.05;
+constexpr double kInstanceStep = kStep / 2.0;
+
+// For the points of each mesh along its axes, by the instance that needs the least.
+std::vector<GltfBuffer::Steps> meshSteps(const Vesk::Scene& scene) {
+  std::vector<GltfBuffer::Steps> all(scene.meshes.size());
+  for (const Vesk::SceneInstance& instance : scene.instances) {
+    GltfBuffer::Steps& steps = all[instance.mesh];
+    const Vesk::Placement& p = instance.placement;
+    const std::array<double, 3> sizes{p.x.length(), p.y.length(), p.z.length()};
+    for (std::size_t i = 0; i < 3; ++i) {
+      const double step = kStep * instance.tolerance / sizes[i];
+      if (steps[i] == 0.0 || step < steps[i]) steps[i] = step;
+    }
+  }
+  return all;
+}
+
+double leastTolerance(const std::vector<const Vesk::SceneInstance*>& set) {
+  double least = set.front()->tolerance;
+  for (const Vesk::SceneInstance* each : set) least = std::min(least, each->tolerance);
+  return least;
+}
+
+double largestOf(const Vesk::Mesh& mesh) {
+  double largest = 0.0;
+  for (const GePoint& p : mesh.positions) {
+    largest = std::max({largest, std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
+  }
+  return largest;
+}
+
 class GltfWriter {
  public:
   GltfWriter(const Vesk::Scene& scene, double millimetres, const GltfOptions& options)
-      : scene_(scene), options_(options), millimetres_(millimetres) {}
+      : scene_(scene),
+        options_(options),
+        millimetres_(millimetres),
+        // A shape that is stretched would make more of an error of its normals.
+        buffer_(options.packer, options.grouping == GltfOptions::Grouping::kMerged) {
+    if (options.packer != nullptr) steps_ = meshSteps(scene);
+  }
 
   void write(TextSink& out) {
     for (const std::string& header : scene_.headers) {
@@ -144,11 +185,11 @@ class GltfWriter {
     return meshes_++;
   }
 
-  std::size_t addFlat(const Vesk::FlatMesh& flat, std::size_t material) {
-    const std::size_t positions = buffer_.addVectors(GltfBuffer::kPositions, flat.positions, true);
-    const std::size_t normals = buffer_.addVectors(GltfBuffer::kNormals, flat.normals, false);
-    const std::size_t indices = buffer_.addIndices(flat.indices, flat.positions.size() / 3);
-    return addMesh(positions, normals, indices, material, kTriangles);
+  // Positions, normals and indices.
+  std::array<std::size_t, 3> addFlat(const Vesk::FlatMesh& flat, const GltfBuffer::Steps& steps) {
+    const std::size_t positions = buffer_.addPositions(flat.positions, steps);
+    const std::size_t normals = buffer_.addNormals(flat.normals);
+    return {positions, normals, buffer_.addIndices(flat.indices, flat.positions.size() / 3)};
   }
 
   // A shape in the colour of a kind; its accessors are shared by all its colours.
@@ -159,10 +200,8 @@ class GltfWriter {
     const std::size_t material = materialOf(kind, !shape.closed);
     const auto [accessors, isFirst] = sceneAccessors_.try_emplace(mesh);
     if (isFirst) {
-      const Vesk::FlatMesh flat = Vesk::flattened(shape);
-      accessors->second = {buffer_.addVectors(GltfBuffer::kPositions, flat.positions, true),
-                           buffer_.addVectors(GltfBuffer::kNormals, flat.normals, false),
-                           buffer_.addIndices(flat.indices, flat.positions.size() / 3)};
+      accessors->second = addFlat(Vesk::flattened(shape),
+                                  options_.packer != nullptr ? steps_[mesh] : GltfBuffer::Steps{});
     }
     const auto& [positions, normals, indices] = accessors->second;
     place->second = addMesh(positions, normals, indices, material, kTriangles);
@@ -174,8 +213,7 @@ class GltfWriter {
     for (const GePoint& p : points) {
       for (const double d : {p.x, p.y, p.z}) numbers.push_back(static_cast<float>(d));
     }
-    return addMesh(buffer_.addVectors(GltfBuffer::kPositions, numbers, true), kNone, kNone,
-                   materialOf(kind, false), mode);
+    return addMesh(buffer_.addPositions(numbers, {}), kNone, kNone, materialOf(kind, false), mode);
   }
 
   // ---- nodes
@@ -298,12 +336,12 @@ class GltfWriter {
         add(*set.front());
         continue;
       }
-      addInstances(meshOf(mesh, kind), kind, set);
+      addInstances(mesh, kind, set);
     }
     if (hasInstances_) elementTable_ = tableOfElements();
   }
 
-  void addInstances(std::size_t mesh, std::uint8_t kind,
+  void addInstances(std::uint32_t mesh, std::uint8_t kind,
                     const std::vector<const Vesk::SceneInstance*>& set) {
     std::vector<float> translations;
     std::vector<float> rotations;
@@ -319,13 +357,17 @@ class GltfWriter {
       append(scales, stand.scale);
       features.push_back(static_cast<float>(instance->element));
     }
+    const double step = kInstanceStep * leastTolerance(set);
+    // The thinnest keeps its thickness too.
+    const double scaleStep = std::min(step / largestOf(scene_.meshes[mesh]),
+                                      *std::min_element(scales.begin(), scales.end()) / 1024.0);
     rootChildren_.push_back(
         beginNode("\"" + std::string(pluralOf(static_cast<Kind>(kind))) + "\""));
-    member(nodeText_, "mesh", mesh);
+    member(nodeText_, "mesh", meshOf(mesh, kind));
     nodeText_ += ",\"extensions\":{\"EXT_mesh_gpu_instancing\":{\"attributes\":{\"TRANSLATION\":";
-    appendJsonNumber(nodeText_, buffer_.addInstances(translations, 3));
+    appendJsonNumber(nodeText_, buffer_.addInstanceVectors(translations, step));
     member(nodeText_, "ROTATION", buffer_.addInstances(rotations, 4));
-    member(nodeText_, "SCALE", buffer_.addInstances(scales, 3));
+    member(nodeText_, "SCALE", buffer_.addInstanceVectors(scales, scaleStep));
     member(nodeText_, "_FEATURE_ID_0", buffer_.addInstances(features, 1));
     nodeText_ += "}},\"EXT_instance_features\":{\"featureIds\":[{\"featureCount\":";
     appendJsonNumber(nodeText_, set.size());
@@ -400,7 +442,10 @@ class GltfWriter {
     const std::string name =
         validUtf8(scene_.headers[header]) + '/' + std::string(pluralOf(static_cast<Kind>(kind)));
     headerNodes_[header].push_back(beginNode(quoted(name)));
-    member(nodeText_, "mesh", addFlat(merged, materialOf(kind, !closed)));
+    const double step = kStep * leastTolerance(set);
+    const auto [positions, normals, indices] = addFlat(merged, {step, step, step});
+    member(nodeText_, "mesh",
+           addMesh(positions, normals, indices, materialOf(kind, !closed), kTriangles));
     nodeText_ += ",\"translation\":";
     appendJsonNumbers(nodeText_, numbersOf(origin));
     appendExtras(set.front()->element);
@@ -467,16 +512,31 @@ class GltfWriter {
     return root + '}';
   }
 
+  // The members that name the extensions; nothing without one.
+  std::string extensionsText() const {
+    std::string used;
+    std::string required;
+    const auto add = [&](bool isUsed, std::string_view name, bool isRequired) {
+      if (!isUsed) return;
+      for (std::string* list : {&used, isRequired ? &required : nullptr}) {
+        if (list != nullptr) *list += (list->empty() ? "\"" : ",\"") + std::string(name) + '"';
+      }
+    };
+    add(hasInstances_, "EXT_mesh_gpu_instancing", true);
+    add(hasInstances_, "EXT_instance_features", false);
+    add(options_.packer != nullptr && buffer_.size() > 0, "EXT_meshopt_compression", true);
+    add(buffer_.isQuantized(), "KHR_mesh_quantization", true);
+    if (used.empty()) return {};
+    return ",\"extensionsUsed\":[" + used + "],\"extensionsRequired\":[" + required + ']';
+  }
+
   void finish(TextSink& out) {
+    buffer_.finish();
     if (buffer_.size() > kMostBytes / 2) {
       throw Failure(Exit::kOutput, "more than a binary glTF file can hold", "--quality draft");
     }
     std::string json = "{\"asset\":{\"version\":\"2.0\",\"generator\":\"vesk " VESK_VERSION "\"}";
-    if (hasInstances_) {
-      json +=
-          ",\"extensionsUsed\":[\"EXT_mesh_gpu_instancing\",\"EXT_instance_features\"]"
-          ",\"extensionsRequired\":[\"EXT_mesh_gpu_instancing\"]";
-    }
+    json += extensionsText();
     json += ",\"scene\":0,\"scenes\":[{\"nodes\":[0]}],\"nodes\":[" + rootText();
     json += nodeText_;
     nodeText_ = {};
@@ -534,6 +594,7 @@ class GltfWriter {
   std::vector<std::size_t> rootChildren_;
   std::string name_;
   std::string elementTable_;
+  std::vector<GltfBuffer::Steps> steps_;  // for each mesh, if compressed
   bool hasInstances_ = false;
 
   std::map<std::pair<std::uint8_t, bool>, std::size_t> materials_;

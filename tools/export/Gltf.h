@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "export/MeshPacker.h"
 #include "mesh/Scene.h"
 #include "terminal/Streams.h"
 
@@ -18,6 +19,7 @@ struct GltfOptions {
 
   bool isBinary = true;  // one .glb, or one .gltf with its data inside
   Grouping grouping = Grouping::kElements;
+  const MeshPacker* packer = nullptr;  // compresses the file; must live as long as the call
 };
 
 // glTF 2.0 in one file.
@@ -37,6 +39,10 @@ struct GltfOptions {
 //
 // kMerged: the solids of a header and kind are one mesh, whose node's extras
 // "lines" and "firstTriangles" tell the elements in it.
+//
+// Compressed, no point is further than a tenth of its element's tolerance, or than
+// 32-bit numbers are apart, from where it would be otherwise; normals of merged
+// meshes have 8 bits a number. Triangles keep their order, not their first corners.
 //
 // Throws a Failure with Exit::kOutput for more than 4 GB. Memory: the file's JSON,
 // about 270 bytes for an element, and each shape once.

@@ -21,6 +21,7 @@ LINKED = {
     "liboctomap": "FCL",
     "libsqlite3": "SQLite",
     "libxlsxwriter": "libxlsxwriter",
+    "libmeshoptimizer": "meshoptimizer",
 }
 # The system's own, and the compiler's runtime, and Debian's packages of them.
 SYSTEM = {
@@ -42,6 +43,7 @@ INCLUDED = {
     "Eigen": "Eigen",
     "sqlite3.h": "SQLite",
     "xlsxwriter.h": "libxlsxwriter",
+    "meshoptimizer.h": "meshoptimizer",
 }
 # A package that the page imports -> name in the list.
 BUNDLED = {"three": "three.js"}

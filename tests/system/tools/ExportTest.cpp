@@ -9,9 +9,11 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "support/TempFolder.h"
+#include "terminal/Libraries.h"
 #include "tools/Exported.h"
 #include "tools/ToolRun.h"
 
@@ -371,6 +373,81 @@ TEST(Glb, SameInputSameBytes) {
   ASSERT_EQ(runTool("export \"" + golden("pump.dat") + "\" -o a.glb").exit, 0);
   ASSERT_EQ(runTool("export \"" + golden("pump.dat") + "\" -o b.glb").exit, 0);
   EXPECT_EQ(bytesOf("a.glb"), bytesOf("b.glb"));
+}
+
+bool hasMeshoptimizer() {
+  const auto all = VeskTool::libraries();
+  return std::any_of(all.begin(), all.end(), [](const VeskTool::Library& each) {
+    return std::string_view(each.name) == "meshoptimizer" && each.isIn;
+  });
+}
+
+constexpr RunCase kCompressed[] = {
+    {"Instances", "export pipe.dat -o 1.glb --compress --instances", 0, "", ""},
+    {"Merged", "export pipe.dat -o 2.glb --compress --merge", 0, "", ""},
+    {"AloneGainsLittle", "export pipe.dat -o 3.glb --compress", 0, "",
+     "warning: --compress gains little"},
+    {"WithoutTriangles", "export point.dat -o 4.gltf --compress --merge", 0, "", ""},
+    {"WithoutElements", "export empty.dat -o 5.glb --compress --merge", 0, "", ""},
+};
+
+TEST(Glb, IsCompressedOrTheLibraryIsNamed) {
+  const TempFolder folder;
+  writeFile("pipe.dat", kPipe);
+  writeFile("point.dat", "P-1     01004    00l pt 0 0 0\n");
+  writeFile("empty.dat", "");
+  for (RunCase each : kCompressed) {
+    if (!hasMeshoptimizer()) {
+      each.exit = 2;
+      each.err = "vesk export --compress needs meshoptimizer";
+    }
+    expectRun(each);
+  }
+}
+
+TEST(Glb, CompressionIsForGltf) {
+  const TempFolder folder;
+  writeFile("pipe.dat", kPipe);
+  expectRun({"", "export pipe.dat -o x.ply --compress", 2, "", "are for glb and gltf"});
+}
+
+// Readers know the places of what is compressed by buffer 1, which no file holds.
+TEST(Glb, CompressedViewsLieInTheFile) {
+  if (!hasMeshoptimizer()) GTEST_SKIP() << "this build has no meshoptimizer";
+  const TempFolder folder;
+  const std::string pump = "export \"" + golden("pump.dat") + "\" --merge -o ";
+  for (const char* out : {"plain.glb", "a.glb --compress", "b.glb --compress"}) {
+    ASSERT_EQ(runTool(pump + out).exit, 0);
+  }
+  EXPECT_EQ(bytesOf("a.glb"), bytesOf("b.glb"));
+  const Glb glb(bytesOf("a.glb"));
+  EXPECT_EQ(glb.json["extensionsRequired"],
+            Json::parse(R"(["EXT_meshopt_compression", "KHR_mesh_quantization"])"));
+  EXPECT_EQ(glb.json["buffers"][0]["byteLength"], glb.data.size());
+  std::size_t end = 0;
+  for (const Json& view : glb.json["bufferViews"]) {
+    EXPECT_EQ(view["buffer"], 1);
+    const Json& packed = view["extensions"]["EXT_meshopt_compression"];
+    EXPECT_EQ(packed["buffer"], 0);
+    EXPECT_GE(packed.value("byteOffset", std::size_t{0}), end);
+    end = packed.value("byteOffset", std::size_t{0}) + packed["byteLength"].get<std::size_t>();
+    EXPECT_EQ(packed["count"].get<std::size_t>() * packed["byteStride"].get<std::size_t>(),
+              view["byteLength"].get<std::size_t>());
+  }
+  EXPECT_LE(end, glb.data.size());
+  // 24 bytes a corner become 16 before they are packed: positions 12, normals 4.
+  EXPECT_LT(glb.data.size() * 24, Glb(bytesOf("plain.glb")).data.size() * 16);
+}
+
+// In steps of the largest power of two below a twentieth of the tolerance: 2^-5 below
+// 0.05, so that 1.02, which is 32.64 of them, becomes 33.
+TEST(Glb, CompressedPointsStandOnMultiples) {
+  if (!hasMeshoptimizer()) GTEST_SKIP() << "this build has no meshoptimizer";
+  const TempFolder folder;
+  writeFile("face.dat", "P-1     01002    00g pt 0 0 0,pt 64 50 64,pt 0 30 -1.02\n");
+  ASSERT_EQ(runTool("export face.dat -o x.glb --merge --compress --tolerance 1").exit, 0);
+  const Json low = Glb(bytesOf("x.glb")).json["accessors"][0]["min"];
+  EXPECT_EQ(low, Json::parse("[0, 0, -1.03125]"));
 }
 
 TEST(Obj, IsWhatItSays) {

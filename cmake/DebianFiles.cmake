@@ -28,6 +28,16 @@ texts(runtime libcveskdll${PROJECT_VERSION_MAJOR} ${from}/copyright)
 texts(development libcveskdll-dev ${from}/copyright)
 texts(bindings vesk-bindings ${from}/copyright)
 texts(tools vesk-tools ${to}/tools/copyright)
+if(VESK_DEBIAN_PYTHON)
+  # The module is built already and stripped.
+  set(place lib/python3/dist-packages)
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/python/vesk DESTINATION ${place} COMPONENT python
+    PATTERN __pycache__ EXCLUDE)
+  file(WRITE ${to}/METADATA "Metadata-Version: 2.1\nName: vesk\nVersion: ${PROJECT_VERSION}\n")
+  install(FILES ${to}/METADATA DESTINATION ${place}/vesk-${PROJECT_VERSION}.dist-info
+    COMPONENT python)
+  texts(python python3-vesk ${to}/tools/copyright)
+endif()
 install(FILES ${to}/vesk.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION share/doc/libcveskdll-dev
   COMPONENT development)

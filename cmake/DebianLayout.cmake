@@ -11,15 +11,19 @@ if(NOT CPACK_GENERATOR STREQUAL DEB)
   return()
 endif()
 list(REMOVE_ITEM CPACK_COMPONENTS_ALL documents)
+if(CPACK_VESK_PYTHON)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(layout ${CPACK_VESK_BUILD}/debian)
 file(MAKE_DIRECTORY ${layout})
-foreach(built bin lib completions)
+foreach(built bin lib completions python)
   file(CREATE_LINK ${CPACK_VESK_BUILD}/${built} ${layout}/${built} SYMBOLIC)
 endforeach()
 execute_process(
   COMMAND ${CMAKE_COMMAND} -S ${CPACK_VESK_SOURCE} -B ${layout} ${CPACK_VESK_ARGUMENTS}
     -DCMAKE_INSTALL_PREFIX=/usr -DVESK_DEBIAN_LAYOUT=ON -DVESK_BUILD_VIEWER=OFF
-    -DVESK_BUILD_TESTS=OFF -DVESK_BUILD_EXAMPLES=OFF
+    -DVESK_BUILD_TESTS=OFF -DVESK_BUILD_EXAMPLES=OFF -DVESK_BUILD_PYTHON=OFF
+    -DVESK_DEBIAN_PYTHON=${CPACK_VESK_PYTHON}
   OUTPUT_FILE ${layout}/configured ERROR_FILE ${layout}/configured RESULT_VARIABLE failed)
 if(failed)
   message(FATAL_ERROR "The layout of Debian could not be configured: ${layout}/configured")

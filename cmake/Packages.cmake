@@ -11,6 +11,10 @@ set(CPACK_COMPONENTS_ALL runtime development bindings documents)
 if(TARGET vesk_tool)
   list(APPEND CPACK_COMPONENTS_ALL tools)
 endif()
+if(TARGET vesk_python)
+  # Of the .deb alone: pip takes a wheel.
+  set(CPACK_VESK_PYTHON ON)
+endif()
 set(CPACK_VERBATIM_VARIABLES ON)
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
@@ -74,4 +78,16 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS libxlsxwriter4)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "tool for plant geometry in record files
 Checks, measures, compares, converts, meshes and shows record files, and reads
 piping component files and review models.")
+
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-vesk)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+# The module is of one version of Python.
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+  "python3 (>= 3.11~), python3 (<< 3.12), python3-numpy (>= 1:1.24)")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-pandas, vesk-tools")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-dask, python3-distributed")
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "plant geometry in record files as arrays, for Python
+Reads record files into arrays of numpy and writes them, checks, measures and
+compares them, looks for clashes, and shows them in notebooks.")
 include(CPack)

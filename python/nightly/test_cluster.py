@@ -23,7 +23,8 @@ def plant(tmp_path):
     for zone in range(ZONES):
         start = random.uniform(0, 1e5, (500, 3))
         with vesk.Writer(tmp_path / f"zone{zone:02}.dat") as file:
-            file.cylinders(start, start + random.uniform(1, 1e3, (500, 3)), 60.3, header="P-1")
+            end = start + random.uniform(1, 1e3, (500, 3))
+            file.cylinders(start, end, 60.3, header=[f"P-{i % 5}" for i in range(500)])
     return tmp_path
 
 
@@ -60,6 +61,20 @@ def test_a_worker_that_is_killed_loses_nothing(plant, client):
     results = vesk.dask.each(plant, slowly, client=client)
     assert [each.error for each in results] == [""] * ZONES
     assert [each.value for each in results] == alone
+
+
+def test_zones_clash_on_a_cluster_as_on_one_machine(plant, client):
+    alone = vesk.dask.clash(plant)
+    (victim, *_) = client.run(os.getpid).values()
+    threading.Timer(0.3, os.kill, (victim, signal.SIGKILL)).start()
+    assert vesk.dask.clash(plant, client=client) == alone
+    assert alone.failures == [] and any(each.zone_a != each.zone_b for each in alone.clashes)
+
+
+def test_zones_are_exported_on_a_cluster(plant, client, tmp_path):
+    done = vesk.dask.to_glb(plant, tmp_path, client=client, quality="draft")
+    assert [each.error for each in done] == [""] * ZONES
+    assert len(list(tmp_path.glob("*.glb"))) == ZONES
 
 
 def test_a_damaged_zone_is_named_and_the_others_complete(plant, client):

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "Attributes.h"
 #include "Lines.h"
 #include "Plant.h"
 #include "Poll.h"
@@ -118,9 +119,14 @@ struct Clashes {
   }
 };
 
+std::string componentOf(const Vesk::SidecarRow& row) {
+  return row.f1 + '\n' + row.f2 + '\n' + std::to_string(row.first);
+}
+
 // The elements for a search, and which of the plant each of them is.
 std::vector<std::int64_t> fillModel(VeskTool::ClashModel& model, Plant& plant,
-                                    const std::vector<std::string>& files) {
+                                    const std::vector<std::string>& files,
+                                    const Attributes& attributes) {
   std::vector<std::int64_t> places;
   std::optional<std::uint32_t> last;
   std::int64_t index = 0;
@@ -130,7 +136,8 @@ std::vector<std::int64_t> fillModel(VeskTool::ClashModel& model, Plant& plant,
     if (last != file) model.beginFile(file < files.size() ? files[file] : "model");
     last = file;
     const std::size_t before = model.elements().size();
-    model.add(element, "");
+    const Vesk::SidecarRow* row = attributes.of(static_cast<std::size_t>(index));
+    model.add(element, row == nullptr ? std::string() : componentOf(*row));
     if (model.elements().size() > before) places.push_back(index);
     ++index;
   });
@@ -138,7 +145,8 @@ std::vector<std::int64_t> fillModel(VeskTool::ClashModel& model, Plant& plant,
 }
 
 py::dict clashed(const py::dict& table, const py::list& names, const std::string& between,
-                 double clearance, double tolerance, bool isStrict, const py::list& ignored) {
+                 double clearance, double tolerance, bool isStrict, const py::list& ignored,
+                 const py::object& attributes) {
   VeskTool::ClashOptions options;
   options.between = scopeOf(between);
   options.clearance = clearance;
@@ -151,11 +159,13 @@ py::dict clashed(const py::dict& table, const py::list& names, const std::string
   std::vector<std::string> files;
   for (const py::handle& each : names) files.push_back(toBytes(each));
   Plant plant(table);
+  const Attributes known =
+      attributes.is_none() ? Attributes() : Attributes(py::dict(attributes), plant.size());
   Clashes clashes;
   {
     const py::gil_scoped_release free;
     VeskTool::ClashModel model;
-    const std::vector<std::int64_t> places = fillModel(model, plant, files);
+    const std::vector<std::int64_t> places = fillModel(model, plant, files, known);
     VeskTool::ClashSearch search(model, options);
     for (const VeskTool::Clash& each : search.find()) {
       clashes.codes.emplace_back(VeskTool::codeOf(each.kind));

@@ -7,7 +7,7 @@ import numpy as np
 import pytest
 
 import vesk
-from conftest import GOLDEN
+from conftest import GOLDEN, ROOT
 
 TOOL = os.environ.get("VESK_TOOL")
 needs_tool = pytest.mark.skipif(not TOOL, reason="VESK_TOOL names no tool")
@@ -107,6 +107,19 @@ def test_a_search_finds_what_the_tool_finds(tmp_path):
     assert len(clashes) == len(theirs) > 10
     assert lines.tolist() == [[each["a"]["line"], each["b"]["line"]] for each in theirs]
     assert clashes.code == [each["code"] for each in theirs]
+
+
+@needs_tool
+@pytest.mark.parametrize("between", ["elements", "headers"])
+def test_what_was_drawn_for_one_component_does_not_clash(between, tmp_path):
+    plant = tmp_path / "pump.dat"
+    pcf = ROOT / "examples" / "piping" / "pump.pcf"
+    subprocess.run([TOOL, "import", "-q", pcf, "-o", plant], check=True, timeout=60)
+    theirs = told("clash", "--json", "--between", between, plant)["clashes"]
+    known = vesk.read(plant).clash(between=between)
+    assert [known.code, len(known)] == [[each["code"] for each in theirs], len(theirs)]
+    unknown = vesk.read(plant, attributes=False).clash(between=between)
+    assert between == "headers" or len(unknown) > len(known)
 
 
 def test_a_difference_tells_pairs_and_what_is_alone(crossing):

@@ -648,9 +648,18 @@ class Model:
         tolerance  what is no deeper than this only touches
         strict     tell pipes that end inside another as well
         ignore     pairs of patterns for headers that may clash
+
+        Elements of one component, of which the attributes tell, do not clash.
         """
         table = _vesk.clash(
-            self.table(), list(self.files), between, clearance, tolerance, strict, list(ignore)
+            self.table(),
+            list(self.files),
+            between,
+            clearance,
+            tolerance,
+            strict,
+            list(ignore),
+            self.known(),
         )
         return cast(Clashes, made(Clashes, table))
 

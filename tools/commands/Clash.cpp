@@ -113,7 +113,7 @@ class ClashCommand : public Command {
     app.add_option("--ignore", ignored_,
                    "two headers that may clash, A:B; * and ? stand for any characters; without :B, "
                    "A may clash with all")
-        ->type_name("A:B")
+        ->type_name("A[:B]")
         ->default_str("none")
         ->allow_extra_args(false);
     app.add_option("--attributes", attributes_,

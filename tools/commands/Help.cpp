@@ -11,6 +11,15 @@ namespace {
 
 constexpr std::size_t kHelpWidth = 80;
 
+// Behind a colon stands what values are allowed, as the description says too; in brackets
+// it is of the type itself: A[:B].
+std::string typeOf(const CLI::Option& option) {
+  const std::string type = option.get_type_name();
+  std::size_t end = type.find(':');
+  while (end != type.npos && end > 0 && type[end - 1] == '[') end = type.find(':', end + 1);
+  return type.substr(0, end);
+}
+
 std::string leftOf(const CLI::Option& option) {
   std::string left;
   if (option.get_positional()) {
@@ -20,9 +29,8 @@ std::string leftOf(const CLI::Option& option) {
     for (const std::string& name : option.get_lnames()) {
       left += (left.empty() ? "    --" : ", --") + name;
     }
-    // Behind the colon stand what values are allowed, as the description says too.
-    const std::string type = option.get_type_name();
-    if (!type.empty()) left += ' ' + type.substr(0, type.find(':'));
+    const std::string type = typeOf(option);
+    if (!type.empty()) left += ' ' + type;
   }
   return left;
 }

@@ -154,6 +154,7 @@ constexpr RunCase kRuns[] = {
     {"ConvertReplaces", "convert -f good.dat text.txt --style fixed", 0, "", ""},
     {"ConvertIntoAFolder", "convert -f good.dat sub", 4, "", "sub: Is a directory"},
     {"ConvertIsNoExport", "convert good.dat x.glb", 2, "", "vesk export"},
+    {"HelpOfTypesWithAColon", "help clash", 0, "--ignore A[:B] ", ""},
     {"HelpOfHelp", "help help", 0, "vesk help COMMAND", ""},
     {"CheckOfJointsByTheirCode", "check --only V205 good.dat", 0, "[V205]", ""},
     {"ConvertWrongTurn", "convert good.dat x.dat --rotate 90", 2, "", "not an axis and an angle"},

@@ -24,7 +24,8 @@ std::string bytesOf(const std::string& file) {
 }
 
 // In a folder with good.dat (a pipe), bad.dat (a damaged one behind a good one),
-// thin.dat (a pipe without diameter), text.txt (no records), empty.dat and old.png.
+// thin.dat (a pipe without diameter), heap.dat (a pipe and 102 texts at one place),
+// text.txt (no records), empty.dat and old.png.
 constexpr RunCase kDraws[] = {
     {"Png", "view good.dat -o new.png", 0, "new.png: 1 element, 1600 x 1200 pixels\n", ""},
     {"Svg", "view good.dat -o new.svg", 0, "new.svg: 1 element, 1600 x 1200 pixels\n", ""},
@@ -54,12 +55,25 @@ constexpr RunCase kDraws[] = {
     {"DamagedElement", "view bad.dat -o new.svg", 1, "new.svg: 1 element", "[V021]"},
     {"WhatCannotBeDrawn", "view thin.dat -o new.svg", 1, "1 element",
      "thin.dat:1: error: cylinder can't be shown: diameter of zero [V401]"},
+    {"TextsThatAHundredOthersCover", "view heap.dat -o new.svg", 0, "new.svg: 103 elements",
+     "2 texts lie where 100 others do: left out"},
     {"ExistingFile", "view good.dat -o old.png", 4, "", "-f replaces it"},
     {"ExistingFileByForce", "view good.dat -o old.png -f --pixels 64x48", 0, "old.png: 1 element",
      ""},
     {"OntoItself", "view good.dat -o good.dat --to svg -f", 2, "", "both input and output"},
     {"IntoNoFolder", "view good.dat -o none/new.png", 4, "", "none/new.png: No such file"},
 };
+
+// 102 texts at one place.
+std::string heapOfTexts() {
+  std::string records;
+  for (int i = 0; i < 102; ++i) {
+    records +=
+        "P-1     01002    00x 0 0 500,1 0 0,0 0 1,100,60,1,4\n"
+        "P-1     01002    01x NOTE\n";
+  }
+  return records;
+}
 
 class DrawingTest : public testing::TestWithParam<RunCase> {};
 
@@ -69,6 +83,7 @@ TEST_P(DrawingTest, Runs) {
   writeFile("bad.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000x,100\n");
   writeFile("thin.dat", "P-1     01001    00c 0 0 0,0 0 1000,0\n");
   writeFile("text.txt", "nothing of this kind\n");
+  writeFile("heap.dat", kPipe + heapOfTexts());
   writeFile("empty.dat", "");
   writeFile("old.png", "old");
   const ToolRun run = expectRun(GetParam());

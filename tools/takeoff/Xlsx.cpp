@@ -43,6 +43,7 @@ class ScratchFile {
                     nameOf(folder_) + ": " + (error ? error.message() : "this is there already"));
     }
     path_ = folder_ / "book.xlsx";
+    halves_ = {HalfFile(folder_), HalfFile(path_)};
   }
   ~ScratchFile() {
     std::error_code error;
@@ -65,6 +66,7 @@ class ScratchFile {
  private:
   fs::path folder_;
   fs::path path_;
+  std::array<HalfFile, 2> halves_;
 };
 
 // libxlsxwriter, opened when a workbook is asked for: it brings a library of ciphers

@@ -44,6 +44,20 @@ awk -v n="$((elements / 4))" 'BEGIN {
   }
 }' >line.pcf
 
+# The same pipe in groups of a review model.
+awk -v n="$((elements / 4))" 'BEGIN {
+  print "HEAD\n 1 2\na model\na note\ntoday\nsomeone\nMODL\n 1 1\nPROJECT\nMODEL"
+  for (i = 0; i < n; ++i) {
+    print "CNTB\n 1 2\n/P-" i "\n 0 0 0\n 1\nPRIM\n 1 1\n 8"
+    print " 0.001 0 0 " i "\n 0 0.001 0 0\n 0 0 0.001 0"
+    print " -50 -50 -400\n 50 50 400\n 50 800\nCNTE\n 1 2"
+  }
+  print "END:\n 1 1"
+}' >model.rvm
+
+# A header for each, so that their take-off is long.
+awk '{ printf "%07d %s\n", NR, substr($0, 9) }' plant.dat >headers.dat
+
 commands=(
   'info plant.dat'
   'list --sort volume plant.dat'
@@ -64,6 +78,7 @@ commands=(
   'export plant.dat -o new.sqlite'
   'import line.pcf -o new.dat'
   'import line.pcf --json -o new.dat'
+  'import model.rvm -o new.dat'
   'extract plant.dat -o new.dat --near 0,0,0,20000'
   'split plant.dat --by kind -o new.parts'
   'split plant.dat --by grid --grid 2000 -o new.parts'
@@ -79,6 +94,14 @@ commands=(
   'check --view -o new.html plant.dat'
   'diff --view -o new.html plant.dat other.dat'
 )
+
+# With libxlsxwriter, which writes a file of its own and is never asked to stop.
+head -n 1 plant.dat >one.dat
+if "$vesk" measure one.dat --xlsx one.xlsx >answer 2>&1; then
+  commands+=('measure --by header headers.dat --xlsx new.xlsx')
+else
+  grep -q libxlsxwriter answer
+fi
 
 # Of all files in these places.
 bytes() { find "$@" -type f -exec cat {} + 2>/dev/null | cksum; }

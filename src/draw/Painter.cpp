@@ -54,6 +54,7 @@ class Inks {
   }
 
   void addAll() {
+    inks_.reserve(drawing_.strokes().size() + drawing_.dots().size());
     for (const Stroke& stroke : drawing_.strokes()) {
       const bool isLine = stroke.weight == LineWeight::kLine;
       addInk(stroke.points, drawing_.widthOf(stroke.weight) / 2.0,

@@ -174,10 +174,10 @@ class Finder {
   std::vector<LinePart> parts_;
 };
 
-// Moves what was found to the end of `all`.
+// Moves what was found to the end of `all`, and gives its memory back.
 void append(std::vector<LinePiece>& all, std::vector<LinePiece>& found) {
   all.insert(all.end(), found.begin(), found.end());
-  found = {};
+  std::vector<LinePiece>().swap(found);
 }
 
 // Joins what the bands have found to strokes.
@@ -213,7 +213,7 @@ class StrokeMaker {
  private:
   void makeMeshStrokes() {
     joinPieces(meshPieces_);
-    StrokeChains chains;
+    StrokeChains chains(meshPieces_.size());
     for (std::size_t begin = 0; begin < meshPieces_.size();) {
       const auto instance = static_cast<std::uint32_t>(meshPieces_[begin].line >> 32U);
       const SceneInstance& placed = scene_.instances[instance];
@@ -230,11 +230,12 @@ class StrokeMaker {
       chains.take(placed.element, seen_.strokes);
       begin = end;
     }
+    std::vector<LinePiece>().swap(meshPieces_);
   }
 
   void makeFreeStrokes() {
     joinPieces(freePieces_);
-    StrokeChains chains;
+    StrokeChains chains(freePieces_.size());
     const std::vector<FreeLine>& free = lines_.free();
     std::size_t piece = 0;
     std::size_t first = 0;

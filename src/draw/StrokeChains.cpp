@@ -42,32 +42,35 @@ bool isStraight(const ScreenPoint& a, const ScreenPoint& b, const ScreenPoint& c
          along <= length * length;
 }
 
-// Leaves out corners as long as all that are left out lie on the line.
+// Leaves out corners as long as all that are left out lie on the line. Drawings keep
+// very many of these, so without room for more.
 void straighten(std::vector<ScreenPoint>& points) {
-  std::vector<ScreenPoint> kept{points.front()};
+  std::size_t last = 0;   // of those kept, which stand in front
   std::size_t first = 1;  // behind the last one kept
   for (std::size_t i = 1; i + 1 < points.size(); ++i) {
     bool isLine = true;
     for (std::size_t k = first; k <= i && isLine; ++k) {
-      isLine = isStraight(kept.back(), points[k], points[i + 1]);
+      isLine = isStraight(points[last], points[k], points[i + 1]);
     }
     if (isLine) continue;
-    kept.push_back(points[i]);
+    points[++last] = points[i];
     first = i + 1;
   }
-  kept.push_back(points.back());
+  points[++last] = points.back();
+  points.resize(last + 1);
   // What runs round may begin anywhere.
-  const std::size_t last = kept.size() - 1;
-  if (last > 2 && lengthOf(kept[0], kept[last]) == 0.0 &&
-      isStraight(kept[last - 1], kept[0], kept[1])) {
-    kept.erase(kept.begin());
-    kept.back() = kept.front();
+  if (last > 2 && lengthOf(points[0], points[last]) == 0.0 &&
+      isStraight(points[last - 1], points[0], points[1])) {
+    points.erase(points.begin());
+    points.back() = points.front();
   }
-  points = std::move(kept);
+  points.shrink_to_fit();
 }
 
-std::int64_t hundredths(double place) {
-  return static_cast<std::int64_t>(std::floor(std::clamp(place, -1e9, 1e9) * 100.0 + 0.5));
+// No drawing is as wide as the limit.
+std::int32_t hundredths(double place) {
+  constexpr double kLimit = 2e7;
+  return static_cast<std::int32_t>(std::floor(std::clamp(place, -kLimit, kLimit) * 100.0 + 0.5));
 }
 
 }  // namespace
@@ -101,19 +104,10 @@ void StrokeChains::add(const End& a, const End& b, const LinePart& part, LineWei
   }
   const bool isCut = segment.nodes[0] >= kCut || segment.nodes[1] >= kCut;
   if (isCut && lengthOf(segment.ends[0], segment.ends[1]) < kTinyRest) return;
-  if (places_.insert(placeOf(segment)).second) segments_.push_back(segment);
+  if (places_.insert(placeOf(segment))) segments_.push_back(segment);
 }
 
-std::size_t StrokeChains::PlaceHash::operator()(const Place& place) const {
-  std::uint64_t hash = 0;
-  for (const std::int64_t part : place) {
-    hash = (hash ^ static_cast<std::uint64_t>(part)) * 0x9E3779B97F4A7C15U;
-    hash ^= hash >> 32U;
-  }
-  return static_cast<std::size_t>(hash);
-}
-
-StrokeChains::Place StrokeChains::placeOf(const Segment& segment) {
+PlaceSet::Place StrokeChains::placeOf(const Segment& segment) {
   const auto roundedEnd = [&](std::size_t i) {
     return std::pair(hundredths(segment.ends[i].x), hundredths(segment.ends[i].y));
   };

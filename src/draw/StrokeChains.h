@@ -6,10 +6,10 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <unordered_set>
 #include <vector>
 
 #include "draw/Occlusion.h"
+#include "draw/PlaceSet.h"
 #include "draw/SeenLines.h"
 
 namespace Vesk {
@@ -33,6 +33,9 @@ class StrokeChains {
     ScreenPoint place;
     std::uint32_t vertex = 0;
   };
+
+  // For so many parts of lines at the most.
+  explicit StrokeChains(std::size_t most) : places_(most) {}
 
   // A part of the line from a to b.
   void add(const End& a, const End& b, const LinePart& part, LineWeight weight);
@@ -62,20 +65,14 @@ class StrokeChains {
   };
 
   // In hundredths of a pixel, the smaller end first.
-  using Place = std::array<std::int64_t, 4>;
-
-  struct PlaceHash {
-    std::size_t operator()(const Place& place) const;
-  };
-
-  static Place placeOf(const Segment& segment);
+  static PlaceSet::Place placeOf(const Segment& segment);
   std::size_t next(const Segment& segment, std::uint64_t node) const;
   void follow(std::size_t segment, std::size_t end, Stroke& stroke, bool& isCut);
 
   std::vector<Segment> segments_;
   std::vector<Meeting> meetings_;
   std::uint64_t cuts_ = kCut;
-  std::unordered_set<Place, PlaceHash> places_;
+  PlaceSet places_;
 };
 
 }  // namespace Vesk

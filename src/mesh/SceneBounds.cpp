@@ -19,11 +19,18 @@ constexpr double kNearer = 4.0;
 
 void findBounds(Scene& scene) {
   Extents& bounds = scene.bounds;
+  // As Extents does it, for the many points of meshes without a call for each.
+  GePoint low = bounds.min;
+  GePoint high = bounds.max;
   for (const SceneInstance& instance : scene.instances) {
-    for (const GePoint& p : scene.meshes[instance.mesh].positions) {
-      bounds.add(instance.placement.point(p));
+    for (const GePoint& position : scene.meshes[instance.mesh].positions) {
+      const GePoint p = instance.placement.point(position);
+      low = {p.x < low.x ? p.x : low.x, p.y < low.y ? p.y : low.y, p.z < low.z ? p.z : low.z};
+      high = {p.x > high.x ? p.x : high.x, p.y > high.y ? p.y : high.y,
+              p.z > high.z ? p.z : high.z};
     }
   }
+  bounds = Extents(low, high);
   for (const ScenePoint& point : scene.points) bounds.add(point.position);
   for (const GePoint& p : scene.lineVertices) bounds.add(p);
   for (const SceneText& text : scene.texts) {

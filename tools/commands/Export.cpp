@@ -110,7 +110,7 @@ class ExportCommand : public Command {
         "docs/formats.md describes what each keeps and loses.\n"
         "--report shows for each kind how far the meshes are from the true surfaces, their volume, "
         "and whether they are closed. For mesh formats other than .dxf the whole model is in "
-        "memory: about 150 bytes for each element, in a .glb or .gltf 1 KB, with --merge 5 KB.",
+        "memory: about 150 bytes for each element, in a .glb or .gltf 500, with --merge 5 KB.",
         {{"vesk export plant.dat -o plant.glb", "for any viewer of glTF"},
          {"vesk export zones -o plant.obj --quality draft", "all files of a folder, coarse"},
          {"vesk export plant.dat -o p.stl --tolerance 0.1", "within a tenth of a millimetre"},

@@ -46,7 +46,7 @@ class ViewCommand : public Command {
             "as fine as can be seen at their size unless --quality or --tolerance is given.\n"
             "\n"
             "The whole model is in memory: about 700 bytes for each element of a page, here and in "
-            "the browser, and 3 KB for each of a drawing. The exit code is 1 if elements can't be "
+            "the browser, and 2 KB for each of a drawing. The exit code is 1 if elements can't be "
             "read or drawn.",
             {{"vesk view plant.dat", "look at the model"},
              {"vesk view plant.dat --header P-1001 --context", "one header within the plant"},

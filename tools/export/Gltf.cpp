@@ -26,6 +26,8 @@ namespace VeskTool {
 namespace {
 
 constexpr std::uint64_t kMostBytes = std::numeric_limits<std::uint32_t>::max();
+constexpr std::size_t kPiece = std::size_t{1} << 20;  // of the nodes' text
+constexpr std::size_t kPart = std::size_t{1} << 18;   // that is written at once
 constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 // How primitives are drawn, as glTF numbers it.
@@ -227,6 +229,11 @@ class GltfWriter {
 
   // Node 0 is the root.
   std::size_t beginNode(std::string_view quotedName) {
+    if (nodeText_.size() >= kPiece) {
+      nodePieces_.push_back(std::move(nodeText_));
+      nodeText_ = std::string();
+      nodeText_.reserve(kPiece + kPiece / 8);
+    }
     nodeText_ += ",{\"name\":";
     nodeText_ += quotedName;
     return ++nodes_;
@@ -535,46 +542,59 @@ class GltfWriter {
     if (buffer_.size() > kMostBytes / 2) {
       throw Failure(Exit::kOutput, "more than a binary glTF file can hold", "--quality draft");
     }
-    std::string json = "{\"asset\":{\"version\":\"2.0\",\"generator\":\"vesk " VESK_VERSION "\"}";
-    json += extensionsText();
-    json += ",\"scene\":0,\"scenes\":[{\"nodes\":[0]}],\"nodes\":[" + rootText();
-    json += nodeText_;
-    nodeText_ = {};
-    json += ']';
+    // The nodes' text stays in its pieces: it is nearly all of a large file.
+    std::vector<std::string> json = std::exchange(nodePieces_, {});
+    json.push_back(std::exchange(nodeText_, {}));
+    std::string first = "{\"asset\":{\"version\":\"2.0\",\"generator\":\"vesk " VESK_VERSION "\"}";
+    first += extensionsText();
+    first += ",\"scene\":0,\"scenes\":[{\"nodes\":[0]}],\"nodes\":[" + rootText();
+    json.insert(json.begin(), std::move(first));
+    std::string last = "]";
     if (meshes_ > 0)
-      json += ",\"meshes\":[" + meshText_ + "],\"materials\":[" + materialText_ + ']';
-    meshText_ = {};
-    buffer_.appendJson(json, options_.isBinary ? "" : buffer_.dataUri());
-    json += '}';
+      last += ",\"meshes\":[" + meshText_ + "],\"materials\":[" + materialText_ + ']';
+    buffer_.appendJson(last, options_.isBinary ? "" : buffer_.dataUri());
+    last += '}';
+    json.push_back(std::move(last));
     if (options_.isBinary) {
       writeBinary(json, out);
     } else {
-      out.write(json);
+      writeText(json, out);
       out.write("\n");
     }
   }
 
-  void writeBinary(std::string& json, TextSink& out) const {
+  // In small parts, so that a sink that keeps what it gets need not keep all at once.
+  static void writeText(std::vector<std::string>& pieces, TextSink& out) {
+    for (std::string& piece : pieces) {
+      const std::string text = std::move(piece);
+      for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view part = rest.substr(0, kPart);
+        out.write(part);
+        rest.remove_prefix(part.size());
+      }
+    }
+  }
+
+  void writeBinary(std::vector<std::string>& json, TextSink& out) const {
     constexpr std::size_t kHeading = 12;
     constexpr std::size_t kChunk = 8;
-    json.append((4 - json.size() % 4) % 4, ' ');
+    std::size_t text = 0;
+    for (const std::string& piece : json) text += piece.size();
+    const std::size_t blanks = (4 - text % 4) % 4;
+    json.emplace_back(blanks, ' ');
+    text += blanks;
     const std::size_t data = buffer_.size();
-    const std::size_t size = kHeading + kChunk + json.size() + (data > 0 ? kChunk + data : 0);
+    const std::size_t size = kHeading + kChunk + text + (data > 0 ? kChunk + data : 0);
     if (size > kMostBytes) {
       throw Failure(Exit::kOutput, "more than a binary glTF file can hold", "--quality draft");
     }
     std::string heading = "glTF";
     appendU32(heading, 2);
     appendU32(heading, static_cast<std::uint32_t>(size));
-    appendU32(heading, static_cast<std::uint32_t>(json.size()));
+    appendU32(heading, static_cast<std::uint32_t>(text));
     heading += "JSON";
     out.write(heading);
-    constexpr std::size_t kPiece = std::size_t{1} << 18;
-    for (std::string_view rest = json; !rest.empty();) {
-      const std::string_view piece = rest.substr(0, kPiece);
-      out.write(piece);
-      rest.remove_prefix(piece.size());
-    }
+    writeText(json, out);
     if (data == 0) return;
     heading.clear();
     appendU32(heading, static_cast<std::uint32_t>(data));
@@ -606,6 +626,7 @@ class GltfWriter {
 
   std::size_t nodes_ = 0;
   std::size_t meshes_ = 0;
+  std::vector<std::string> nodePieces_;  // what is before nodeText_
   std::string nodeText_;
   std::string meshText_;
   std::string materialText_;

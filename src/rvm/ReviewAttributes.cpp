@@ -58,6 +58,11 @@ class AttributeReader {
   }
 
  private:
+  struct Open {
+    ReviewAttributes::Block block = ReviewAttributes::kNone;
+    std::unordered_map<std::size_t, std::size_t> places;  // among its values, by key
+  };
+
   bool advance() {
     if (!stream_.has(1)) return false;
     ++line_;
@@ -120,12 +125,10 @@ class AttributeReader {
     }
     const bool isHeading = isFirst_ && name == kNoGroup;
     isFirst_ = false;
-    const ReviewAttributes::Block parent = open_.empty() ? ReviewAttributes::kTop : open_.back();
-    if (isHeading || parent == ReviewAttributes::kNone) {
-      open_.push_back(ReviewAttributes::kNone);
-    } else {
-      open_.push_back(to_.add(parent, name));
-    }
+    const ReviewAttributes::Block parent =
+        open_.empty() ? ReviewAttributes::kTop : open_.back().block;
+    const bool isNone = isHeading || parent == ReviewAttributes::kNone;
+    open_.push_back({isNone ? ReviewAttributes::kNone : to_.add(parent, name), {}});
   }
 
   void readValue(std::string_view text) {
@@ -136,9 +139,24 @@ class AttributeReader {
       ++to_.stray_;
       return;
     }
-    if (open_.back() == ReviewAttributes::kNone) return;
+    if (open_.back().block == ReviewAttributes::kNone) return;
     const std::string_view value = unquoted(trimmed(text.substr(mark + nameEnd_.size())));
-    to_.blocks_[open_.back()].values.emplace_back(to_.keyOf(key), value);
+    putValue(open_.back(), to_.keyOf(key), value);
+    if (to_.keys_.size() > ReviewLimits::kKeys) {
+      throw ReviewFault(line_, true,
+                        "more than " + countText(ReviewLimits::kKeys) + " different attributes");
+    }
+  }
+
+  void putValue(Open& open, std::size_t key, std::string_view value) {
+    ReviewAttributes::Values& values = to_.blocks_[open.block].values;
+    const auto [found, isNew] = open.places.try_emplace(key, values.size());
+    if (isNew) {
+      values.emplace_back(key, value);
+    } else {
+      values[found->second].second = value;
+      ++to_.replaced_;
+    }
   }
 
   ReviewAttributes& to_;
@@ -150,14 +168,14 @@ class AttributeReader {
   std::string nameEnd_;
   std::string separator_;
   bool isFirst_ = true;
-  std::vector<ReviewAttributes::Block> open_;
+  std::vector<Open> open_;
 };
 
 void ReviewAttributes::read(const ReadBytes& bytes) { AttributeReader(*this, bytes).read(); }
 
 ReviewAttributes::Block ReviewAttributes::add(Block parent, std::string_view name) {
   blocks_.emplace_back();
-  byName_[keyText(parent, name)].push_back(blocks_.size() - 1);
+  byName_[keyText(parent, name)].blocks.push_back(blocks_.size() - 1);
   return blocks_.size() - 1;
 }
 
@@ -171,12 +189,11 @@ ReviewAttributes::Block ReviewAttributes::find(Block parent, std::string_view na
   if (parent == kNone) return kNone;
   const auto found = byName_.find(keyText(parent, name));
   if (found == byName_.end()) return kNone;
-  for (const Block block : found->second) {
-    if (blocks_[block].isUsed) continue;
-    blocks_[block].isUsed = true;
-    return block;
-  }
-  return found->second.back();
+  Namesakes& namesakes = found->second;
+  if (namesakes.asked == namesakes.blocks.size()) return namesakes.blocks.back();
+  const Block block = namesakes.blocks[namesakes.asked++];
+  blocks_[block].isUsed = true;
+  return block;
 }
 
 std::size_t ReviewAttributes::unusedCount() const {

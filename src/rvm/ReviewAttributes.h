@@ -33,7 +33,7 @@ class ReviewAttributes {
   using Values = std::vector<std::pair<std::size_t, std::string>>;
 
   // Adds the blocks of a file. Throws ReviewFault for what is no such file, and for
-  // one that is cut off or nested too deeply.
+  // one that is cut off, nested too deeply or with too many different keys.
   void read(const ReadBytes& bytes);
 
   // The keys in the order of their first use.
@@ -58,6 +58,9 @@ class ReviewAttributes {
   // Values outside of blocks, and lines that are none of what is expected.
   std::size_t strayCount() const { return stray_; }
 
+  // Values that a later one of the same key in the same block has replaced.
+  std::size_t replacedCount() const { return replaced_; }
+
  private:
   friend class AttributeReader;
 
@@ -66,14 +69,21 @@ class ReviewAttributes {
     bool isUsed = false;
   };
 
+  // Blocks of one name in one parent.
+  struct Namesakes {
+    std::vector<Block> blocks;
+    std::size_t asked = 0;  // how many of them were
+  };
+
   Block add(Block parent, std::string_view name);
   std::size_t keyOf(std::string_view key);
 
   std::vector<Data> blocks_ = std::vector<Data>(1);
-  std::unordered_map<std::string, std::vector<Block>> byName_;  // parent, then name
+  std::unordered_map<std::string, Namesakes> byName_;  // parent, then name
   std::vector<std::string> keys_;
   std::unordered_map<std::string, std::size_t> keyNumbers_;
   std::size_t stray_ = 0;
+  std::size_t replaced_ = 0;
 };
 
 }  // namespace Vesk

@@ -66,7 +66,7 @@ void ReviewImport::beginGroup(const ReviewGroup& group) {
   appendToPath(path_, group.name);
   if (path_.size() > kMostPath) {
     throw ReviewFault(
-        group.place, false,
+        group.place, group.isLine,
         "the names of nested groups have more than " + countText(kMostPath) + " bytes together");
   }
   const bool isOutermost = open_.empty();

@@ -119,6 +119,7 @@ class ReviewHandler {
 namespace ReviewLimits {
 inline constexpr std::size_t kDepth = 10000;                     // groups within each other
 inline constexpr std::size_t kTextBytes = std::size_t{1} << 16;  // of one name
+inline constexpr std::size_t kKeys = 4096;                       // different attributes
 }  // namespace ReviewLimits
 
 // Reads a review model from its first byte to its last, in the binary or the text

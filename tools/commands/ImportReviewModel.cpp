@@ -62,10 +62,12 @@ std::vector<std::string> columnsOf(const Vesk::ReviewAttributes& attributes) {
   std::vector<std::string> columns(std::begin(kColumns), std::end(kColumns));
   std::set<std::string> taken(columns.begin(), columns.end());
   taken.insert({"f1", "f2", "first", "last"});
+  std::map<std::string, int> numbers;  // the next one, by name
   for (const std::string& key : attributes.keys()) {
     const std::string name = columnOf(key);
     std::string unique = name;
-    for (int i = 2; !taken.insert(unique).second; ++i) unique = name + '-' + std::to_string(i);
+    int& number = numbers.try_emplace(name, 2).first->second;
+    while (!taken.insert(unique).second) unique = name + '-' + std::to_string(number++);
     columns.push_back(unique);
   }
   return columns;
@@ -161,6 +163,7 @@ std::vector<std::pair<std::string, std::uint64_t>> remarksOf(
       {"groups without shapes whose attributes are dropped", counts.groupsOfNoShape},
       {"blocks of attributes without a group", attributes.unusedCount()},
       {"lines that are not attributes or belong to no block", attributes.strayCount()},
+      {"attributes given again in their block, the last one kept", attributes.replacedCount()},
       {"names that share a header field F2", names.crowded()},
   };
   for (std::size_t i = 0; i < Vesk::kReviewOddities; ++i) {

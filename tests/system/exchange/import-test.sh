@@ -61,6 +61,14 @@ head -c 5000 plant.rvm >cut.rvm
 expect 3 "$vesk" import cut.rvm -o cut.dat
 has err.txt 'cut.rvm, byte '
 [[ ! -e cut.dat && ! -e cut.attributes.csv ]] || fail 'a half file stays'
+# Names of 40,000 bytes in each other: the second group's chunk begins on line 16, behind 10 lines of HEAD
+# and MODL and the 5 of the first group.
+{
+  printf 'HEAD\n1 1\na\nb\nc\nd\nMODL\n1 1\np\nm\n'
+  for _ in 1 2 3; do printf 'CNTB\n1 2\n%040000d\n0 0 0\n1\n' 7; done
+} >long.rev
+expect 3 "$vesk" import long.rev -o long.dat
+has err.txt 'long.rev, line 16: the names of nested groups'
 echo 'this is none' >none.rvm
 expect 3 "$vesk" import none.rvm -o none.dat
 has err.txt 'this is not a review model'

@@ -336,6 +336,43 @@ TEST(ReviewAttributes, MatchGroupsByNameUnderTheSameParent) {
   EXPECT_EQ(attributes.unusedCount(), 5U);
 }
 
+constexpr const char* kMarks =
+    "CADC_Attributes_File v1.0 , start: NEW , end: END , name_end: := , sep: &end&\n";
+
+// Three blocks, two groups: one each, in their order; the third is left.
+TEST(ReviewAttributes, BlocksOfOneNameGoToTheGroupsInOrder) {
+  ReviewWriter writer(kForms[0]);
+  for (int i = 0; i < 2; ++i) {
+    writer.group("VALVE");
+    writer.shape(8, kUpright, kBox, kPipe);
+    writer.end();
+  }
+  const std::string blocks =
+      std::string(kMarks) + "NEW VALVE\nNo:=1\nEND\nNEW VALVE\nNo:=2\nEND\nNEW VALVE\nNo:=3\nEND\n";
+  const std::string file = writer.finish();
+  EXPECT_EQ(readReviewText(file, {}, blocks).values, (std::vector<std::string>{"No=1", "No=2"}));
+}
+
+// The inner block's key is another one's: only the second Spec of /PUMP-1 replaces one.
+TEST(ReviewAttributes, OfTheSameKeyTheLastOneIsKeptAndCounted) {
+  Vesk::ReviewAttributes attributes;
+  attributes.read(VeskTest::bytesOf(
+      std::string(kMarks) +
+      "NEW /PUMP-1\nSpec:=A &end& Size:=80\nNEW NOZZLE\nSpec:=B\nEND\nSpec:=C\nEND\n"));
+  EXPECT_EQ(attributes.replacedCount(), 1U);
+  const auto block = attributes.find(Vesk::ReviewAttributes::kTop, "/PUMP-1");
+  EXPECT_EQ(attributes.valuesOf(block), (Vesk::ReviewAttributes::Values{{0, "C"}, {1, "80"}}));
+}
+
+TEST(ReviewAttributes, HaveAtMostAsManyKeysAsTheLimit) {
+  for (const std::size_t keys : {Vesk::ReviewLimits::kKeys, Vesk::ReviewLimits::kKeys + 1}) {
+    std::string text = std::string(kMarks) + "NEW /A\n";
+    for (std::size_t i = 0; i < keys; ++i) text += 'K' + std::to_string(i) + ":=x\n";
+    const std::string fault = readReviewText(plant(kForms[0]), {}, text + "END\n").fault;
+    EXPECT_EQ(fault, keys > Vesk::ReviewLimits::kKeys ? "more than 4096 different attributes" : "");
+  }
+}
+
 TEST(ReviewAttributes, MarksAreThoseOfTheFirstLine) {
   Vesk::ReviewAttributes attributes;
   attributes.read(VeskTest::bytesOf(

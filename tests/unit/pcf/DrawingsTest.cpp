@@ -309,6 +309,22 @@ const DrawingCase kDrawings[] = {
      "in.pcf:1: error: PIPE not drawn: expected a bore after a point, found none\n"},
     {"MessageWithoutText", 1, "MESSAGE-CIRCLE\n CO-ORDS 0 0 0\n", "",
      "in.pcf:1: note: MESSAGE-CIRCLE: has no text\n"},
+    {"MessageWithoutAPlaceIsAtTheNextComponent", 2, "MESSAGE-CIRCLE\n TEXT A\nWELD\n CO-ORDS 4 5 6\n",
+     "x 4 5 6,1 0 0,0 0 1,50,30,1,1\nx A\nl pt 4 5 6\n", nullptr},
+    {"MessageThatNothingFollows", 2, "WELD\n CO-ORDS 4 5 6\nMESSAGE-CIRCLE\n TEXT A\n", "l pt 4 5 6\n",
+     "in.pcf:3: note: MESSAGE-CIRCLE: has no place, and no component follows\n"},
+    // The end that lies on the pipe is where the leg begins.
+    {"OletOfTwoEndsOnAPipe", 2,
+     "OLET\n END-POINT 0 50 0 20\n END-POINT 0 150 0 20\nPIPE\n END-POINT 0 50 0 100\n END-POINT 1000 50 0 100\n",
+     "c 0 50 0,0 100 0,26.7\nl pt 0 50 0,pt 0 100 0\nc 0 50 0,1000 0 0,114.3\nl pt 0 50 0,pt 1000 0 0\n",
+     "in.pcf:1: warning: OLET: expected a CENTRE-POINT and a BRANCH1-POINT; drawn from end to end\n"},
+    {"OletOfTwoEndsTheOtherWayRound", 2,
+     "OLET\n END-POINT 0 150 0 20\n END-POINT 0 50 0 20\nPIPE\n END-POINT 0 50 0 100\n END-POINT 1000 50 0 100\n",
+     "c 0 50 0,0 100 0,26.7\nl pt 0 50 0,pt 0 100 0\nc 0 50 0,1000 0 0,114.3\nl pt 0 50 0,pt 1000 0 0\n",
+     "in.pcf:1: warning: OLET: expected a CENTRE-POINT and a BRANCH1-POINT; drawn from end to end\n"},
+    {"OletOfACentreAndAnEnd", 1, "OLET\n END-POINT 0 50 0 20\n CENTRE-POINT 0 0 0\n",
+     "c 0 0 0,0 50 0,26.7\nl pt 0 0 0,pt 0 50 0\n", nullptr},
+    {"OletOfOneEnd", 1, "OLET\n END-POINT 0 50 0 20\n", "", "in.pcf:1: error: OLET not drawn: expected two ends\n"},
     {"UnknownComponentWithNothingToGoBy", 1, "FOO-BAR\n CENTRE-POINT 0 0 0\n", "",
      "in.pcf:1: error: FOO-BAR not drawn: expected two ends\n"},
     {"AWordWithAValueAndNoPlaceIsAHeader", 1, "PIPE-TYPE 3\nWELD\n CO-ORDS 0 0 0\n", "l pt 0 0 0\n",
@@ -352,6 +368,49 @@ TEST_P(Drawings, GiveTheseRecords) {
   EXPECT_NE(said.find(row.message), std::string::npos) << said;
   const bool isNote = std::string(row.message).find(": note: ") != std::string::npos;
   EXPECT_EQ(run.errors + run.warnings == 0, isNote) << said;
+}
+
+struct SpindleCase {
+  const char* attribute;
+  const char* way;  // of the stem; null: there is none
+  bool hasWheel;
+};
+
+constexpr SpindleCase kSpindles[] = {
+    {"SPINDLE-DIRECTION NORTH", "0 91.44 0", true},
+    {"SPINDLE-DIRECTION SOUTH", "0 -91.44 0", true},
+    {"SPINDLE-DIRECTION UP", "0 0 91.44", true},
+    {"SPINDLE-DIRECTION DOWN", "0 0 -91.44", true},
+    {"SPINDLE-DIRECTION n", "0 91.44 0", true},
+    {"SPINDLE-DIRECTION S", "0 -91.44 0", true},
+    {"SPINDLE-DIRECTION U", "0 0 91.44", true},
+    {"SPINDLE-DIRECTION D", "0 0 -91.44", true},
+    // Half a right angle: 91.44 / sqrt 2.
+    {"SPINDLE-DIRECTION NORTH-UP", "0 64.657844 64.657844", true},
+    {"SPINDLE-DIRECTION SOUTH DOWN", "0 -64.657844 -64.657844", true},
+    {"ACTUATOR HANDWHEEL UP", "0 0 91.44", true},
+    // Below a lever it is 0.95 of 114.3 long.
+    {"OPERATOR LEVER SOUTH", "0 -108.585 0", false},
+    {"SPINDLE-DIRECTION NORTH\n ACTUATOR LEVER UP", "0 108.585 0", false},
+    {"ACTUATOR LEVER UP\n SPINDLE-DIRECTION NORTH", "0 108.585 0", false},
+    {"OPERATOR MOTOR", nullptr, false},
+};
+
+// A gate valve of 114.3 from 0 to 200 along x; its stem begins in the middle. Below a handwheel it
+// is 0.8 of 114.3 long and 0.4 of it wide, below a lever 0.25.
+TEST(Spindles, PointAsTheFileSays) {
+  for (const SpindleCase& row : kSpindles) {
+    const PcfRun run = runPcf("VALVE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n SKEY VVBW\n " +
+                              std::string(row.attribute) + '\n');
+    const std::string text = "100 0 0," + std::string(row.way == nullptr ? "" : row.way);
+    bool isFound = false;
+    for (const std::string& record : run.recordsOf('c'))
+      isFound =
+          isFound || record.find(text + (row.hasWheel ? ",45.72" : ",28.575")) != std::string::npos;
+    EXPECT_EQ(isFound, row.way != nullptr) << row.attribute;
+    EXPECT_EQ(run.recordsOf('t').size(), row.hasWheel ? 3U : 0U) << row.attribute;
+    EXPECT_EQ(run.messageText(), "") << row.attribute;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Pcf, Drawings, testing::ValuesIn(kDrawings),

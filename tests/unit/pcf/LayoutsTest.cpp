@@ -290,4 +290,46 @@ TEST(Messages, OfTheSameFaultAreOne) {
   EXPECT_EQ(run.notDrawn, 74U);
 }
 
+struct UnitsCase {
+  const char* name;
+  std::vector<unsigned> units;  // of UTF-16
+  const char* bytes;            // of UTF-8
+};
+
+// By the tables of Unicode: U+00C4, U+20AC, U+1F600 = 0x10000 + 0x3D << 10 + 0x200; what is only
+// half of a pair is none.
+const UnitsCase kUnits[] = {
+    {"OneByte", {0x41}, "A"},
+    {"TwoBytes", {0xC4, 0x7FF}, "\xC3\x84\xDF\xBF"},
+    {"ThreeBytes", {0x800, 0x20AC, 0xFFFD}, "\xE0\xA0\x80\xE2\x82\xAC\xEF\xBF\xBD"},
+    {"FourBytes",
+     {0xD83D, 0xDE00, 0x41},
+     "\xF0\x9F\x98\x80"
+     "A"},
+    {"TheLastOfAll", {0xDBFF, 0xDFFF}, "\xF4\x8F\xBF\xBF"},
+    {"FirstHalfAlone", {0xD83D, 0x41}, "?A"},
+    {"SecondHalfAlone", {0xDE00, 0x41}, "?A"},
+    {"HalvesExchanged", {0xDE00, 0xD83D, 0x41}, "??A"},
+};
+
+TEST(Layouts, TextsOfUtf16AreTheSameAsOfUtf8) {
+  for (const UnitsCase& row : kUnits) {
+    for (const bool isBig : {false, true}) {
+      std::string text = utf16("MESSAGE-CIRCLE\n CO-ORDS 1 2 3\n TEXT ", isBig, true);
+      for (const unsigned unit : row.units) {
+        const char low = static_cast<char>(unit & 0xFFU);
+        const char high = static_cast<char>(unit >> 8U);
+        text += isBig ? high : low;
+        text += isBig ? low : high;
+      }
+      text += utf16("\n", isBig, false);
+      const std::string bytes = row.bytes;
+      EXPECT_EQ(runPcf(text).records,
+                (std::vector<std::string>{
+                    "x 1 2 3,1 0 0,0 0 1,50,30,1," + std::to_string(bytes.size()), "x " + bytes}))
+          << row.name << isBig;
+    }
+  }
+}
+
 }  // namespace

@@ -215,6 +215,51 @@ TEST(Selection, TakesItsOwnExamples) {
   }
 }
 
+struct KindCase {
+  std::shared_ptr<Geo> geo;
+  std::string_view name;
+  std::string_view plural;
+  std::string_view word;
+  std::string_view words;
+};
+
+// clang-format off
+const KindCase kKindNames[] = {
+    {std::make_shared<Pline>(std::initializer_list<GePoint>{{0, 0, 0}}), "point", "points", "point", "points"},
+    {std::make_shared<Pline>(std::initializer_list<GePoint>{{0, 0, 0}, {1, 0, 0}}), "segment", "segments", "segment", "segments"},
+    {std::make_shared<Pline>(std::initializer_list<GePoint>{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}), "polyline", "polylines", "polyline", "polylines"},
+    {std::make_shared<Pgon>(std::initializer_list<GePoint>{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}), "triangle", "triangles", "triangle", "triangles"},
+    {std::make_shared<Pgon>(std::initializer_list<GePoint>{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}), "quadrangle", "quadrangles", "quadrangle", "quadrangles"},
+    {std::make_shared<Pgon>(std::initializer_list<GePoint>{{0, 0, 0}, {2, 0, 0}, {2, 1, 0}, {1, 2, 0}, {0, 1, 0}}), "polygon", "polygons", "polygon", "polygons"},
+    {std::make_shared<Txt>(), "text", "texts", "text", "texts"},
+    {std::make_shared<Box>(), "box", "boxes", "box", "boxes"},
+    {std::make_shared<Red>(), "reducer", "reducers", "reducer", "reducers"},
+    {std::make_shared<Cyl>(), "cylinder", "cylinders", "cylinder", "cylinders"},
+    {std::make_shared<Cone>(), "cone", "cones", "cone", "cones"},
+    {std::make_shared<Torus>(), "torus", "tori", "bend", "bends"},
+    {duct(), "elbow", "elbows", "duct elbow", "duct elbows"},
+};
+// clang-format on
+
+TEST(Kinds, HaveTheseNames) {
+  for (const KindCase& each : kKindNames) {
+    const Kind kind = kindOf(*each.geo);
+    EXPECT_EQ(nameOf(kind), each.name);
+    EXPECT_EQ(pluralOf(kind), each.plural);
+    EXPECT_EQ(wordOf(kind), each.word);
+    EXPECT_EQ(wordsOf(kind), each.words);
+  }
+}
+
+// A reducer has no size, even where all are meant.
+TEST(Selection, TakesNoReducerByItsSize) {
+  Selection selection;
+  selection.add(Criterion::kSize, "0..");
+  const Red reducer;
+  EXPECT_FALSE(selection.takes({reducer, "P-1", "01", 1, 1}));
+  EXPECT_TRUE(selection.takes({*kModel[0].geo, "P-1", "01", 1, 1}));
+}
+
 struct PatternCase {
   const char* name;
   const char* pattern;

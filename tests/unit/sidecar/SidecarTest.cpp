@@ -325,5 +325,15 @@ TEST(Utf8, KnowsWhatIsNone) {
     EXPECT_FALSE(isUtf8(text)) << text;
 }
 
+TEST(SidecarReader, CountsColumnsBehindTheKey) {
+  std::istringstream stream("spec,f1,first,f2,tag,last,note\n");
+  const SidecarReader reader(stream, "s.csv");
+  EXPECT_EQ(reader.columnOf("spec"), 0);
+  EXPECT_EQ(reader.columnOf("tag"), 1);
+  EXPECT_EQ(reader.columnOf("note"), 2);
+  EXPECT_EQ(reader.columnOf("f1"), -1);
+  EXPECT_EQ(reader.columnOf("colour"), -1);
+}
+
 }  // namespace
 }  // namespace Vesk

@@ -111,11 +111,12 @@ bool Decision::areInchesUnderMillimetres() const {
   });
 }
 
-// Some pipe would be wider than any, and all bores are DN.
+// All bores are DN, and some are no sizes in inches.
 bool Decision::areMillimetresUnderInches() const {
-  if (inches_.empty() || inches_.rbegin()->first <= 60) return false;
-  return std::all_of(inches_.begin(), inches_.end(),
-                     [](const auto& row) { return sizeOfDn(row.first) != nullptr; });
+  const auto isDn = [](const auto& row) { return sizeOfDn(row.first) != nullptr; };
+  const auto isNps = [](const auto& row) { return sizeOfNps(row.first, 0.006) != nullptr; };
+  return std::all_of(inches_.begin(), inches_.end(), isDn) &&
+         !std::all_of(inches_.begin(), inches_.end(), isNps);
 }
 
 void Decision::exchange(bool toInches) {

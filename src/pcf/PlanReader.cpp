@@ -7,6 +7,7 @@
 
 #include "pcf/Layout.h"
 #include "pcf/Numbers.h"
+#include "pcf/Sizes.h"
 #include "pcf/Text.h"
 
 namespace Vesk::Pcf {
@@ -82,6 +83,7 @@ class Reader {
   bool readAnywhere(const KeyValue& entry);
   void readHeader(const std::string& key, std::string_view value);
   void readUnits(bool ofBores, std::string_view value);
+  void supplyBoreUnit();
   void readPoint(std::string_view key, Role role, std::string_view value);
   bool readPlace(std::string_view key, std::string_view& value, GePoint& at);
   bool readBore(std::string_view key, std::string_view& value, Point& point);
@@ -114,6 +116,7 @@ class Reader {
   Lines lines_{""};
   Unit coordinate_;
   Unit bore_;
+  bool isBoreUnitGiven_ = false;
   Below below_ = Below::kNothing;
   std::uint32_t pipeline_ = kNoPipeline;
   std::string material_;      // the item code that is described
@@ -141,6 +144,22 @@ void Reader::read() {
     plan_.components.reserve(expected(plan_.components.size()));
   }
   close(plan_.text.size());
+  supplyBoreUnit();
+}
+
+// Without UNITS-BORE, beside co-ordinates in inches: inches too, if all of them can be.
+void Reader::supplyBoreUnit() {
+  if (isBoreUnitGiven_ || !coordinate_.isInches) return;
+  const auto hasBore = [](const Point& point) { return point.bore > 0; };
+  const auto isNps = [&](const Point& point) {
+    return !hasBore(point) || sizeOfNps(point.bore, 0.006) != nullptr;
+  };
+  const auto first = std::find_if(plan_.points.begin(), plan_.points.end(), hasBore);
+  if (first == plan_.points.end()) return;
+  if (!std::all_of(first, plan_.points.end(), isNps)) return;
+  for (Point& point : plan_.points) point.isInches = true;
+  messages_.add(Severity::kNote, plan_.components[first->component].line,
+                "no UNITS-BORE: bores are in inches, as the co-ordinates are");
 }
 
 void Reader::readLine() {
@@ -199,6 +218,7 @@ void Reader::readUnits(bool ofBores, std::string_view value) {
             ": taken as millimetres; expected MM or INCH",
         ", found \"" + harmless(name) + '"');
   }
+  isBoreUnitGiven_ = isBoreUnitGiven_ || ofBores;
   (ofBores ? bore_ : coordinate_) = unit == nullptr ? Unit{} : *unit;
 }
 

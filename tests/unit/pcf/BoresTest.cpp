@@ -38,6 +38,9 @@ const BoreCase kBores[] = {
     {"HundredthOfMillimetres", "MM-HUNDREDTH", "10000",      "114.3", nullptr},
     {"RoundedInches",         "INCH", "1.3 2",               "42.2 60.3", nullptr},
 
+    {"SmallMillimetresUnderInches", "INCH", "25 50 15",      "33.4 60.3 21.3", "warning: UNITS-BORE INCH with bores that only millimetres can be"},
+    {"InchesThatMightBeMillimetres", "INCH", "20 40 6 8 10", "508 1016 168.3 219.1 273", nullptr},
+
     // ---- inches in millimetres
     {"InchesInMillimetres",   "MM",   "50.8 101.6 152.4",    "60.3 114.3 168.3",
      "note: bores are inches in millimetres (--bores gives them another meaning): 50.8 is drawn 60.3"},

@@ -220,6 +220,33 @@ TEST(Words, ThatAreUnknownAreSaidWithoutControlCharacters) {
             "in.pcf:4: warning: ?[31MFOO?: unknown component; drawn like a piece of pipe\n");
 }
 
+struct UnitCase {
+  const char* name;
+  const char* units;
+  double bore;
+  double outside;
+  const char* said;
+};
+
+// clang-format off
+const UnitCase kUnits[] = {
+    {"OfTheCoordinates",    "UNITS-CO-ORDS INCH\n",                  6,   168.3, "in.pcf:2: note: no UNITS-BORE: bores are in inches, as the co-ordinates are\n"},
+    {"NotIfTheyAreNoSizes", "UNITS-CO-ORDS INCH\n",                  150, 168.3, ""},
+    {"Given",               "UNITS-CO-ORDS INCH\nUNITS-BORE MM\n",   6,   10.3,  ""},
+    {"OfMillimetres",       "UNITS-CO-ORDS MM\n",                    6,   10.3,  ""},
+};
+// clang-format on
+
+TEST(Units, OfBoresAreThoseOfTheCoordinatesIfNoneAreGiven) {
+  for (const UnitCase& row : kUnits) {
+    const std::string bore = std::to_string(static_cast<int>(row.bore));
+    const PcfRun run = runPcf(std::string(row.units) + "PIPE\n END-POINT 0 0 0 " + bore +
+                              "\n END-POINT 9 0 0 " + bore + '\n');
+    EXPECT_NEAR(numbersOf(run.recordsOf('c').at(0)).back(), row.outside, 1e-4) << row.name;
+    EXPECT_EQ(run.messageText(), row.said) << row.name;
+  }
+}
+
 // ---- junk --------------------------------------------------------------------------
 
 struct JunkCase {

@@ -73,8 +73,8 @@ that writes every kind of element, to be copied into a project.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME vesk-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-# Opened when a workbook is asked for.
-set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS libxlsxwriter4)
+# Opened when a workbook, or a compressed mesh, is asked for.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "libxlsxwriter4, libmeshoptimizer2d")
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "tool for plant geometry in record files
 Checks, measures, compares, converts, meshes and shows record files, and reads
 piping component files and review models.")

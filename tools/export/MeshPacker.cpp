@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "export/MeshPacker.h"
 
+#include <dlfcn.h>
+#define MESHOPTIMIZER_NO_WRAPPERS
 #include <meshoptimizer.h>
 
 #include <algorithm>
 #include <vector>
+
+#include "terminal/Exit.h"
 
 namespace VeskTool {
 namespace {
@@ -17,6 +21,8 @@ std::string textOf(const std::vector<unsigned char>& bytes, std::size_t size) {
   return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
 }
 
+// The library is opened when a file is to be compressed: every other command would
+// pay for its start and memory.
 class Meshoptimizer : public MeshPacker {
  public:
   std::string packedAttributes(std::string_view bytes, std::size_t stride) const override {
@@ -44,6 +50,33 @@ class Meshoptimizer : public MeshPacker {
     meshopt_encodeFilterOct(bytes.data(), count, kStride, 8, padded.data());
     return bytes;
   }
+
+ private:
+  static void* opened() {
+    static void* const library = dlopen(VESK_MESHOPTIMIZER_FILE, RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) {
+      throw Failure(Exit::kUsage, std::string("--compress: ") + dlerror(),
+                    "the library meshoptimizer");
+    }
+    return library;
+  }
+
+  template <class Function>
+  static Function find(const char* name) {
+    void* const found = dlsym(opened(), name);
+    if (found == nullptr) throw Failure(Exit::kUsage, std::string("--compress: ") + dlerror());
+    return reinterpret_cast<Function>(found);
+  }
+
+#define VESK_FROM_MESHOPTIMIZER(name) decltype(&::name) name = find<decltype(&::name)>(#name)
+  VESK_FROM_MESHOPTIMIZER(meshopt_encodeVertexBufferBound);
+  VESK_FROM_MESHOPTIMIZER(meshopt_encodeVertexVersion);
+  VESK_FROM_MESHOPTIMIZER(meshopt_encodeVertexBuffer);
+  VESK_FROM_MESHOPTIMIZER(meshopt_encodeIndexBufferBound);
+  VESK_FROM_MESHOPTIMIZER(meshopt_encodeIndexVersion);
+  VESK_FROM_MESHOPTIMIZER(meshopt_encodeIndexBuffer);
+  VESK_FROM_MESHOPTIMIZER(meshopt_encodeFilterOct);
+#undef VESK_FROM_MESHOPTIMIZER
 };
 
 }  // namespace

@@ -312,12 +312,21 @@ class DxfWriter : public ElementWriter {
     endEntity(scene, text.element);
   }
 
-  // Backslashes and braces mean something in an MTEXT; controls can't be on a line.
+  // Backslashes and braces mean something in an MTEXT, ^J is a line end, and %%d a
+  // degree sign; controls can't be on a line.
   static std::string escaped(std::string_view text) {
+    const std::string valid = validUtf8(text);
     std::string escaped;
-    for (const char c : validUtf8(text)) {
+    for (std::size_t i = 0; i < valid.size(); ++i) {
+      const char c = valid[i];
       if (c == '\\' || c == '{' || c == '}') escaped += '\\';
-      escaped += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+      if (c == '^') {
+        escaped += "^ ";
+      } else if (c == '%' && i + 1 < valid.size() && valid[i + 1] == '%') {
+        escaped += "{%}";  // a group of its own, so that both do not belong together
+      } else {
+        escaped += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+      }
     }
     return escaped;
   }

@@ -71,6 +71,8 @@ for line, kind, values in expect.elements(records):
             expect.length(expect.sub(list(entity.dxf.text_direction), values['along'])) < 1e-5 and
             abs(entity.dxf.char_height - values['height']) < 1e-5 and entity.dxf.attachment_point == 7):
         fail('line %d is a text at %s' % (line, entity.dxf.insert))
+    if kind == 'text' and entity.plain_text() != values['words']:
+        fail('line %d reads %r, not %r' % (line, entity.plain_text(), values['words']))
     if 'box' in values:
         box = expect.box_of_points(points(entity))
         # Chords lie inside: by less than 2 % of the largest size.

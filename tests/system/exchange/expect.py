@@ -91,7 +91,8 @@ def box_of_bend(word, centre, start, end, sizes):
 def elements(path):
     """Yields (line, kind, values) of each element; values tell volume, sizes and box, and under
     "values" the numbers of the record by their names, vertices as points."""
-    for number, line in enumerate(open(path, encoding='latin-1'), 1):
+    lines = list(open(path, encoding='latin-1'))
+    for number, line in enumerate(lines, 1):
         if line[17:19] != '00':
             continue
         word, data = line[19], line[21:].rstrip('\n')
@@ -101,8 +102,9 @@ def elements(path):
             # The place is one of nine of the text: left, middle and right, from below upwards.
             column, row = (int(place) - 1) % 3 / 2, (int(place) - 1) // 3 / 2
             corner = sub(sub(at, [c * column * width * letters for c in along]), [c * row * height for c in up])
+            words = lines[number][21:].rstrip('\n').encode('latin-1').decode()
             yield number, 'text', {'header': line[:10].rstrip(), 'corner': corner, 'height': height,
-                                   'along': along}
+                                   'along': along, 'words': words}
             continue
         parts = [[float(x) for x in p.replace('pt', '').split()] for p in data.split(',')]
         values = {'volume': 0.0, 'header': line[:8].rstrip() + ' ' + line[8:10].rstrip(),

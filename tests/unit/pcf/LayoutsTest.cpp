@@ -220,7 +220,7 @@ TEST(Words, ThatAreUnknownAreSaidWithoutControlCharacters) {
             "in.pcf:4: warning: ?[31MFOO?: unknown component; drawn like a piece of pipe\n");
 }
 
-struct UnitCase {
+struct NoUnitCase {
   const char* name;
   const char* units;
   double bore;
@@ -229,7 +229,7 @@ struct UnitCase {
 };
 
 // clang-format off
-const UnitCase kUnits[] = {
+const NoUnitCase kNoUnits[] = {
     {"OfTheCoordinates",    "UNITS-CO-ORDS INCH\n",                  6,   168.3, "in.pcf:2: note: no UNITS-BORE: bores are in inches, as the co-ordinates are\n"},
     {"NotIfTheyAreNoSizes", "UNITS-CO-ORDS INCH\n",                  150, 168.3, ""},
     {"Given",               "UNITS-CO-ORDS INCH\nUNITS-BORE MM\n",   6,   10.3,  ""},
@@ -238,7 +238,7 @@ const UnitCase kUnits[] = {
 // clang-format on
 
 TEST(Units, OfBoresAreThoseOfTheCoordinatesIfNoneAreGiven) {
-  for (const UnitCase& row : kUnits) {
+  for (const NoUnitCase& row : kNoUnits) {
     const std::string bore = std::to_string(static_cast<int>(row.bore));
     const PcfRun run = runPcf(std::string(row.units) + "PIPE\n END-POINT 0 0 0 " + bore +
                               "\n END-POINT 9 0 0 " + bore + '\n');

@@ -11,6 +11,7 @@
 namespace Vesk::Pcf {
 
 // Fittings.cpp
+void drawBranches(Builder& out, const Part& part);  // from the centre
 void drawPipe(Builder& out, const Part& part, double widening);
 void drawTee(Builder& out, const Part& part);
 void drawYPiece(Builder& out, const Part& part);

@@ -33,10 +33,6 @@ void cylinderLeg(Builder& out, const GePoint& from, const End& end) {
   out.cover(from, end.at);
 }
 
-void branchLegs(Builder& out, const Part& part) {
-  for (const End& branch : part.branches) cylinderLeg(out, centreOf(part), branch);
-}
-
 void run(Builder& out, const Part& part, double widening) {
   const End& first = part.ends[0];
   const End& second = part.ends[1];
@@ -64,9 +60,13 @@ bool isSquare(const GeVector& normal, const GeVector& chord, double outside) {
 
 }  // namespace
 
+void drawBranches(Builder& out, const Part& part) {
+  for (const End& branch : part.branches) cylinderLeg(out, centreOf(part), branch);
+}
+
 void drawPipe(Builder& out, const Part& part, double widening) {
   run(out, part, widening);
-  branchLegs(out, part);
+  drawBranches(out, part);
 }
 
 void drawTee(Builder& out, const Part& part) {
@@ -75,13 +75,13 @@ void drawTee(Builder& out, const Part& part) {
   else
     for (const End& end : part.ends) cylinderLeg(out, centreOf(part), end);
   if (part.branches.empty()) out.remark("has no branch");
-  branchLegs(out, part);
+  drawBranches(out, part);
 }
 
 void drawYPiece(Builder& out, const Part& part) {
   if (part.branches.empty() && part.ends.size() < 2) out.remark("has no branch");
   for (const End& end : part.ends) cylinderLeg(out, centreOf(part), end);
-  branchLegs(out, part);
+  drawBranches(out, part);
 }
 
 // With two ends its run; with one, which lies on the header, the way from there.
@@ -110,7 +110,7 @@ void drawOlet(Builder& out, const Part& part) {
     return;
   }
   if (part.ends.size() >= 2) run(out, part, 1);
-  branchLegs(out, part);
+  drawBranches(out, part);
 }
 
 void drawReducer(Builder& out, const Part& part) {
@@ -124,7 +124,7 @@ void drawReducer(Builder& out, const Part& part) {
   else
     out.ruled(first.at, normal1, first.outside, second.at, normal2, second.outside);
   out.cover(first.at, second.at);
-  branchLegs(out, part);
+  drawBranches(out, part);
 }
 
 // A nut in the middle third.

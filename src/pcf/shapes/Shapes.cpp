@@ -102,6 +102,20 @@ Family inTheLine(const Part& part) {
   return between ? Family::kFlangeWeldNeck : part.family;
 }
 
+// Discs and ends of lines, which know nothing of branches.
+bool isOfJoint(Family family) {
+  switch (family) {
+    case Family::kStubEnd:
+    case Family::kLapRing:
+    case Family::kGasket:
+    case Family::kSpectacleBlind:
+    case Family::kOrificePlate:
+      return true;
+    default:
+      return isFlange(family) || closesLine(family);
+  }
+}
+
 void drawFamily(Builder& out, const Part& part) {
   if (isValve(part.family)) return drawValve(out, part);
   if (isSupport(part.family)) return drawSupport(out, part);
@@ -202,6 +216,7 @@ Drawn draw(const Part& part) {
   }
   resolved.face = std::min<std::size_t>(part.face, part.ends.size() == 2 ? 1 : 0);
   drawFamily(out, resolved);
+  if (isOfJoint(resolved.family)) drawBranches(out, resolved);
   return drawn;
 }
 

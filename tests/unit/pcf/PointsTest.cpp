@@ -80,6 +80,13 @@ const LegCase kLegs[] = {
     {"ThreeWayInstrument", "INSTRUMENT-3WAY\n END-POINT 0 0 0 100\n END-POINT 100 90 0 50\n END-POINT 200 0 0 100\n CENTRE-POINT 100 0 0\n",
      "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
     {"OffsetValve",     "VALVE-OFFSET\n END-POINT 0 0 0 100\n END-POINT 200 50 0 100\n CENTRE-POINT 100 25 0\n", "0 0 0>100 25 0 200 50 0>100 25 0", nullptr},
+    // ---- branches of flanges and of what closes a line
+    {"BranchOfAFlange", "FLANGE\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) PIPE_BEFORE, "200 0 0>0 0 0 100 0 0>100 90 0", nullptr},
+    {"BranchOfABlindFlange", "FLANGE-BLIND\n END-POINT 0 0 0 100\n END-POINT 24 0 0 100\n CENTRE-POINT 24 0 0\n" BRANCH(1, 90, 0) PIPE_BEFORE,
+     "0 0 0>24 0 0 24 0 0>90 0 0", nullptr},
+    {"BranchOfACap", "CAP\n END-POINT 0 0 0 100\n END-POINT 60 0 0 100\n" BRANCH(1, 30, 90) PIPE_BEFORE, "0 0 0>60 0 0 30 0 0>30 90 0", nullptr},
+    {"ThirdEndOfAGasket", "GASKET\n END-POINT 0 0 0 100\n END-POINT 4 0 0 100\n END-POINT 2 90 0 50\n", "0 0 0>4 0 0 2 0 0>2 90 0",
+     "warning: GASKET: expected two END-POINTs, found more"},
     // ---- bends
     {"BendTeed",        "ELBOW-TEED\n END-POINT 0 0 0 100\n END-POINT 152 152 0 100\n CENTRE-POINT 152 0 0\n" BRANCH(1, 300, 0),
      "0 0 0>152 0 0 152 0 0>152 152 0 152 0 0>300 0 0", nullptr},

@@ -15,6 +15,29 @@ constexpr double kFarTolerances = 0x1p23 / 4.0;
 // So many times nearer to the origin it must get, or it stays.
 constexpr double kNearer = 4.0;
 
+// Of the size of the numbers: far more than rounding may move a point.
+constexpr double kRounding = 1e-9;
+
+// Whether a box is so well between two points, once it is placed, that nothing in it can
+// be beyond either of them.
+bool isWithin(const Extents& box, const Placement& placement, const GePoint& low,
+              const GePoint& high) {
+  const GeVector half = (box.max - box.min) / 2.0;
+  const GePoint middle = box.min + half;
+  const GePoint at = placement.point(middle);
+  const auto isBetween = [&](double GePoint::*coordinate, double GeVector::*part) {
+    const double reach = std::fabs(placement.x.*part * half.x) +
+                         std::fabs(placement.y.*part * half.y) +
+                         std::fabs(placement.z.*part * half.z);
+    const double place = at.*coordinate;
+    const double all =
+        reach + kRounding * (std::fabs(placement.origin.*coordinate) + std::fabs(place) + reach);
+    return place - all >= low.*coordinate && place + all <= high.*coordinate;
+  };
+  return isBetween(&GePoint::x, &GeVector::x) && isBetween(&GePoint::y, &GeVector::y) &&
+         isBetween(&GePoint::z, &GeVector::z);
+}
+
 }  // namespace
 
 void findBounds(Scene& scene) {
@@ -22,7 +45,12 @@ void findBounds(Scene& scene) {
   // As Extents does it, for the many points of meshes without a call for each.
   GePoint low = bounds.min;
   GePoint high = bounds.max;
+  std::vector<Extents> boxes(scene.meshes.size());
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    for (const GePoint& p : scene.meshes[i].positions) boxes[i].add(p);
+  }
   for (const SceneInstance& instance : scene.instances) {
+    if (isWithin(boxes[instance.mesh], instance.placement, low, high)) continue;
     for (const GePoint& position : scene.meshes[instance.mesh].positions) {
       const GePoint p = instance.placement.point(position);
       low = {p.x < low.x ? p.x : low.x, p.y < low.y ? p.y : low.y, p.z < low.z ? p.z : low.z};

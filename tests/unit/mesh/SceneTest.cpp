@@ -369,6 +369,53 @@ TEST(Scene, BoundsOfAnUprightPipeAreThoseOfThePipe) {
   EXPECT_EQ(scene.bounds.max, GePoint(3, 4, 13));
 }
 
+struct SecondBox {
+  const char* name;
+  GePoint origin;
+  GeVector edges[3];
+  GePoint min;
+  GePoint max;
+};
+
+// Beside a cube from (0, 0, 0) to (100, 100, 100).
+TEST(Scene, BoundsGrowByWhatIsBeyondThemAlone) {
+  constexpr double kHair = 0x1p-30;
+  const SecondBox cases[] = {
+      {"well inside",
+       {10, 10, 10},
+       {{80, 0, 0}, {0, 80, 0}, {0, 0, 80}},
+       {0, 0, 0},
+       {100, 100, 100}},
+      {"the same", {0, 0, 0}, {{100, 0, 0}, {0, 100, 0}, {0, 0, 100}}, {0, 0, 0}, {100, 100, 100}},
+      {"a hair above",
+       {50, 50, 50},
+       {{50 + kHair, 0, 0}, {0, 50, 0}, {0, 0, 50}},
+       {0, 0, 0},
+       {100 + kHair, 100, 100}},
+      {"a hair below",
+       {50, 50, -kHair},
+       {{9, 0, 0}, {0, 9, 0}, {0, 0, 9}},
+       {0, 0, -kHair},
+       {100, 100, 100}},
+      {"one corner out",
+       {50, 40, 50},
+       {{60, 60, 0}, {-3, 3, 0}, {0, 0, 9}},
+       {0, 0, 0},
+       {110, 103, 100}},
+  };
+  const Box cube({0, 0, 0}, {100, 0, 0}, {0, 100, 0}, {0, 0, 100});
+  for (const SecondBox& each : cases) {
+    Box second;
+    second.origin = each.origin;
+    second.edge1 = each.edges[0];
+    second.edge2 = each.edges[1];
+    second.edge3 = each.edges[2];
+    const Scene scene = sceneOf({cube, second});
+    EXPECT_EQ(scene.bounds.min, each.min) << each.name;
+    EXPECT_EQ(scene.bounds.max, each.max) << each.name;
+  }
+}
+
 TEST(Scene, StaysWhereItIsNearTheOrigin) {
   // 2^23 * 0.1 / 4 is 209715.2.
   const Scene scene =

@@ -324,6 +324,8 @@ constexpr LossCase kLosses[] = {
     // 99999999.5 has the mantissa 10.00000: ten characters.
     {"TenCharacters", "P-1     01001    00l pt 99999999.5 0 0\n", "fixed", 1, "[V301]",
      "vertex 0 99999999.5 0 0"},
+    {"OnlyWhatIsTooLongIsNamed", "P-1     01001    00c 99999999.5 1 2,0 0 1000,100\n", "fixed", 1,
+     "[V301]", "a number needs ten characters: origin 99999999.5 1 2 [V301]\n"},
     {"Arcs", "P-1     01001    00l pt 0 0 0,pt 1 0 0,ar 5 1 2 3\n", "fixed", 1, "[V304]",
      "arc 0 \"radius 5 1 2 3\" is lost"},
     {"Pieces", "P-1     01001    00l pt 0 0 0,pt 1 0 0,pt 1 1 0\n", "fixed", 1, "[V307]",
@@ -416,6 +418,19 @@ TEST(Convert, ThereAndBackGivesTheSameBytes) {
   EXPECT_EQ(readFile("t.dat"), readFile(golden("elements.tokens.dat")));
 }
 
+// A number of ten characters would move all behind it.
+TEST(Convert, WhatIsNotWrittenIsNotInTheFile) {
+  const TempFolder folder;
+  const ToolRun run = runTool("convert - - --style fixed",
+                              "P-1     01001    00c 99999999.5 0 0,0 0 1000,100\n" + kPipe);
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_EQ(run.out,
+            "60    01  P-1     001CYL    0.000    0.000    0.000    0.000    0.000 1000.000  "
+            "100.000\n");
+  EXPECT_EQ(runTool("convert - - --style fixed", "P-1     01001    00c inf 0 0,0 0 1000,100\n").out,
+            "");
+}
+
 TEST(Convert, TurnsThenMoves) {
   const TempFolder folder;
   const ToolRun run = runTool("convert - - --scale 2 --rotate z,90 --move 0,0,7",
@@ -459,6 +474,22 @@ constexpr DiffCase kDiffs[] = {
      "P-1     01001    00c 0 0 9,0 0 -9,4\n", 0, "no difference; 1 in their places\n"},
     {"WithinTheTolerance", "P-1     01001    00c 0 0 0,0 0 9,4\n",
      "P-1     01001    00c 0 0.009 0,0 0 9,4\n", 0, "no difference"},
+    {"BeyondTheTolerance", "P-1     01001    00c 0 0 0,0 0 9,4\n",
+     "P-1     01001    00c 0 0 0.011,0 0 9,4\n", 1, "moved by 0 0 0.011\n"},
+    {"MovedByXWithinTheTolerance", "P-1     01001    00c 0 0 0,0 0 9,4\n",
+     "P-1     01001    00c 0.009 0 0,0 0 9,4\n", 0, "no difference"},
+    {"ASizeBeyondTheTolerance", "P-1     01001    00c 0 0 0,0 0 9,4\n",
+     "P-1     01001    00c 0 0 0,0 0 9,4.011\n", 1, "changed: diameter from 4 to 4.011\n"},
+    {"ASizeWithinTheTolerance", "P-1     01001    00c 0 0 0,0 0 9,4\n",
+     "P-1     01001    00c 0 0 0,0 0 9,4.009\n", 0, "no difference"},
+    {"ArcsOfFacesCount", "P-1     01001    00g pt 0 0 0,pt 1 0 0,pt 0 1 0,ar 5 1 2 3\n",
+     "P-1     01001    00g pt 0 0 0,pt 1 0 0,pt 0 1 0\n", 1,
+     "changed: arc 0 from \"radius 5 1 2 3\" to nothing\n"},
+    {"ABendOfAnotherEnd", "P-1     01001    00t 0 0 0,9 0 0,0 9 0,4\n",
+     "P-1     01001    00t 0 0 0,9 0 0,0 0 9,4\n", 1, "changed: end from 0 9 0 to 0 0 9\n"},
+    {"AVertexElsewhere", "P-1     01001    00l pt 5 5 5,pt 1 0 0,pt 2 0 0\n",
+     "P-1     01001    00l pt 5 5 5,pt 1 0 3,pt 2 0 0\n", 1,
+     "changed: vertex 1 from 1 0 0 to 1 0 3\n"},
     {"Reordered", "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 50 0 0,0 0 9,4\n",
      "P-1     01002    00c 50 0 0,0 0 9,4\nP-1     01001    00c 0 0 0,0 0 9,4\n", 0,
      "no difference; 2 in their places, in another order\n"},

@@ -92,8 +92,9 @@ const std::vector<Solid> kExpected = {
 };
 
 // By the line of the record, as the format's own reader has it.
-void expectSolids(const std::map<int, Triangles>& found) {
-  for (const Solid& solid : kExpected) {
+void expectSolids(const std::map<int, Triangles>& found,
+                  const std::vector<Solid>& expected = kExpected) {
+  for (const Solid& solid : expected) {
     ASSERT_EQ(found.count(solid.line), 1U) << "line " << solid.line;
     const Triangles& triangles = found.at(solid.line);
     const double part = volumeOf(triangles) / solid.volume;
@@ -284,10 +285,9 @@ void append(Triangles& to, const Glb& glb, const Json& mesh, const Placing& plac
   }
 }
 
-TEST(ExportNumbers, OfGlb) {
-  const TempFolder folder;
-  writeFile("solids.dat", kSolids);
-  ASSERT_EQ(runTool("export solids.dat -o x.glb").exit, 0);
+std::map<int, Triangles> readGlb(const std::string& records) {
+  writeFile("solids.dat", records);
+  EXPECT_EQ(runTool("export solids.dat -o x.glb").exit, 0);
   const Glb glb(bytesOf("x.glb"));
   std::map<int, Triangles> found;
   for (const Json& node : glb.json["nodes"]) {
@@ -295,7 +295,49 @@ TEST(ExportNumbers, OfGlb) {
     append(found[node["extras"]["line"].get<int>()], glb,
            glb.json["meshes"][node["mesh"].get<std::size_t>()], placingOf(node), 0, 1000000);
   }
-  expectSolids(found);
+  return found;
+}
+
+TEST(ExportNumbers, OfGlb) {
+  const TempFolder folder;
+  expectSolids(readGlb(kSolids));
+}
+
+// Boxes of 30, 60 and 90 along (2, 2, 1) / 3, (-2, 1, 2) / 3 and (1, -2, 2) / 3, then turned by
+// half a turn about each of these; a pipe of 300 and 60 along the first.
+const std::string kTurned =
+    "P-1     01001    00b 20 20 10,0 0 0,-40 20 40,30 -60 60\n"
+    "P-1     01002    00b 20 20 10,0 0 0,40 -20 -40,-30 60 -60\n"
+    "P-1     01003    00b -20 -20 -10,0 0 0,-40 20 40,-30 60 -60\n"
+    "P-1     01004    00b -20 -20 -10,0 0 0,40 -20 -40,30 -60 60\n"
+    "P-1     01005    00c 0 0 0,200 200 100,60\n";
+
+// A disc of 30 reaches 30 times the sine of the angle between its normal and an axis.
+const double kAside = 30 * std::sqrt(5) / 3;
+const double kUp = 30 * std::sqrt(8) / 3;
+
+const std::vector<Solid> kTurnedSolids = {
+    {1, 162000, 1, {-40, -60, 0}, {50, 40, 110}, 0},
+    {2, 162000, 1, {-30, -20, -100}, {60, 80, 10}, 0},
+    {3, 162000, 1, {-90, -20, -70}, {0, 80, 40}, 0},
+    {4, 162000, 1, {-20, -100, -50}, {70, 0, 60}, 0},
+    {5,
+     pi * 900 * 300,
+     kDisc,
+     {-kAside, -kAside, -kUp},
+     {200 + kAside, 200 + kAside, 100 + kUp},
+     30 * 0.005},
+};
+
+TEST(ExportNumbers, OfGlbTurnedAnyWay) {
+  const TempFolder folder;
+  expectSolids(readGlb(kTurned), kTurnedSolids);
+}
+
+TEST(ExportNumbers, OfObjTurnedAnyWay) {
+  const TempFolder folder;
+  writeFile("turned.dat", kTurned);
+  expectSolids(readObj(runTool("export turned.dat -o - --to obj").out), kTurnedSolids);
 }
 
 TEST(ExportNumbers, OfMergedGlb) {
@@ -386,6 +428,58 @@ TEST(ExportNumbers, AreInTheUnitThatIsSaid) {
     for (const char* part : each.parts) {
       EXPECT_TRUE(contains(text, part)) << each.name << ": " << part;
     }
+  }
+}
+
+struct ClassCase {
+  const char* component;  // of a piping file; "": the element has no row
+  const char* record;
+  const char* begin;  // of the product
+  const char* end;
+};
+
+constexpr char kAnyPipe[] = "c 0 0 0,0 0 9,4";
+
+constexpr ClassCase kClasses[] = {
+    {"PIPE", kAnyPipe, "IFCPIPESEGMENT(", ",.RIGIDSEGMENT.);"},
+    {"ELBOW", kAnyPipe, "IFCPIPEFITTING(", ",.BEND.);"},
+    {"BEND", kAnyPipe, "IFCPIPEFITTING(", ",.BEND.);"},
+    {"TEE-STUB", kAnyPipe, "IFCPIPEFITTING(", ",.JUNCTION.);"},
+    {"CROSS", kAnyPipe, "IFCPIPEFITTING(", ",.JUNCTION.);"},
+    {"OLET", kAnyPipe, "IFCPIPEFITTING(", ",.JUNCTION.);"},
+    {"REDUCER-CONCENTRIC", kAnyPipe, "IFCPIPEFITTING(", ",.TRANSITION.);"},
+    {"FLANGE", kAnyPipe, "IFCPIPEFITTING(", ",.CONNECTOR.);"},
+    {"COUPLING", kAnyPipe, "IFCPIPEFITTING(", ",.CONNECTOR.);"},
+    {"CAP", kAnyPipe, "IFCPIPEFITTING(", ",.OBSTRUCTION.);"},
+    {"VALVE-ANGLE", kAnyPipe, "IFCVALVE(", ",.NOTDEFINED.);"},
+    {"INSTRUMENT", kAnyPipe, "IFCFLOWINSTRUMENT(", ",.NOTDEFINED.);"},
+    {"FILTER", kAnyPipe, "IFCFILTER(", ",.NOTDEFINED.);"},
+    {"SUPPORT", "b 1 0 0,0 0 0,0 1 0,0 0 1", "IFCBUILDINGELEMENTPROXY(", ",.NOTDEFINED.);"},
+    {"", kAnyPipe, "IFCPIPESEGMENT(", ",.RIGIDSEGMENT.);"},
+    {"", "t 0 0 0,9 0 0,0 9 0,4", "IFCPIPEFITTING(", ",.BEND.);"},
+    {"", "n 0 0 0,0 0 9,4,2", "IFCPIPEFITTING(", ",.TRANSITION.);"},
+    {"", "e 0 0 0,9 0 0,0 9 0,4,5", "IFCDUCTFITTING(", ",.BEND.);"},
+    {"", "r 0 0 0,1 0 0,0 1 0,1 1 0,0 0 1,1 0 1,0 1 1,1 1 1", "IFCDUCTFITTING(", ",.TRANSITION.);"},
+    {"", "b 1 0 0,0 0 0,0 1 0,0 0 1", "IFCBUILDINGELEMENTPROXY(", ",.NOTDEFINED.);"},
+};
+
+// What an element is comes from its component, else from its kind; the columns of its row become
+// properties, but for empty ones.
+TEST(ExportNumbers, OfIfcAreClassesAndProperties) {
+  const TempFolder folder;
+  for (const ClassCase& each : kClasses) {
+    writeFile("plant.dat", std::string("P-1     01007    00") + each.record + '\n');
+    const std::string row = *each.component == '\0' ? "P-2,01,7,7," : "P-1,01,6,8,";
+    writeFile("plant.attributes.csv",
+              "f1,f2,first,last,component,spec,tag\n" + row + each.component + ",A1,\n");
+    const std::string text = runTool("export -q plant.dat -o - --to ifc").out;
+    const std::size_t begin = text.find(std::string("=") + each.begin);
+    ASSERT_NE(begin, std::string::npos) << each.component << each.record << text;
+    const std::string line = text.substr(begin, text.find('\n', begin) - begin);
+    EXPECT_TRUE(line.ends_with(each.end)) << line;
+    EXPECT_EQ(contains(text, "IFCPROPERTYSINGLEVALUE('spec',$,IFCLABEL('A1'),$)"),
+              *each.component != '\0');
+    EXPECT_FALSE(contains(text, "IFCPROPERTYSINGLEVALUE('tag'")) << each.component;
   }
 }
 

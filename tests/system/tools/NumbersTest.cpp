@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <nlohmann/json.hpp>
 #include <numbers>
 #include <ostream>
 #include <sstream>
@@ -12,8 +13,11 @@
 #include <string_view>
 #include <vector>
 
+#include "elements/Encoder.h"
+#include "output/RecordLayout.h"
 #include "support/TempFolder.h"
 #include "tools/ToolRun.h"
+#include "vesk/Cyl.h"
 
 namespace VeskTest {
 namespace {
@@ -434,6 +438,92 @@ TEST(ListNumbers, AreWhereTheBoxIs) {
       lines += (lines.empty() ? "" : " ") + row.substr(0, row.find(','));
     EXPECT_EQ(lines, each.lines) << each.name;
   }
+}
+
+// Along x the elbow reaches from 11 - 200 - 15 on and the bend to 7 + 100 + 10; along y the cone
+// from 5 - 10 on and the elbow to 12 + 200 + 15; along z the elbow from 13 - 20 on and the reducer
+// to 63 + 30.
+TEST(InfoNumbers, AreThoseOfTheFile) {
+  const TempFolder folder;
+  writeFile("kinds.dat", kKinds);
+  const auto file =
+      nlohmann::json::parse(runTool("info --json --headers kinds.dat").out)["files"][0];
+  EXPECT_EQ(file["headerList"], nlohmann::json::parse(R"([
+      {"header": "P-1 01", "elements": 3},
+      {"header": "P-2 01", "elements": 1},
+      {"header": "P-2 A1", "elements": 5}])"));
+  EXPECT_EQ(file["elements"], 9);
+  EXPECT_EQ(file["headers"], 3);
+  EXPECT_EQ(file["lines"], 10);
+  EXPECT_EQ(file["bytes"], kKinds.size());
+  const std::vector<double> box = {-204, -5, -7, 117, 227, 93};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_NEAR(file["box"]["min"][i].get<double>(), box[i], 1e-9) << i;
+    EXPECT_NEAR(file["box"]["max"][i].get<double>(), box[3 + i], 1e-9) << i;
+  }
+  EXPECT_NEAR(
+      file["volume"].get<double>(),
+      pi / 4 * 500 + pi * 700 + pi / 4 * 400 * (pi / 2 * 100) + 1200 * (pi / 2 * 200) + 6000 + 6000,
+      1e-6);
+}
+
+// Files read back may be off by two of the last digit that a column of nine characters has for
+// four times the largest number, with its sign; tokens by 0.0002 and what 64 bits leave.
+TEST(EncoderTolerance, IsTwoOfTheLastDigits) {
+  using VeskTool::Encoder;
+  const auto pipe = [](double length) { return Vesk::Cyl({1, 2, 3}, {1, 2, length + 3}, 10); };
+  EXPECT_NEAR(Encoder(Vesk::kFixedColumns).toleranceOf(pipe(100)), 0.002, 1e-12);   // -400.000
+  EXPECT_NEAR(Encoder(Vesk::kFixedColumns).toleranceOf(pipe(1000)), 0.002, 1e-12);  // -4000.000
+  EXPECT_NEAR(Encoder(Vesk::kFixedColumns).toleranceOf(pipe(10000)), 0.02, 1e-12);  // -40000.00
+  EXPECT_NEAR(Encoder(Vesk::kFixedColumns).toleranceOf(pipe(100000)), 0.2, 1e-12);  // -400000.0
+  EXPECT_NEAR(Encoder(Vesk::kTokens).toleranceOf(pipe(100)), 2e-4, 1e-11);
+  EXPECT_NEAR(Encoder(Vesk::kTokens).toleranceOf(pipe(1e9)), 2e-4 + 4e9 * 1e-14, 1e-11);
+}
+
+// By the place in A; what is added comes last, by its place in B.
+TEST(DiffNumbers, AreInTheOrderOfTheFiles) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00c 0 0 0,0 0 9,4\n"
+            "P-1     01002    00c 500 0 0,0 0 9,4\n"
+            "P-1     01003    00b 5 0 0,1 2 3,0 6 0,0 0 7\n");
+  writeFile("b.dat",
+            "P-1     01004    00n 70 80 90,0 0 9,4,2\n"
+            "P-1     01002    00c 500 0 0,0 0 9,6\n"
+            "P-1     01003    00b 5 0 0,2 0 6,0 6 0,0 0 7\n"
+            "P-1     01005    00l pt 1 2 3,pt 4 5 6\n");
+  EXPECT_EQ(runTool("diff a.dat b.dat").out,
+            "- A:1  cylinder P-1 01/1: removed at 0 0 0, length 9, diameter 4\n"
+            "~ A:2 B:2  cylinder P-1 01/2: changed: diameter from 4 to 6\n"
+            "~ A:3 B:3  box P-1 01/3: moved by 1 -2 3\n"
+            "+        B:1  cone P-1 01/4: added at 70 80 90, length 9, diameters 4 and 2\n"
+            "+        B:4  segment P-1 01/5: added at 1 2 3, length 8.775\n"  // sqrt(16 + 25 + 36)
+            "1 moved, 1 changed, 2 added, 1 removed; 0 in their places\n");
+  const auto json = nlohmann::json::parse(runTool("diff --json a.dat b.dat").out);
+  std::string lines;
+  for (const auto& each : json["differences"]) {
+    lines +=
+        each["lineA"].dump() + ' ' + each["lineB"].dump() + ' ' + each["movedBy"].dump() + '\n';
+  }
+  EXPECT_EQ(lines, "1 null [0,0,0]\n2 2 [0,0,0]\n3 3 [1,-2,3]\nnull 1 [0,0,0]\nnull 4 [0,0,0]\n");
+}
+
+// Of two files whose sidecars have other columns, in another order; what is empty is left out.
+TEST(ListNumbers, HaveTheAttributesOfTheirRows) {
+  const TempFolder folder;
+  writeFile("a.dat", kKinds.substr(0, kKinds.find('\n') + 1));
+  writeFile("b.dat", kKinds.substr(0, kKinds.find('\n') + 1));
+  writeFile("a.attributes.csv", "f1,f2,first,last,spec,tag\nP-1,01,1,1,A1,V-7\n");
+  writeFile("b.attributes.csv", "f1,f2,first,last,note,tag,spec\nP-1,01,1,1,new,,B2\n");
+  const auto elements = nlohmann::json::parse(runTool("list --json a.dat b.dat").out)["elements"];
+  EXPECT_EQ(elements[0]["attributes"], nlohmann::json::parse(R"({"spec": "A1", "tag": "V-7"})"));
+  EXPECT_EQ(elements[1]["attributes"], nlohmann::json::parse(R"({"spec": "B2", "note": "new"})"));
+  const std::string csv = runTool("list --csv a.dat b.dat").out;
+  EXPECT_EQ(cellOf(csv, "a.dat,1,", "spec"), "A1");
+  EXPECT_EQ(cellOf(csv, "a.dat,1,", "tag"), "V-7");
+  EXPECT_EQ(cellOf(csv, "b.dat,1,", "spec"), "B2");
+  EXPECT_EQ(cellOf(csv, "b.dat,1,", "tag"), "");
+  EXPECT_EQ(cellOf(csv, "b.dat,1,", "note"), "new");
 }
 
 }  // namespace

@@ -100,6 +100,9 @@ constexpr RunCase kRuns[] = {
     // of 300.1 and 150, 0.7070 m.
     {"AComponentCountsAsOne", "measure --by item --attributes rows.csv plant.dat", 0,
      "C-1     FIRST LINE            1      3     2.943 ", ""},
+    {"OnlyItemsHaveADescription",
+     "measure --by header --sums --csv --attributes rows.csv plant.dat", 0,
+     "\nsubtotal,header,P-1 A1,,,0,0,0,0,0,0,0,0,1,3,", ""},
     {"ElementsWithoutARow", "measure --by item --attributes rows.csv plant.dat", 0,
      "(none)                               2     0.707 ", ""},
     {"ComponentsInAllTables", "measure --by header --sums --csv --attributes rows.csv plant.dat", 0,

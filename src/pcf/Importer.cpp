@@ -39,6 +39,28 @@ GePoint placeOf(std::span<const Point> points) {
   return ends[0]->at + (ends[1]->at - ends[0]->at) * 0.5;
 }
 
+double distanceTo(const Stretch& stretch, const GePoint& at) {
+  const GeVector axis = stretch.to - stretch.from;
+  const double square = dot(axis, axis);
+  const double part =
+      square > 0 ? std::clamp(dot(at - stretch.from, axis) / square, 0.0, 1.0) : 0.0;
+  return distance(at, stretch.from + axis * part);
+}
+
+// Whether the centre line that was drawn comes to every end. What stands on a pipe has
+// none, and the one end of an olet lies on the pipe.
+bool reachesAllEnds(const Part& part, const Drawn& drawn) {
+  if (drawn.covered.empty()) return true;
+  const auto isReached = [&](const End& end) {
+    return std::any_of(drawn.covered.begin(), drawn.covered.end(), [&](const Stretch& stretch) {
+      return distanceTo(stretch, end.at) <= kSamePlace;
+    });
+  };
+  const bool isOnPipe = part.family == Family::kOlet && part.ends.size() == 1;
+  return (isOnPipe || std::all_of(part.ends.begin(), part.ends.end(), isReached)) &&
+         std::all_of(part.branches.begin(), part.branches.end(), isReached);
+}
+
 // Legs that follow their bodies one by one, as they are drawn.
 bool isLegByLeg(Family family) {
   return family == Family::kTee || family == Family::kYPiece || family == Family::kOlet ||
@@ -190,12 +212,14 @@ void Importer::FileDrawing::drawBody(const Component& component) {
     const bool isOfLine = remark.find("spindle") == std::string_view::npos;
     add(isOfLine ? Severity::kWarning : Severity::kNote, component, remark);
   }
-  if (drawn.missing.empty() && !component.isDamaged) {
+  const bool isWhole = reachesAllEnds(resolved.part, drawn);
+  if (drawn.missing.empty() && !component.isDamaged && isWhole) {
     finish(component, Outcome::kDrawn);
     return;
   }
-  const std::string_view reason =
-      drawn.missing.empty() ? "one of its points can't be read" : drawn.missing.front();
+  std::string_view reason = "one of its points can't be read";
+  if (!component.isDamaged) reason = "its lines do not come to all of its points";
+  if (!drawn.missing.empty()) reason = drawn.missing.front();
   finish(component, drawn.bodies.empty() ? Outcome::kNotDrawn : Outcome::kInPart, reason);
 }
 

@@ -65,6 +65,13 @@ bool hasTwoEnds(Family family) {
          family == Family::kGasket || isFlange(family) || closesLine(family);
 }
 
+// Pieces of the line that may turn, with ends of any number.
+bool isInLine(Family family) {
+  return family == Family::kInstrument || family == Family::kTrap || family == Family::kMisc ||
+         family == Family::kFilter || family == Family::kFilterY ||
+         family == Family::kFilterBasket || family == Family::kFilterCone;
+}
+
 // Whether its run and its legs are to be told apart.
 bool hasBranches(const Part& part) {
   if (part.family == Family::kYPiece || hasTwoEnds(part.family)) return false;
@@ -165,7 +172,8 @@ Resolved Resolver::resolve(const Component& component) {
   // A dial with two ends is a piece of the line.
   if (part.family == Family::kInstrumentDial && points.ends.size() >= 2)
     part.family = Family::kInstrument;
-  const bool isSpot = part.family == Family::kInstrument && points.ends.size() < 2;
+  const bool isSpot =
+      part.family == Family::kInstrument && points.ends.size() + points.branches.size() < 2;
   if (isSpot || isSupport(part.family) || part.family == Family::kInstrumentDial) {
     resolveSpot(resolved, points);
     return resolved;
@@ -176,6 +184,11 @@ Resolved Resolver::resolve(const Component& component) {
     return resolved;
   }
   addEnds(resolved, points);
+  // The way goes on at a branch.
+  while (isInLine(part.family) && part.ends.size() < 2 && !part.branches.empty()) {
+    part.ends.push_back(part.branches.front());
+    part.branches.erase(part.branches.begin());
+  }
   if (part.family == Family::kGasket) resolveGasket(resolved, points);
   if (hasBranches(part)) resolveTee(resolved, component);
   if (part.family == Family::kBend) resolveBend(resolved, points, component);
@@ -264,7 +277,7 @@ void Resolver::resolveWay(Resolved& resolved, const Points& points, const Compon
   if (!hasWay || part.family == Family::kReducer || part.centre || part.ends.size() != 2 ||
       !part.branches.empty())
     return;
-  part.centre = cornerOf(points);
+  if (points.ends.size() == 2) part.centre = cornerOf(points);
   warn(component, part.centre
                       ? "expected a CENTRE-POINT; it lies where the pipes that meet it would"
                       : "expected a CENTRE-POINT, found none; drawn straight");

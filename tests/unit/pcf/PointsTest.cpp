@@ -79,6 +79,9 @@ const LegCase kLegs[] = {
      "0 0 0>100 0 0 200 0 0>100 0 0 100 90 0>100 0 0 100 -90 0>100 0 0", nullptr},
     {"ThreeWayInstrument", "INSTRUMENT-3WAY\n END-POINT 0 0 0 100\n END-POINT 100 90 0 50\n END-POINT 200 0 0 100\n CENTRE-POINT 100 0 0\n",
      "0 0 0>200 0 0 100 0 0>100 90 0", nullptr},
+    {"InstrumentThatGoesOnAtABranch", "INSTRUMENT-ANGLE\n END-POINT 0 0 0 100\n CENTRE-POINT 90 0 0\n BRANCH1-POINT 90 90 0 100\n", "0 0 0>90 0 0 90 0 0>90 90 0", nullptr},
+    {"InstrumentThatTurnsToABranchWithoutCentre", "INSTRUMENT-ANGLE\n END-POINT 0 0 0 100\n BRANCH1-POINT 90 90 0 100\n", "0 0 0>90 90 0",
+     "warning: INSTRUMENT-ANGLE: expected a CENTRE-POINT, found none; drawn straight"},
     {"OffsetValve",     "VALVE-OFFSET\n END-POINT 0 0 0 100\n END-POINT 200 50 0 100\n CENTRE-POINT 100 25 0\n", "0 0 0>100 25 0 200 50 0>100 25 0", nullptr},
     // ---- branches of flanges and of what closes a line
     {"BranchOfAFlange", "FLANGE\n " RUN_100 " CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90) PIPE_BEFORE, "200 0 0>0 0 0 100 0 0>100 90 0", nullptr},
@@ -105,6 +108,9 @@ const LegCase kLegs[] = {
     {"HalfATurnProven", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n ANGLE 180\n"
      "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\nPIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n",
      "0 0 0>100 0 0 100 0 0>100 200 0 100 200 0>0 200 0", nullptr},
+    {"ABranchOfHalfATurnIsNamed", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n ANGLE 180\n" BRANCH(1, 200, 100)
+     "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\nPIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n",
+     "0 0 0>100 0 0 100 0 0>100 200 0 100 200 0>0 200 0", "error: BEND drawn in part: its lines do not come to all of its points"},
     {"PipesFromBothSidesProveNone", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n"
      "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\nPIPE\n END-POINT 500 200 0 50\n END-POINT 0 200 0 50\n",
      "0 0 0>0 100 0 0 100 0>0 200 0", "drawn straight"},

@@ -427,8 +427,50 @@ TEST(Convert, WhatIsNotWrittenIsNotInTheFile) {
   EXPECT_EQ(run.out,
             "60    01  P-1     001CYL    0.000    0.000    0.000    0.000    0.000 1000.000  "
             "100.000\n");
-  EXPECT_EQ(runTool("convert - - --style fixed", "P-1     01001    00c inf 0 0,0 0 1000,100\n").out,
-            "");
+  for (const char* place : {"inf 0 0", "0 -inf 0", "0 0 nan"}) {
+    const std::string record = std::string("P-1     01001    00c ") + place + ",0 0 1000,100\n";
+    EXPECT_EQ(runTool("convert - - --style fixed", record).out, "") << place;
+  }
+}
+
+struct ValueCase {
+  const char* before;
+  const char* after;
+  const char* change;
+};
+
+constexpr char kText[] = "x 1 2 3,1 0 0,0 1 0,2.5,0.5,1,2\nP-1     01001    01x AB";
+
+// Every value of a kind that is not its place, the others the same.
+constexpr ValueCase kValues[] = {
+    {kText, "x 1 2 3,1 0 0,0 1 0,2.5,0.5,1,2\nP-1     01001    01x CD",
+     "text from \"AB\" to \"CD\""},
+    {kText, "x 1 2 3,1 0 0,0 1 0,3,0.5,1,2\nP-1     01001    01x AB", "height from 2.5 to 3"},
+    {kText, "x 1 2 3,1 0 0,0 1 0,2.5,0.7,1,2\nP-1     01001    01x AB", "width from 0.5 to 0.7"},
+    {kText, "x 1 2 3,1 0 0,0 1 0,2.5,0.5,5,2\nP-1     01001    01x AB", "alignment from 1 to 5"},
+    {kText, "x 1 2 3,0 1 0,0 1 0,2.5,0.5,1,2\nP-1     01001    01x AB",
+     "direction from 1 0 0 to 0 1 0"},
+    {kText, "x 1 2 3,1 0 0,0 0 1,2.5,0.5,1,2\nP-1     01001    01x AB", "up from 0 1 0 to 0 0 1"},
+    {"c 0 0 0,0 0 9,4", "c 0 0 0,0 0 8,4", "axis from 0 0 9 to 0 0 8"},
+    {"n 0 0 0,0 0 9,4,2", "n 0 0 0,0 0 9,5,2", "diameter 1 from 4 to 5"},
+    {"n 0 0 0,0 0 9,4,2", "n 0 0 0,0 0 9,4,3", "diameter 2 from 2 to 3"},
+    {"t 0 0 0,9 0 0,0 9 0,4", "t 0 0 0,9 0 0,0 9 0,5", "diameter from 4 to 5"},
+    {"e 0 0 0,9 0 0,0 9 0,4,5", "e 0 0 0,9 0 0,0 9 0,4,6", "width from 5 to 6"},
+    {"e 0 0 0,9 0 0,0 9 0,4,5", "e 0 0 0,9 0 0,0 9 0,3,5", "depth from 4 to 3"},
+    {"b 5 0 0,1 2 3,0 6 0,0 0 7", "b 5 0 0,1 2 3,0 6 0,0 0 8", "edge 3 from 0 0 7 to 0 0 8"},
+    {"b 5 0 0,1 2 3,0 6 0,0 0 7", "b 4 0 0,1 2 3,0 6 0,0 0 7", "edge 1 from 5 0 0 to 4 0 0"},
+    {"r 0 0 0,1 0 0,0 1 0,1 1 0,0 0 1,1 0 1,0 1 1,1 1 1",
+     "r 0 0 0,1 0 0,0 1 0,1 1 0,0 0 1,1 0 1,0 1 1,1 1 2", "corner 7 from 1 1 1 to 1 1 2"},
+};
+
+TEST(Diff, NamesTheValueThatIsAnother) {
+  const TempFolder folder;
+  for (const ValueCase& each : kValues) {
+    writeFile("a.dat", std::string("P-1     01001    00") + each.before + '\n');
+    writeFile("b.dat", std::string("P-1     01001    00") + each.after + '\n');
+    const std::string out = runTool("diff a.dat b.dat").out;
+    EXPECT_TRUE(contains(out, std::string("/1: changed: ") + each.change + '\n')) << out;
+  }
 }
 
 TEST(Convert, TurnsThenMoves) {

@@ -157,6 +157,7 @@ TEST(Glb, KeepsEveryElement) {
   EXPECT_EQ(nodes[5]["extras"]["height"], 2.5);
   EXPECT_EQ(nodes[5]["extras"]["width"], 1.0);
   EXPECT_EQ(nodes[5]["extras"]["along"], Json::parse("[1.0, 0.0, 0.0]"));
+  EXPECT_EQ(nodes[5]["extras"]["up"], Json::parse("[0.0, 1.0, 0.0]"));
   EXPECT_FALSE(nodes[5].contains("mesh"));
   // Only the triangle can be seen from both sides.
   const auto doubleSided = [&](std::size_t node) {

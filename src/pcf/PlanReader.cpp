@@ -566,7 +566,9 @@ bool Reader::readBore(std::string_view key, std::string_view& value, Point& poin
   std::string_view rest = word;
   if (const std::optional<Number> number = takeNumber(rest)) {
     double bore = number->value;
-    bool isInches = number->isInches;
+    const bool isMarked = isWord(rest, "MM");  // "100mm"
+    bool isInches = number->isInches || isWord(rest, "IN");
+    if (isMarked || isWord(rest, "IN")) rest = {};
     std::string_view ahead = value;
     const std::string_view next = nextWord(ahead);
     if (rest.empty() && bore == std::floor(bore) && isFraction(next)) {  // "1 1/2"
@@ -579,8 +581,9 @@ bool Reader::readBore(std::string_view key, std::string_view& value, Point& poin
           capitals(key) + ": expected a bore (a number, 0 or more) as fourth value",
           ", found \"" + harmless(word) + '"');
     } else {
-      point.isInches = isInches || bore_.isInches;
-      point.bore = isInches ? bore : bore * (bore_.isInches ? bore_.inches : bore_.millimetres);
+      const double unit = bore_.isInches ? bore_.inches : bore_.millimetres;
+      point.isInches = isInches || (bore_.isInches && !isMarked);
+      point.bore = isInches || isMarked ? bore : bore * unit;
     }
     if (rest.empty()) rest = nextWord(value);
   } else if (!word.empty() && word.size() != 2 && word[0] >= '!' && word[0] <= '9') {

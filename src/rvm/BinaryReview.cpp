@@ -11,6 +11,7 @@
 
 #include "output/NumberText.h"
 #include "rvm/Axes.h"
+#include "rvm/ChunkOrder.h"
 #include "rvm/ReviewFault.h"
 
 namespace Vesk {
@@ -68,6 +69,7 @@ class BinaryReader {
   bool readChunk() {
     chunk_ = stream_.place();
     readName();
+    if (!order_.takes(name_)) handler_.odd(ReviewOddity::kOutOfOrder, chunk_);
     if (name_ == "END:") {
       endChunk();
       return false;
@@ -243,9 +245,7 @@ class BinaryReader {
     shape_.kind = shape_.number < kReviewKinds ? static_cast<ReviewKind>(shape_.number)
                                                : ReviewKind::kUnknown;
     if (use == ReviewUse::kShape) {
-      std::array<std::uint32_t, kMatrixWords + kBoxWords> words;
-      for (std::uint32_t& each : words) each = word();
-      placeShape(words.data());
+      readPlace();
     } else {
       readTransparentPlace();
     }
@@ -257,6 +257,12 @@ class BinaryReader {
     }
     if (shape_.kind == ReviewKind::kUnknown) isKnown_ = false;
     handler_.shape(shape_);
+  }
+
+  void readPlace() {
+    std::array<std::uint32_t, kMatrixWords + kBoxWords> words;
+    for (std::uint32_t& each : words) each = word();
+    placeShape(words.data());
   }
 
   void placeShape(const std::uint32_t* words) {
@@ -276,8 +282,19 @@ class BinaryReader {
            shape_.box.min.y <= shape_.box.max.y && shape_.box.min.z <= shape_.box.max.z;
   }
 
+  // Whether the chunk ends with the shape although that has no transparency.
+  bool lacksTransparency() const {
+    return shape_.kind != ReviewKind::kFacets && shape_.kind != ReviewKind::kUnknown &&
+           left() / kWord == kMatrixWords + kBoxWords + parameterCount(shape_.kind);
+  }
+
   // The word of the transparency stands behind the box or before the matrix.
   void readTransparentPlace() {
+    if (lacksTransparency()) {
+      readPlace();
+      shape_.isUncertain = true;
+      return;
+    }
     std::array<std::uint32_t, kMatrixWords + kBoxWords + 1> words;
     for (std::uint32_t& each : words) each = word();
     const bool maybeBehind = isTransparency(words.back());
@@ -329,6 +346,7 @@ class BinaryReader {
   std::uint64_t chunk_ = 0;  // its first byte
   std::uint64_t next_ = 0;   // the first byte behind it
   std::string name_;
+  ChunkOrder order_;
   bool isKnown_ = true;
   std::size_t depth_ = 0;
   ReviewShape shape_;

@@ -187,7 +187,8 @@ std::size_t ReviewAttributes::keyOf(std::string_view key) {
 
 ReviewAttributes::Block ReviewAttributes::find(Block parent, std::string_view name) {
   if (parent == kNone) return kNone;
-  const auto found = byName_.find(keyText(parent, name));
+  // The file of attributes has no blanks around names either.
+  const auto found = byName_.find(keyText(parent, trimmed(name)));
   if (found == byName_.end()) return kNone;
   Namesakes& namesakes = found->second;
   if (namesakes.asked == namesakes.blocks.size()) return namesakes.blocks.back();

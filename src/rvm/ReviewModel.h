@@ -76,7 +76,7 @@ struct ReviewShape {
   ReviewFacets facets;
 
   int transparency = 0;      // in percent
-  bool isUncertain = false;  // the word of the transparency has two possible places
+  bool isUncertain = false;  // the word of the transparency has two possible places, or none
   bool axesWereRepaired = false;
 };
 
@@ -96,8 +96,9 @@ enum class ReviewOddity : std::uint8_t {
   kNewerBody,       // more in a chunk than is known of it
   kCutOffAtEnd,     // the file ends inside the last chunk, END:
   kBytesBehindEnd,  // something other than zeros, or blanks, behind it
+  kOutOfOrder,      // a chunk before MODL, or HEAD or MODL again
 };
-inline constexpr std::size_t kReviewOddities = 6;
+inline constexpr std::size_t kReviewOddities = 7;
 
 // Takes what a reader finds, in the order of the file.
 class ReviewHandler {

@@ -11,6 +11,7 @@
 
 #include "output/NumberText.h"
 #include "rvm/Axes.h"
+#include "rvm/ChunkOrder.h"
 #include "rvm/ReviewFault.h"
 
 namespace Vesk {
@@ -113,6 +114,7 @@ class TextReader {
   bool readChunk() {
     findName();
     isKnown_ = true;
+    if (!order_.takes(name_)) handler_.odd(ReviewOddity::kOutOfOrder, chunk_);
     if (name_ == "END:") {
       endChunk();
       return false;
@@ -292,6 +294,7 @@ class TextReader {
   std::uint64_t line_ = 0;   // its number
   std::uint64_t chunk_ = 0;  // the line on which the chunk begins
   std::string name_;
+  ChunkOrder order_;
   std::uint32_t version_ = 0;
   bool isKnown_ = false;
   std::size_t depth_ = 0;

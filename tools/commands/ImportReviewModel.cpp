@@ -140,8 +140,13 @@ class Sink : public Vesk::ReviewSink {
 };
 
 constexpr const char* kOddities[Vesk::kReviewOddities] = {
-    "ends of groups without a group", "groups without an end",     "unknown chunks, skipped",
-    "chunks with unknown extra data", "the file ends inside END:", "bytes behind END:"};
+    "ends of groups without a group",
+    "groups without an end",
+    "unknown chunks, skipped",
+    "chunks with unknown extra data",
+    "the file ends inside END:",
+    "bytes behind END:",
+    "chunks out of order: HEAD and MODL come once, and first"};
 
 // What was seen or dropped, with how often it was.
 std::vector<std::pair<std::string, std::uint64_t>> remarksOf(
@@ -150,7 +155,8 @@ std::vector<std::pair<std::string, std::uint64_t>> remarksOf(
   std::vector<std::pair<std::string, std::uint64_t>> all = {
       {"shapes whose box is not that of their parameters", counts.boxesDisagree},
       {"sheared snouts of two radii, whose form is not certain", counts.oddSnouts},
-      {"shapes whose transparency stands in an uncertain place", counts.uncertainTransparencies},
+      {"shapes whose transparency is missing or in an uncertain place",
+       counts.uncertainTransparencies},
       {"shapes with rounded axes, made perpendicular again", counts.axesRepaired},
       {"facets without an area or that cross themselves, left out", counts.facetsRefused},
       {"obstructions, skipped (--obstructions draws them)", counts.obstructionsSkipped},

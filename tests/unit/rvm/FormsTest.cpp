@@ -199,6 +199,7 @@ TEST(ReviewForms, WhatIsOddIsCounted) {
         {"NewerBody", ReviewOddity::kNewerBody, with([](auto& w) {
            w.shape(8, kUpright, kBox, {50, 1000, 7});
          })},
+        {"SecondModel", ReviewOddity::kOutOfOrder, with([](auto& w) { w.model(); })},
         {"BytesBehindTheEnd", ReviewOddity::kBytesBehindEnd, with([](auto&) {}) + "\nmore"},
     };
     for (const OddCase& row : rows) {
@@ -210,6 +211,34 @@ TEST(ReviewForms, WhatIsOddIsCounted) {
     }
     EXPECT_TRUE(readReviewText(with([](auto&) {}) + std::string(100, '\0')).counts.isAllExact());
   }
+}
+
+TEST(ReviewForms, HeadAndModelComeOnceAndFirst) {
+  const std::string head = "HEAD\n1 1\na\nb\nc\nd\n";
+  const std::string model = "MODL\n1 1\np\nm\n";
+  const std::string colour = "COLR\n1 1\n";
+  const std::pair<std::string, std::size_t> rows[] = {
+      {head + model + colour, 0}, {head, 1},          {head + head + model, 1},
+      {head + model + model, 1},  {head + colour, 1}, {head + colour + model + colour, 2},
+  };
+  for (const auto& [chunks, odd] : rows) {
+    const ReviewReading reading = readReviewText(chunks + "END:\n1 1\n");
+    EXPECT_EQ(reading.fault, "");
+    EXPECT_EQ(
+        reading.counts.oddities[static_cast<std::size_t>(Vesk::ReviewOddity::kOutOfOrder)].count,
+        odd)
+        << chunks;
+  }
+}
+
+// A chunk that is as long as that of a shape has no word for it.
+TEST(ReviewForms, ObstructionWithoutTransparencyIsRead) {
+  ReviewWriter writer(kForms[0]);
+  writer.shape(8, kUpright, kBox, kPipe, "OBST");
+  const ReviewReading reading = readReviewText(writer.finish(), {.obstructions = true});
+  EXPECT_EQ(reading.fault, "");
+  EXPECT_EQ(reading.lines(), "c 1000 2000 2500,0 0 1000,100\n");
+  EXPECT_EQ(reading.counts.uncertainTransparencies, 1U);
 }
 
 TEST(ReviewForms, ObstructionsAndInsulationsAreSkippedUnlessAskedFor) {
@@ -351,6 +380,14 @@ TEST(ReviewAttributes, BlocksOfOneNameGoToTheGroupsInOrder) {
       std::string(kMarks) + "NEW VALVE\nNo:=1\nEND\nNEW VALVE\nNo:=2\nEND\nNEW VALVE\nNo:=3\nEND\n";
   const std::string file = writer.finish();
   EXPECT_EQ(readReviewText(file, {}, blocks).values, (std::vector<std::string>{"No=1", "No=2"}));
+}
+
+TEST(ReviewAttributes, MatchNamesWithoutTheBlanksAround) {
+  ReviewWriter writer(kForms[0]);
+  writer.group(" /A ");
+  writer.shape(8, kUpright, kBox, kPipe);
+  const std::string blocks = std::string(kMarks) + "NEW  /A \nNo:=1\nEND\n";
+  EXPECT_EQ(readReviewText(writer.finish(), {}, blocks).values, std::vector<std::string>{"No=1"});
 }
 
 // The inner block's key is another one's: only the second Spec of /PUMP-1 replaces one.

@@ -12,6 +12,10 @@ ReviewWriter::ReviewWriter(Form form) : binary_(form == Form::kBinary) {
   for (const char* text : {"a model", "a note", "today", "someone"}) putText(text);
   if (binary_) putText("Unicode UTF-8");
   endChunk();
+  model();
+}
+
+void ReviewWriter::model() {
   beginChunk("MODL", 1);
   putText("PROJECT");
   putText("MODEL");

@@ -29,6 +29,9 @@ class ReviewWriter {
   // With HEAD and MODL.
   explicit ReviewWriter(Form form);
 
+  // Once more.
+  void model();
+
   void group(std::string_view name, std::uint32_t material = 1);
   void end();
   void shape(std::uint32_t kind, const ReviewMatrix& matrix, const Numbers& box,

@@ -2,6 +2,7 @@
 #include "rvm/Axes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Vesk {
@@ -9,6 +10,7 @@ namespace {
 
 constexpr double kCustomaryLength = 0.001;  // metres in a millimetre
 constexpr double kLengthTolerance = 0.01;   // as a part of it
+constexpr double kRoundedLength = 1.8e-5;   // that five decimals set two axes apart: 2 sqrt(3) 5e-6
 constexpr double kRoundedCosine = 0.025;    // that five decimals of 0.001 make of a right angle
 
 double largestCosine(const Axes& axes) {
@@ -37,6 +39,29 @@ void makePerpendicular(Axes& units) {
   }
 }
 
+bool isRoundedFrom(double a, double b) {
+  return std::fabs(a - b) <= std::min(kRoundedLength, kLengthTolerance * std::min(a, b));
+}
+
+// The customary length, or else one length for those that rounding has set apart.
+std::array<double, 3> repairedLengths(const Axes& axes) {
+  std::array<double, 3> lengths;
+  for (std::size_t k = 0; k < 3; ++k) {
+    lengths[k] = axes[k].length();
+    if (std::fabs(lengths[k] - kCustomaryLength) <= kLengthTolerance * kCustomaryLength) {
+      lengths[k] = kCustomaryLength;
+    }
+  }
+  auto& [x, y, z] = lengths;
+  if (x == kCustomaryLength || y == kCustomaryLength || !isRoundedFrom(x, y)) return lengths;
+  if (isRoundedFrom(x, z) && isRoundedFrom(y, z)) {
+    x = y = z = (x + y + z) / 3.0;
+  } else {
+    x = y = (x + y) / 2.0;
+  }
+  return lengths;
+}
+
 }  // namespace
 
 bool isPerpendicular(const Axes& axes) { return largestCosine(axes) <= kAxesTolerance; }
@@ -55,13 +80,10 @@ bool repairAxes(Axes& axes) {
   for (std::size_t k = 0; k < 3; ++k) units[k] = axes[k] * (1.0 / axes[k].length());
   makePerpendicular(units);
   bool changed = false;
+  const std::array<double, 3> lengths = repairedLengths(axes);
   for (std::size_t k = 0; k < 3; ++k) {
-    double length = axes[k].length();
-    if (std::fabs(length - kCustomaryLength) <= kLengthTolerance * kCustomaryLength) {
-      length = kCustomaryLength;
-    }
-    const GeVector repaired = units[k] * length;
-    changed = changed || (repaired - axes[k]).length() > 1e-9 * length;
+    const GeVector repaired = units[k] * lengths[k];
+    changed = changed || (repaired - axes[k]).length() > 1e-9 * lengths[k];
     axes[k] = repaired;
   }
   return changed;

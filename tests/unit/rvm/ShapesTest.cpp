@@ -278,6 +278,22 @@ TEST(ReviewPlaces, TextAxesAreRepaired) {
   EXPECT_EQ(reading.counts.kinds[8].fates[0], 2U);
 }
 
+// Turned by 0.4 and twice as large: five decimals leave lengths of 0.0019985, 0.0019985 and
+// 0.002, a dish with one scale. Half as wide along y, it has two.
+TEST(ReviewPlaces, TextAxesThatRoundingSetsApartHaveOneScale) {
+  const double c = std::cos(0.4) / 500;
+  const double s = std::sin(0.4) / 500;
+  const Numbers box = {-500, -500, 0, 500, 500, 250};
+  ReviewWriter writer(ReviewWriter::Form::kText);
+  writer.shape(5, {c, s, 0, -s, c, 0, 0, 0, 0.002, 0, 0, 0}, box, {500, 250});
+  const ReviewReading even = readReviewText(writer.finish(), {.tolerance = 0.01});
+  EXPECT_EQ(even.counts.kinds[5].fates[2], 1U);
+  EXPECT_NEAR(even.volume, 8 * 2.0 / 3 * kPi * 500 * 500 * 250, 0.003 * even.volume);
+  ReviewWriter narrow(ReviewWriter::Form::kText);
+  narrow.shape(5, {c, s, 0, -s / 2, c / 2, 0, 0, 0, 0.002, 0, 0, 0}, box, {500, 250});
+  EXPECT_EQ(readReviewText(narrow.finish()).counts.kinds[5].fates[3], 1U);
+}
+
 // clang-format off
 struct FacetCase {
   const char* name;

@@ -133,7 +133,7 @@ bool isFraction(std::string_view word) {
 }
 
 std::string withFeetJoined(std::string_view words, std::size_t wanted) {
-  const std::string text(words);
+  std::string text(words);
   std::vector<std::string_view> numbers;
   std::string_view rest = words;
   for (std::string_view ahead = rest;; rest = ahead) {

@@ -427,8 +427,10 @@ class IfcWriter : public ElementWriter {
     std::vector<Id> properties;
     for (std::size_t i = 0; i < row.values.size(); ++i) {
       if (row.values[i].empty()) continue;
+      const bool isLabel = row.values[i].size() <= 255;  // at most so many characters
       properties.push_back(ifc_.addComplex("IFCPROPERTYSINGLEVALUE(", reader_->columns()[i],
-                                           ",$,IFCLABEL(", row.values[i], "),$)"));
+                                           isLabel ? ",$,IFCLABEL(" : ",$,IFCTEXT(", row.values[i],
+                                           "),$)"));
     }
     if (properties.empty()) return;
     const Id set = ifc_.add("IFCPROPERTYSET", guid("properties " + content_), kNone,

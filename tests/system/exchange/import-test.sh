@@ -69,6 +69,16 @@ has err.txt 'cut.rvm, byte '
 } >long.rev
 expect 3 "$vesk" import long.rev -o long.dat
 has err.txt 'long.rev, line 16: the names of nested groups'
+# A path of 300 characters is no label of IFC, which has 255 at most.
+{
+  printf 'HEAD\n1 1\na\nb\nc\nd\nMODL\n1 1\np\nm\nCNTB\n1 2\n/%0299d\n0 0 0\n1\n' 7
+  printf 'PRIM\n1 1\n8\n0.001 0 0 0\n0 0.001 0 0\n0 0 0.001 0\n-5 -5 -50\n5 5 50\n5 100\n'
+  printf 'CNTE\n1 1\nEND:\n1 1\n'
+} >path.rev
+expect 0 "$vesk" import path.rev -o path.dat
+expect 0 "$vesk" export path.dat -o path.ifc
+has path.ifc "('path',\$,IFCTEXT('/000"
+has path.ifc "('kind',\$,IFCLABEL('cylinder"
 echo 'this is none' >none.rvm
 expect 3 "$vesk" import none.rvm -o none.dat
 has err.txt 'this is not a review model'

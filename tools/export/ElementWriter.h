@@ -24,8 +24,9 @@ class ElementWriter {
   ElementWriter(const ElementWriter&) = delete;
   ElementWriter& operator=(const ElementWriter&) = delete;
 
-  // Before the elements of a file; `name` is its own, "-" for standard input.
-  virtual void beginFile(const std::string& name) { static_cast<void>(name); }
+  // Before the elements of a file; `name` is its own, "-" for standard input;
+  // `handedOn` is what it is called in the output.
+  virtual void beginFile(const std::string& /*name*/, const std::string& /*handedOn*/) {}
 
   // What of a file is no element.
   virtual void fault(const Vesk::RecordFault& fault) { static_cast<void>(fault); }

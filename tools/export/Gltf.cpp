@@ -17,6 +17,7 @@
 #include "export/GltfText.h"
 #include "export/LittleEndian.h"
 #include "export/Writers.h"
+#include "files/FileNames.h"
 #include "mesh/FlatMesh.h"
 #include "terminal/Exit.h"
 #include "text/Json.h"
@@ -127,7 +128,9 @@ class GltfWriter {
     for (const std::string& header : scene_.headers) {
       quotedHeaders_.push_back(quoted(header));
     }
-    for (const std::string& file : scene_.files) quotedFiles_.push_back(quoted(file));
+    for (const std::string& file : handedOnNames(scene_.files)) {
+      quotedFiles_.push_back(quoted(file));
+    }
     headerNodes_.resize(scene_.headers.size());
     switch (options_.grouping) {
       case GltfOptions::Grouping::kElements:

@@ -93,7 +93,7 @@ class IfcWriter : public ElementWriter {
  public:
   IfcWriter(double millimetres, TextSink& out) : ifc_(out), millimetres_(millimetres) { begin(); }
 
-  void beginFile(const std::string& name) override {
+  void beginFile(const std::string& name, const std::string& /*handedOn*/) override {
     endFile();
     if (name == "-") return;
     const std::string sidecar = Vesk::sidecarNameOf(name);

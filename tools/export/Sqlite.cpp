@@ -135,9 +135,9 @@ class SqliteWriter : public ElementWriter {
     meta.add(std::string_view("unit in millimetres")).add(shortest(millimetres)).run();
   }
 
-  void beginFile(const std::string& name) override {
+  void beginFile(const std::string& name, const std::string& handedOn) override {
     fileId_ = ++files_;
-    insertFile_->add(fileId_).add(shownName(name)).run();
+    insertFile_->add(fileId_).add(handedOn).run();
     if (name != "-") addSidecar(Vesk::sidecarNameOf(name));
   }
 

@@ -2,6 +2,7 @@
 #include "export/StreamedExport.h"
 
 #include "elements/Kinds.h"
+#include "files/FileNames.h"
 #include "files/Files.h"
 #include "text/Numbers.h"
 
@@ -26,13 +27,15 @@ void sayTrouble(const std::string& file, const Vesk::RecordElement& element,
   session.say(finding);
 }
 
-Exit exportFile(const std::string& file, Choice& choice, ElementWriter& writer, Session& session) {
+// `handedOn` is its name in what is written.
+Exit exportFile(const std::string& file, const std::string& handedOn, Choice& choice,
+                ElementWriter& writer, Session& session) {
   InputCount count;
   Vesk::RecordFile records = openRecords(file, count, session);
   const std::string name = shownName(file);
   std::uint64_t elements = 0;
   Exit exit = Exit::kDone;
-  writer.beginFile(file);
+  writer.beginFile(file, handedOn);
   for (Vesk::RecordFile::Found found; (found = records.next()) != Vesk::RecordFile::Found::kEnd;) {
     if (found == Vesk::RecordFile::Found::kFault) {
       if (records.mode() != 0) session.say(findingOf(records));
@@ -57,8 +60,11 @@ Exit exportStream(const std::vector<std::string>& files, std::string_view ending
                   ElementWriter& writer, bool isStrict, Session& session) {
   for (const std::string& file : files) expectInput(file, session.progress());
   Exit exit = Exit::kDone;
-  for (const std::string& file : files)
-    exit = worst(exit, exportFile(file, choice, writer, session));
+  std::vector<std::string> shown;
+  for (const std::string& file : files) shown.push_back(shownName(file));
+  const std::vector<std::string> handedOn = handedOnNames(shown);
+  for (std::size_t i = 0; i < files.size(); ++i)
+    exit = worst(exit, exportFile(files[i], handedOn[i], choice, writer, session));
   writer.finish();
   const std::string lost = listOf(writer.lost());
   if (!lost.empty()) session.warning("not kept: " + lost);

@@ -2,9 +2,9 @@
 #include "view/PageModel.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "elements/Kinds.h"
+#include "files/FileNames.h"
 #include "terminal/Terminal.h"
 
 namespace VeskTool {
@@ -104,34 +104,7 @@ void PageModel::setAttributes(std::uint32_t element, const std::string& key,
   }
 }
 
-std::vector<std::string> PageModel::fileNames() const {
-  std::vector<std::vector<std::string>> paths;  // from the last part on
-  for (const std::string& file : scene_.files) {
-    std::vector<std::string>& parts = paths.emplace_back();
-    for (const std::filesystem::path& part : pathOf(file)) parts.push_back(nameOf(part));
-    std::reverse(parts.begin(), parts.end());
-  }
-  const auto tail = [&](std::size_t file, std::size_t length) {
-    std::string name;
-    for (std::size_t i = 0; i < std::min(length, paths[file].size()); ++i) {
-      name = name.empty() ? paths[file][i] : paths[file][i] + '/' + name;
-    }
-    return name;
-  };
-  std::vector<std::string> names;
-  for (std::size_t file = 0; file < paths.size(); ++file) {
-    const auto isTaken = [&](std::size_t length) {
-      for (std::size_t other = 0; other < paths.size(); ++other) {
-        if (paths[other] != paths[file] && tail(other, length) == tail(file, length)) return true;
-      }
-      return false;
-    };
-    std::size_t length = 1;
-    while (length < paths[file].size() && isTaken(length)) ++length;
-    names.push_back(tail(file, length));
-  }
-  return names;
-}
+std::vector<std::string> PageModel::fileNames() const { return handedOnNames(scene_.files); }
 
 std::vector<std::uint32_t> PageModel::components() const {
   std::vector<std::uint32_t> components;

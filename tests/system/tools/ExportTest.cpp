@@ -214,6 +214,30 @@ const std::string kTwoHeaders =
     "P-2     BB001    00c 500 0 0,0 2000 0,50\n"
     "P-2     BB002    00t 0 0 0,300 0 0,0 300 0,100\n";
 
+// Neither the folder of this machine nor the way there; two of one name by their folders.
+TEST(Glb, FilesAreNamedWithoutTheirFolders) {
+  const TempFolder folder;
+  for (const char* name : {"one", "two"}) std::filesystem::create_directory(name);
+  writeFile("one/a.dat", kPipe);
+  writeFile("two/a.dat", kPipe);
+  writeFile("two/b.dat", kPipe);
+  const std::string here = std::filesystem::current_path().string();
+  ASSERT_EQ(runTool("export \"" + here + "/one/a.dat\" two/a.dat two/b.dat -o x.glb").exit, 0);
+  const Glb glb(bytesOf("x.glb"));
+  std::set<std::string> files;
+  for (const Json& node : glb.json["nodes"]) {
+    if (node.contains("extras") && node["extras"].contains("file"))
+      files.insert(node["extras"]["file"]);
+  }
+  EXPECT_EQ(files, (std::set<std::string>{"one/a.dat", "two/a.dat", "b.dat"}));
+  // Written as they are among the others; a build without SQLite has no file to look at.
+  const ToolRun run = runTool("export \"" + here + "/one/a.dat\" two/b.dat -o x.sqlite");
+  if (run.exit == 2) return;
+  EXPECT_TRUE(contains(bytesOf("x.sqlite"), "a.dat"));
+  EXPECT_FALSE(contains(bytesOf("x.sqlite"), "one/a.dat"));
+  EXPECT_FALSE(contains(bytesOf("x.sqlite"), "two/b.dat"));
+}
+
 TEST(Glb, HeadersStandBelowTheirGroups) {
   const TempFolder folder;
   writeFile("two.dat", kTwoHeaders);

@@ -55,7 +55,6 @@ constexpr std::string_view kKeys[] = {
     "z",     "volume", "length", "diameter", "diameter2", "radius", "angle",
     "width", "depth",  "edge1",  "edge2",    "edge3",     "height", "vertices"};
 constexpr std::size_t kKeyCount = std::size(kKeys);
-constexpr auto kFirstSize = static_cast<std::size_t>(Key::kLength);
 
 // By key; what an element does not have is NaN.
 using Numbers = std::array<double, kKeyCount>;

@@ -8,6 +8,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "output/NumberText.h"
 #include "rvm/Axes.h"
@@ -147,14 +148,15 @@ class TextReader {
   }
 
   void endChunk() {
-    while (restOfLine().empty()) {
-      if (!advance()) return;
+    while (restOfLine().empty() && advance()) {
     }
-    for (int i = 0; i < 2; ++i) {
-      double value = 0.0;
-      if (isCutOff_ || !takeNumber(value)) break;
+    const bool isLastLine = std::exchange(isCutOff_, false);  // which need not end
+    int numbers = 0;
+    for (double value = 0.0; numbers < 2 && takeNumber(value);) ++numbers;
+    if (isLastLine) at_ = text_.size();
+    if (numbers < 2 && restOfLine().empty() && !stream_.has(1)) {
+      handler_.odd(ReviewOddity::kCutOffAtEnd, chunk_);
     }
-    if (isCutOff_) at_ = text_.size();
   }
 
   void readRest() {

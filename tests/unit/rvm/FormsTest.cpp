@@ -231,6 +231,22 @@ TEST(ReviewForms, HeadAndModelComeOnceAndFirst) {
   }
 }
 
+// END: has two numbers behind it; the last line of a file need not end.
+TEST(ReviewForms, TextCutOffBehindEndIsCounted) {
+  const std::string before = "HEAD\n1 1\na\nb\nc\nd\nMODL\n1 1\np\nm\nEND:";
+  const std::pair<const char*, std::size_t> rows[] = {
+      {"", 1}, {"\n", 1}, {"\n 1", 1}, {"\n 1\n", 1}, {"\n 1 1", 0}, {"\n 1 1\n", 0},
+  };
+  for (const auto& [rest, odd] : rows) {
+    const ReviewReading reading = readReviewText(before + rest);
+    EXPECT_EQ(reading.fault, "") << rest;
+    EXPECT_EQ(
+        reading.counts.oddities[static_cast<std::size_t>(Vesk::ReviewOddity::kCutOffAtEnd)].count,
+        odd)
+        << rest;
+  }
+}
+
 // A chunk that is as long as that of a shape has no word for it.
 TEST(ReviewForms, ObstructionWithoutTransparencyIsRead) {
   ReviewWriter writer(kForms[0]);

@@ -7,7 +7,8 @@
     done = vesk.dask.each("zones/", vesk.Model.volume, client=client)
 
 Zones are the *.dat files of a folder and below, a list of files, or addresses that fsspec
-knows ("s3://bucket/zones/*.dat"), which the workers read themselves: what moves over the
+knows ("s3://bucket/zones/*.dat"; attributes beside such a zone are not read), which the
+workers read themselves: what moves over the
 network is the bytes of a zone to its worker and the result back. One task is one zone. A
 task can be done again on another worker and gives the same then, so that a worker may die.
 """

@@ -62,6 +62,9 @@ ValueWords valuesOf(const std::string& command, const CLI::Option& option,
     return {"--" + name, words, true};
   }
   if (name == "ignore" && command == "check") return {"--" + name, codes(), true};
+  if (name == "by" && command == "measure") {
+    return {"--" + name, {"header", "group", "kind", "size", "item", "spec"}, true};
+  }
   return {"--" + name, membersOf(option), false};
 }
 
@@ -261,8 +264,14 @@ std::string powershell(const std::vector<CommandWords>& commands) {
   }
   text +=
       "  }\n"
-      "  $words = @($line.CommandElements | ForEach-Object { $_.ToString() })\n"
-      "  if ($word -ne '') { $words = @($words | Select-Object -SkipLast 1) }\n"
+      // What stands before the cursor; a blank at the end is no part of the command.
+      "  $typed = \"$line\"\n"
+      "  $length = $position - $line.Extent.StartOffset\n"
+      "  if ($length -lt $typed.Length) { $typed = $typed.Substring(0, $length) }\n"
+      "  $words = @($typed -split '\\s+' | Where-Object { $_ -ne '' })\n"
+      "  if ($length -le $typed.Length -and $typed -notmatch '\\s$') {\n"
+      "    $words = @($words | Select-Object -SkipLast 1)\n"
+      "  }\n"
       "  $last = $words[-1]\n"
       "  if ($words.Count -lt 2) { $found = $options.Keys | Sort-Object }\n"
       "  elseif ($values.ContainsKey(\"$($words[1]) $last\")) { $found = $values[\"$($words[1]) "

@@ -29,6 +29,7 @@ vesk explain V50      | V501 V502 V503 V504
 vesk list --only cyl  | cylinder cylinders
 vesk completion po    | powershell
 vesk list --color al  | always
+vesk measure --by sp  | spec
 '
 
 in_bash() {

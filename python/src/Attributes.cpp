@@ -102,8 +102,8 @@ py::dict Attributes::toPython() {
   return table;
 }
 
-SidecarBeside::SidecarBeside(const std::string& name)
-    : in_(opened(name)), reader_(in_, name), join_(reader_) {}
+SidecarBeside::SidecarBeside(const std::string& name, const std::string& shown)
+    : in_(opened(name)), reader_(in_, shown), join_(reader_) {}
 
 void SidecarBeside::give(const Vesk::RecordElement& element, Attributes& to) {
   if (places_.empty()) {

@@ -57,8 +57,8 @@ class Attributes {
 // The sidecar of a file, read beside it.
 class SidecarBeside {
  public:
-  // Throws std::system_error for a file that can't be opened.
-  explicit SidecarBeside(const std::string& name);
+  // `shown` names it in messages. Throws std::system_error for a file that can't be opened.
+  SidecarBeside(const std::string& name, const std::string& shown);
 
   // Whether it has no column behind the key.
   bool isEmpty() const { return reader_.columns().empty(); }

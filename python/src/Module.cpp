@@ -11,6 +11,7 @@
 #include "Paging.h"
 #include "Plant.h"
 #include "select/Pattern.h"
+#include "sidecar/Sidecar.h"
 #include "terminal/SystemFailure.h"
 #include "terminal/Terminal.h"
 #include "vesk/ExceptionInfo.h"
@@ -59,6 +60,9 @@ PYBIND11_MODULE(_vesk, module) {
   pybind11::register_exception_translator(&VeskPython::translate);
   module.def("header_name", [](const pybind11::str& f1, const pybind11::str& f2) {
     return VeskPython::toText(Vesk::headerName(VeskPython::toBytes(f1), VeskPython::toBytes(f2)));
+  });
+  module.def("sidecar_name", [](const pybind11::str& file) {
+    return VeskPython::toText(Vesk::sidecarNameOf(VeskPython::toBytes(file)));
   });
   VeskPython::defineReading(module);
   VeskPython::defineWriting(module);

@@ -61,12 +61,19 @@ struct Fault {
 class Reader {
  public:
   // `sources`: of each its name, where it is, the name of a file as bytes or an object
-  // with a method read, and the name of its sidecar; "": the one beside it, None: no one.
+  // with a method read, and its sidecar: the name of a file and what messages call it;
+  // "": the one beside it, None: no one.
   Reader(const py::list& sources, int style, bool takesCutOff) : options_{style, takesCutOff} {
     for (const py::handle& each : sources) {
       const auto words = py::cast<py::tuple>(each);
-      Source source{toBytes(words[0]), words[1], std::nullopt};
-      if (!words[2].is_none()) source.sidecar = toBytes(words[2]);
+      Source source{toBytes(words[0]), words[1], std::nullopt, {}};
+      if (py::isinstance<py::tuple>(words[2])) {
+        const auto names = py::cast<py::tuple>(words[2]);
+        source.sidecar = toBytes(names[0]);
+        source.shown = toBytes(names[1]);
+      } else if (!words[2].is_none()) {
+        source.sidecar = toBytes(words[2]);
+      }
       sources_.push_back(std::move(source));
     }
   }
@@ -100,6 +107,7 @@ class Reader {
     std::string name;
     py::object from;
     std::optional<std::string> sidecar;
+    std::string shown;  // its name in messages, where it has another
   };
 
   bool open() {
@@ -125,7 +133,7 @@ class Reader {
     const std::string name = isNamed ? *source.sidecar : Vesk::sidecarNameOf(source.name);
     std::error_code error;
     if (!isNamed && !std::filesystem::is_regular_file(name, error)) return;
-    sidecar_.emplace(name);
+    sidecar_.emplace(name, source.shown.empty() ? name : source.shown);
     if (sidecar_->isEmpty()) closeSidecar();
   }
 

@@ -34,6 +34,27 @@ def test_an_address_of_fsspec_is_a_zone_too(plant):
     assert all(each.zone.startswith("file://") for each in results)
 
 
+def test_a_zone_at_an_address_has_the_attributes_beside_it(plant):
+    pytest.importorskip("fsspec")
+    (plant / "zone2.attributes.csv").write_text("f1,f2,first,last,item-code\nP-2,,0,0,PIPE-20\n")
+
+    def items(model):
+        known = model.attributes
+        return known["item-code"].tolist() if known.columns else []
+
+    for zones in (plant, f"file://{plant}/*.dat", [f"file://{plant}/zone2.dat"]):
+        values = [each.value for each in vesk.dask.each(zones, items)]
+        assert ["PIPE-20"] in values and values.count([]) == len(values) - 1, zones
+
+
+def test_a_damaged_sidecar_at_an_address_is_told_of_its_zone(plant):
+    pytest.importorskip("fsspec")
+    (plant / "zone2.attributes.csv").write_text("f1,f2,first,last,item-code\nP-2,,0,x,PIPE-20\n")
+    results = vesk.dask.each(f"file://{plant}/*.dat", pipes, strict=True)
+    assert [each.value for each in results] == [1, None, 3]
+    assert f"file://{plant}/zone2.attributes.csv:2:" in results[1].error
+
+
 def test_each_zone_has_its_result_and_failures_are_named(plant):
     (plant / "zone2.dat").write_text("no record\n")
     names = [*vesk.dask.zones(plant), str(plant / "none.dat")]

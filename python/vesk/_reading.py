@@ -8,12 +8,22 @@ import os
 import pathlib
 import warnings
 from collections.abc import Iterable, Iterator
-from typing import IO, Any, Optional, Union
+from typing import IO, Any, NamedTuple, Optional, Union
 
 from . import _vesk
 from ._model import STYLES, Fault, Model, style_name
 
-Source = Union[str, "os.PathLike[str]", bytes, IO[bytes]]
+
+class Opened(NamedTuple):
+    """A source as the compiled module takes it."""
+
+    name: str
+    data: Any  # the path as bytes, or a file object
+    # A file and what messages call it; "": the one beside `name`; None: no one.
+    sidecar: Union[str, tuple[str, str], None]
+
+
+Source = Union[str, "os.PathLike[str]", bytes, IO[bytes], Opened]
 Attributes_ = Union[bool, str, "os.PathLike[str]"]
 _ALL = 2**62
 
@@ -33,31 +43,34 @@ def files_of(folder: pathlib.Path) -> list[str]:
     return files
 
 
-def _sources(source: Any) -> list[tuple[str, Any]]:
+def _sources(source: Any) -> list[Opened]:
+    if isinstance(source, Opened):
+        return [source]
     if isinstance(source, (bytes, bytearray, memoryview)):
-        return [("<bytes>", io.BytesIO(source))]
+        return [Opened("<bytes>", io.BytesIO(source), None)]
     if isinstance(source, (str, os.PathLike)):
         path = pathlib.Path(source)
         names = files_of(path) if path.is_dir() else [os.fspath(source)]
         for name in names:
             with open(name, "rb"):  # what can't be opened says so, with its name
                 pass
-        return [(name, os.fsencode(name)) for name in names]
+        return [Opened(name, os.fsencode(name), "") for name in names]
     if hasattr(source, "read"):
         known = getattr(source, "name", None)
-        return [(known if isinstance(known, str) else "<stream>", source)]
+        return [Opened(known if isinstance(known, str) else "<stream>", source, None)]
     if isinstance(source, Iterable):
         return [each for one in source for each in _sources(one)]
     raise TypeError(f"no record file: {type(source).__name__}")
 
 
-def _sidecars(sources: list[tuple[str, Any]], attributes: Attributes_) -> list[Optional[str]]:
-    """Of each source "" for the file beside it, a name, or None."""
-    if not isinstance(attributes, bool):
-        if len(sources) != 1:
-            raise ValueError(f"attributes {attributes}: they are of one file, not {len(sources)}")
-        return [os.fspath(attributes)]
-    return ["" if attributes and isinstance(where, bytes) else None for _, where in sources]
+def _with(sources: list[Opened], attributes: Attributes_) -> list[Opened]:
+    if attributes is True:
+        return sources
+    if attributes is False:
+        return [each._replace(sidecar=None) for each in sources]
+    if len(sources) != 1:
+        raise ValueError(f"attributes {attributes}: they are of one file, not {len(sources)}")
+    return [sources[0]._replace(sidecar=os.fspath(attributes))]
 
 
 def _models(
@@ -70,10 +83,9 @@ def _models(
 ) -> Iterator[Model]:
     if style is not None and style not in STYLES:
         raise ValueError(f"style {style!r}: it is 'fixed', 'token' or None")
-    sources = _sources(source)
-    files = [name for name, _ in sources]
-    given = [(*each, name) for each, name in zip(sources, _sidecars(sources, attributes))]
-    reader = _vesk.Reader(given, STYLES[style] if style else 0, take_cut_off)
+    sources = _with(_sources(source), attributes)
+    files = [each.name for each in sources]
+    reader = _vesk.Reader(sources, STYLES[style] if style else 0, take_cut_off)
     while (table := reader.next(chunk)) is not None:
         model = Model(table, files, [style_name(each) for each in table["styles"]])
         if strict and model.faults:

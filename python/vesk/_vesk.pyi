@@ -1,11 +1,15 @@
 # SPDX-License-Identifier: MIT
-from typing import Any, Optional
+from collections.abc import Sequence
+from typing import Any, Optional, Union
 
 Table = dict[str, Any]
 
 class Reader:
     def __init__(
-        self, sources: list[tuple[str, Any, Optional[str]]], style: int, takes_cut_off: bool
+        self,
+        sources: Sequence[tuple[str, Any, Union[str, tuple[str, str], None]]],
+        style: int,
+        takes_cut_off: bool,
     ) -> None: ...
     def next(self, most: int) -> Optional[Table]: ...
 
@@ -45,6 +49,7 @@ def clash(
 def diff(one: Table, other: Table, tolerance: float) -> Table: ...
 def measures(table: Table) -> dict[str, Any]: ...
 def header_name(f1: str, f2: str) -> str: ...
+def sidecar_name(file: str) -> str: ...
 def mesh(table: Table, tolerance: float, quality: str) -> Table: ...
 def to_glb(
     table: Table,

@@ -7,9 +7,8 @@
     done = vesk.dask.each("zones/", vesk.Model.volume, client=client)
 
 Zones are the *.dat files of a folder and below, a list of files, or addresses that fsspec
-knows ("s3://bucket/zones/*.dat"; attributes beside such a zone are not read), which the
-workers read themselves: what moves over the
-network is the bytes of a zone to its worker and the result back. One task is one zone. A
+knows ("s3://bucket/zones/*.dat"), which the workers read themselves, with the sidecars beside
+them: what moves over the network is the bytes of a zone to its worker and the result back. One task is one zone. A
 task can be done again on another worker and gives the same then, so that a worker may die.
 """
 
@@ -18,14 +17,16 @@ from __future__ import annotations
 import contextlib
 import os
 import pathlib
+import tempfile
 from collections.abc import Callable, Iterable, Sequence
 from typing import Any, NamedTuple, Union, cast
 
 import numpy as np
 import numpy.typing as npt
 
+from . import _vesk
 from ._model import Model
-from ._reading import ReadError, files_of, read
+from ._reading import Opened, ReadError, Source, files_of, read
 from ._tables import needed
 
 # What boxes may be off by rounding.
@@ -61,13 +62,24 @@ def zones(source: Zones) -> list[str]:
 def read_zones(names: Sequence[str], strict: bool = False) -> Model:
     """Zones as one model, read where this runs."""
     with contextlib.ExitStack() as files:
-        sources = [
-            files.enter_context(needed("fsspec", zone).open(zone, "rb")) if "://" in zone else zone
-            for zone in names
+        sources: list[Source] = [
+            _fetched(zone, files) if "://" in zone else zone for zone in names
         ]
         model = read(sources, strict=strict)
-    model.files = tuple(names)
     return model
+
+
+def _fetched(zone: str, files: contextlib.ExitStack) -> Opened:
+    """A zone at an address; its sidecar, which is small, is copied to this machine."""
+    system, path = needed("fsspec", zone).core.url_to_fs(zone)
+    beside = _vesk.sidecar_name(path)
+    sidecar = None
+    if system.exists(beside):
+        folder = files.enter_context(tempfile.TemporaryDirectory(prefix="vesk-"))
+        copy = os.path.join(folder, "attributes.csv")
+        system.get_file(beside, copy)
+        sidecar = (copy, str(system.unstrip_protocol(beside)))
+    return Opened(zone, files.enter_context(system.open(path, "rb")), sidecar)
 
 
 def read_zone(zone: str, strict: bool = False) -> Model:

@@ -515,6 +515,24 @@ void Reader::readPipelineOfComponent(std::string_view value) {
 
 // ---- points ----------------------------------------------------------------------
 
+enum class SizeMark { kNone, kDn, kNps };
+
+// Takes what stands before a bore, glued to it or not: "DN150", "NPS 6".
+SizeMark takeSizeMark(std::string_view& value) {
+  constexpr std::pair<std::string_view, SizeMark> kMarks[] = {{"DN", SizeMark::kDn},
+                                                              {"NPS", SizeMark::kNps}};
+  const std::string_view text = trimmed(value);
+  for (const auto& [word, mark] : kMarks) {
+    if (!isWord(text.substr(0, word.size()), word)) continue;
+    const std::string_view rest = trimmed(text.substr(word.size()));
+    std::string_view number = rest;
+    if (!takeNumber(number)) continue;
+    value = rest;
+    return mark;
+  }
+  return SizeMark::kNone;
+}
+
 void Reader::readPoint(std::string_view key, Role role, std::string_view value) {
   Point point;
   point.role = role;
@@ -560,15 +578,18 @@ bool Reader::readPlace(std::string_view key, std::string_view& value, GePoint& a
   return true;
 }
 
-// Bore and kind of end, each of which may be missing, together or apart: "6 BW", "6BW".
+// Bore and kind of end, each of which may be missing, together or apart: "6 BW", "6BW",
+// "DN150 BW".
 bool Reader::readBore(std::string_view key, std::string_view& value, Point& point) {
+  const SizeMark mark = takeSizeMark(value);
   std::string_view word = nextWord(value);
   std::string_view rest = word;
   if (const std::optional<Number> number = takeNumber(rest)) {
     double bore = number->value;
-    const bool isMarked = isWord(rest, "MM");  // "100mm"
-    bool isInches = number->isInches || isWord(rest, "IN");
-    if (isMarked || isWord(rest, "IN")) rest = {};
+    const bool isGlued = isWord(rest, "MM");  // "100mm"
+    const bool isMarked = isGlued || mark == SizeMark::kDn;
+    bool isInches = number->isInches || isWord(rest, "IN") || mark == SizeMark::kNps;
+    if (isGlued || isWord(rest, "IN")) rest = {};
     std::string_view ahead = value;
     const std::string_view next = nextWord(ahead);
     if (rest.empty() && bore == std::floor(bore) && isFraction(next)) {  // "1 1/2"

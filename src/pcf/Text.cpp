@@ -70,6 +70,20 @@ Utf16 utf16Of(std::string_view bytes) {
   return Utf16::kNone;
 }
 
+// As pages and word processors indent what is copied from them.
+void replaceNoBreakSpaces(std::string& bytes) {
+  constexpr std::string_view kNoBreakSpace = "\xC2\xA0";
+  std::size_t from = bytes.find(kNoBreakSpace);
+  if (from == std::string::npos) return;
+  std::size_t to = from;
+  while (from < bytes.size()) {
+    const bool isOne = bytes.compare(from, kNoBreakSpace.size(), kNoBreakSpace) == 0;
+    bytes[to++] = isOne ? ' ' : bytes[from];
+    from += isOne ? kNoBreakSpace.size() : 1;
+  }
+  bytes.resize(to);
+}
+
 // Takes "<" and ">" from a text that has both.
 std::string_view withoutBrackets(std::string_view text) {
   text = trimmed(text);
@@ -83,6 +97,7 @@ std::string decoded(std::string bytes) {
   const Utf16 order = utf16Of(bytes);
   if (order != Utf16::kNone) bytes = fromUtf16(bytes, order == Utf16::kBig);
   if (bytes.compare(0, kUtf8Mark.size(), kUtf8Mark) == 0) bytes.erase(0, kUtf8Mark.size());
+  replaceNoBreakSpaces(bytes);
   return bytes;
 }
 

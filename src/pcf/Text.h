@@ -10,7 +10,8 @@
 namespace Vesk::Pcf {
 
 // The bytes of a file as 8-bit text: UTF-16 of either order, with a mark or without,
-// becomes UTF-8; a byte order mark goes; all else stays as it is.
+// becomes UTF-8; a byte order mark goes; a no-break space of UTF-8 is a blank; all else
+// stays as it is.
 std::string decoded(std::string bytes);
 
 inline bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\f' || c == '\v' || c == '\0'; }

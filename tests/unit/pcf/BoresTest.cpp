@@ -34,6 +34,8 @@ const BoreCase kBores[] = {
     {"InchesWithMarks",       "MM",   "6\" 1.1/2\"",         "168.3 48.3", nullptr},
     {"InchesGluedToTheBore",  "MM",   "6in 2IN",             "168.3 60.3", nullptr},
     {"MillimetresGluedToTheBore", "INCH", "150mm 50MM",      "168.3 60.3", nullptr},
+    {"SizeMarks",             "INCH", "DN150 dn50 NPS2",     "168.3 60.3 60.3", nullptr},
+    {"SizeMarksApart",        "MM",   "DN_150 NPS_1.1/2",    "168.3 48.3", nullptr},
     {"EndsGluedToTheBore",    "INCH", "6BW 2SW",             "168.3 60.3", nullptr},
     {"SixteenthsOfAnInch",    "INCH-SIXTEENTH", "64 12",     "114.3 26.7", nullptr},
     {"HundredthsOfMillimetres", "MM-HUNDREDTHS", "15000 8000", "168.3 88.9", nullptr},

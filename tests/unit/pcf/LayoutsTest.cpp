@@ -76,6 +76,14 @@ const LayoutCase kLayouts[] = {
     {"ReturnAndFeed", [](auto text) { return replaced(text, "\n", "\r\n"); }},
     {"ReturnAlone", [](auto text) { return replaced(text, "\n", "\r"); }},
     {"Tabs", [](auto text) { return replaced(text, "    ", "\t"); }},
+    {"NoBreakSpaces",
+     [](auto text) { return replaced(text, "    ", "\xC2\xA0\xC2\xA0\xC2\xA0 "); }},
+    {"NoBreakSpacesBetween",
+     [](auto text) {
+       return replaced(text, "0 0",
+                       "0\xC2\xA0"
+                       "0");
+     }},
     {"TwoBlanks", [](auto text) { return replaced(text, "    ", "  "); }},
     {"OneBlank", [](auto text) { return replaced(text, "    ", " "); }},
     {"ABlankBeforeAll", [](auto text) { return shifted(text); }},

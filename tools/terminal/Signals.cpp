@@ -73,7 +73,7 @@ extern "C" void onInterrupt(int /*signal*/) {
   if (interrupted != 0) return;
   interrupted = 1;
   // And again, while it must wait.
-  constexpr int kMicro = 1000;
+  constexpr decltype(timeval::tv_usec) kMicro = 1000;
   constexpr int kAgain = 20;
   const itimerval timer{{0, kAgain * kMicro}, {0, kPatience * kMicro}};
   setitimer(ITIMER_REAL, &timer, nullptr);

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <set>
 #include <utility>
 
@@ -60,6 +61,7 @@ Surfaces::Surfaces(const Scene& scene, const Projection& projection)
     : scene_(scene), projection_(projection) {
   std::vector<ScreenPoint> points;
   std::vector<double> thicknesses;
+  std::vector<double> nearest;
   const double pixel = 1.0 / projection.scale();
   std::set<Solid> solids;
   for (std::uint32_t i = 0; i < count(); ++i) {
@@ -75,8 +77,15 @@ Surfaces::Surfaces(const Scene& scene, const Projection& projection)
     const bool isNew = solids.insert(solidOf(scene.instances[i])).second;
     tops_.push_back(isNew && !points.empty() ? top->y : kNowhere);
     bottoms_.push_back(isNew && !points.empty() ? bottom->y : -kNowhere);
+    double near = -kNowhere;
+    for (const ScreenPoint& p : points) near = std::max(near, p.z);
+    nearest.push_back(near);
   }
   thickness_ = medianOf(thicknesses);
+  nearestFirst_.resize(nearest.size());
+  std::iota(nearestFirst_.begin(), nearestFirst_.end(), 0U);
+  std::stable_sort(nearestFirst_.begin(), nearestFirst_.end(),
+                   [&](std::uint32_t a, std::uint32_t b) { return nearest[a] > nearest[b]; });
 }
 
 void Surfaces::project(std::uint32_t instance, std::vector<ScreenPoint>& points) const {

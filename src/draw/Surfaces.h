@@ -42,6 +42,9 @@ class Surfaces {
     return tops_[instance] <= bottom && bottoms_[instance] >= top;
   }
 
+  // All instances, the one that comes nearest to the eye first.
+  const std::vector<std::uint32_t>& nearestFirst() const { return nearestFirst_; }
+
   // The vertices of its mesh in place of what `points` held.
   void project(std::uint32_t instance, std::vector<ScreenPoint>& points) const;
 
@@ -57,6 +60,7 @@ class Surfaces {
   const Projection& projection_;
   std::vector<double> tops_;
   std::vector<double> bottoms_;
+  std::vector<std::uint32_t> nearestFirst_;
   double thickness_;
 };
 

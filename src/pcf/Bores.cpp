@@ -21,6 +21,8 @@ constexpr double kRounding = 0.06;
 // From 14 inches on the diameter is 25.4 times NPS, but for rounding.
 constexpr double kBothAgree = 350;
 
+constexpr double kLargestNps = 48;
+
 // One number that stands as a bore, in all its places.
 struct Value {
   std::uint64_t count = 0;
@@ -69,7 +71,9 @@ class Decision {
 
  private:
   void collect();
+  bool couldBeInchesUnderMillimetres() const;
   bool areInchesUnderMillimetres() const;
+  void sayThatTheyCouldBeInches();
   bool areMillimetresUnderInches() const;
   void exchange(bool toInches);
   void vote(const Values& values);
@@ -103,12 +107,36 @@ void Decision::collect() {
   for (auto& [bore, value] : inches_) readInches(bore, value);
 }
 
-// All bores are like 0.5 to 4: no pipe is so thin.
+bool Decision::couldBeInchesUnderMillimetres() const {
+  return !millimetres_.empty() &&
+         std::all_of(millimetres_.begin(), millimetres_.end(), [](const auto& row) {
+           return row.first <= kLargestNps && sizeOfNps(row.first, 0.006) != nullptr;
+         });
+}
+
+// All bores can be inches, and one nothing else: like 0.5 to 4, no pipe is so thin, or
+// like 14, which is neither DN nor a tube.
 bool Decision::areInchesUnderMillimetres() const {
-  if (millimetres_.empty() || millimetres_.begin()->first >= 5) return false;
-  return std::all_of(millimetres_.begin(), millimetres_.end(), [](const auto& row) {
-    return row.first <= 48 && sizeOfNps(row.first, 0.006) != nullptr;
-  });
+  constexpr double kThinnest = 5;
+  constexpr double kTubes[] = {6, 8, 10, 12, 16, 18, 20, 22, 25};
+  return couldBeInchesUnderMillimetres() &&
+         std::any_of(millimetres_.begin(), millimetres_.end(), [&](const auto& row) {
+           const bool isTube =
+               std::find(std::begin(kTubes), std::end(kTubes), row.first) != std::end(kTubes);
+           return row.first < kThinnest || !(isTube || row.second.nominal > 0);
+         });
+}
+
+// A plant of nothing but the thinnest pipe is one in inches rather, but nothing proves it.
+void Decision::sayThatTheyCouldBeInches() {
+  constexpr double kThin = 12;
+  if (!couldBeInchesUnderMillimetres() || millimetres_.rbegin()->first > kThin) return;
+  const auto& [least, value] = *millimetres_.begin();
+  const double most = millimetres_.rbegin()->first;
+  messages_.add(Severity::kWarning, value.line,
+                "all bores can be millimetres or inches: taken as millimetres; --bores inches "
+                "takes them as inches",
+                ", " + textOf(least) + (most > least ? " to " + textOf(most) : ""));
 }
 
 // All bores are DN, and some are no sizes in inches.
@@ -150,6 +178,8 @@ double Decision::forced(double bore, const Value& value, bool isInches) const {
     return value.nominal > 0 ? value.nominal : asItIs;
   const double inches = isInches ? bore : bore / kInch;
   const PipeSize* size = sizeOfNps(inches, kRounding / (isInches && bore >= 1 ? 1 : kInch));
+  // No size in inches is another one in millimetres.
+  if (size == nullptr && !isInches && bore <= kLargestNps) size = sizeOfNps(bore, 0.006);
   return size == nullptr ? asItIs : size->outside;
 }
 
@@ -270,6 +300,8 @@ void Decision::decide() {
       exchange(true);
     } else if (areMillimetresUnderInches()) {
       exchange(false);
+    } else {
+      sayThatTheyCouldBeInches();
     }
     vote(millimetres_);
     if (millimetres_.empty()) vote(inches_);

@@ -75,10 +75,16 @@ const BoreCase kBores[] = {
     {"MostOfTheFileDecides",  "MM",   "152.4 203.2 168.3 101.6", "168.3 219.1 168.3 114.3", "bores are inches"},
     {"InchesUnderMillimetres", "MM",  "0.5 2 4",             "21.3 60.3 114.3", "warning: UNITS-BORE MM with bores that only inches can be: taken as inches, 0.5 to 4"},
     {"InchesUnderMillimetresWithLargeOnes", "MM", "1.5 2 6 8", "48.3 60.3 168.3 219.1", "warning: UNITS-BORE MM"},
+    {"LargeInchesUnderMillimetres", "MM", "10 12 14 16",     "273 323.8 355.6 406.4", "warning: UNITS-BORE MM with bores that only inches can be: taken as inches, 10 to 16"},
+    {"BesideMillimetresTheyStay", "MM", "15 14",             "21.3 14",   "note: bores that are in no table are drawn as they are: 14"},
+    {"SmallSizesMightBeInches", "MM", "6 8 12",              "10.3 13.7 12", "warning: all bores can be millimetres or inches: taken as millimetres; --bores inches takes them as inches, 6 to 12"},
+    {"ASmallSizeMightBeInches", "MM", "6",                   "10.3",  "--bores inches takes them as inches, 6\n"},
+    {"BesideLargerOnesTheyAreNot", "MM", "8 10 100",         "13.7 17.1 114.3", nullptr},
     {"MillimetresUnderInches", "INCH", "50 150 200",         "60.3 168.3 219.1", "warning: UNITS-BORE INCH with bores that only millimetres can be: taken as millimetres, 50 to 200"},
 
     // ---- told from outside
     {"ToldToBeInches",        "MM",   "101.6 88.9",          "114.3 101.6", nullptr, BoreMeaning::kInches},
+    {"ToldToBeInchesUnderMillimetres", "MM", "6 8 12",       "168.3 219.1 323.8", nullptr, BoreMeaning::kInches},
     {"ToldToBeDiameters",     "MM",   "101.6 152.4 150",     "101.6 152.4 150", nullptr, BoreMeaning::kDiameter},
     {"ToldToBeDiametersInInches", "INCH", "4",               "101.6", nullptr, BoreMeaning::kDiameter},
     {"ToldToBeNominal",       "MM",   "152.4 150",           "152.4 168.3", nullptr, BoreMeaning::kNominal},

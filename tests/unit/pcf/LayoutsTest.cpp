@@ -240,8 +240,8 @@ struct NoUnitCase {
 const NoUnitCase kNoUnits[] = {
     {"OfTheCoordinates",    "UNITS-CO-ORDS INCH\n",                  6,   168.3, "in.pcf:2: note: no UNITS-BORE: bores are in inches, as the co-ordinates are\n"},
     {"NotIfTheyAreNoSizes", "UNITS-CO-ORDS INCH\n",                  150, 168.3, ""},
-    {"Given",               "UNITS-CO-ORDS INCH\nUNITS-BORE MM\n",   6,   10.3,  ""},
-    {"OfMillimetres",       "UNITS-CO-ORDS MM\n",                    6,   10.3,  ""},
+    {"Given",               "UNITS-CO-ORDS INCH\nUNITS-BORE MM\n",   20,  26.7,  ""},
+    {"OfMillimetres",       "UNITS-CO-ORDS MM\n",                    20,  26.7,  ""},
 };
 // clang-format on
 

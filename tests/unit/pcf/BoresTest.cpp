@@ -78,7 +78,7 @@ const BoreCase kBores[] = {
     {"LargeInchesUnderMillimetres", "MM", "10 12 14 16",     "273 323.8 355.6 406.4", "warning: UNITS-BORE MM with bores that only inches can be: taken as inches, 10 to 16"},
     {"BesideMillimetresTheyStay", "MM", "15 14",             "21.3 14",   "note: bores that are in no table are drawn as they are: 14"},
     {"SmallSizesMightBeInches", "MM", "6 8 12",              "10.3 13.7 12", "warning: all bores can be millimetres or inches: taken as millimetres; --bores inches takes them as inches, 6 to 12"},
-    {"ASmallSizeMightBeInches", "MM", "6",                   "10.3",  "--bores inches takes them as inches, 6\n"},
+    {"ASmallSizeMightBeInches", "MM", "6",                   "10.3",  "warning: all bores can be millimetres or inches: taken as millimetres; --bores inches takes them as inches, 6\n"},
     {"BesideLargerOnesTheyAreNot", "MM", "8 10 100",         "13.7 17.1 114.3", nullptr},
     {"MillimetresUnderInches", "INCH", "50 150 200",         "60.3 168.3 219.1", "warning: UNITS-BORE INCH with bores that only millimetres can be: taken as millimetres, 50 to 200"},
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "rvm/GroupSelection.h"
 
+#include "sidecar/Utf8.h"
+
 namespace Vesk {
 namespace {
 
@@ -32,15 +34,16 @@ bool matchesPattern(std::string_view text, std::string_view pattern) {
 GroupSelection::GroupSelection(const std::vector<std::string>& patterns) : found_(patterns.size()) {
   for (const std::string& pattern : patterns) {
     // The first may end any path.
-    patterns_.push_back(pattern.starts_with('/') || pattern.starts_with('*') ? pattern
-                                                                             : '/' + pattern);
+    const bool isAnywhere = pattern.starts_with('/') || pattern.starts_with('*');
+    patterns_.push_back(toUtf8(isAnywhere ? pattern : '/' + pattern));
   }
 }
 
 bool GroupSelection::matches(std::string_view path) {
+  const std::string text = toUtf8(path);
   bool any = false;
   for (std::size_t i = 0; i < patterns_.size(); ++i) {
-    const bool hit = matchesPattern(path, patterns_[i]) || matchesPattern(path, '*' + patterns_[i]);
+    const bool hit = matchesPattern(text, patterns_[i]) || matchesPattern(text, '*' + patterns_[i]);
     found_[i] = found_[i] || hit;
     any = any || hit;
   }

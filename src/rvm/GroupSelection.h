@@ -12,6 +12,7 @@ namespace Vesk {
 // with a '/' before it unless it begins with one: "/SITE-1/ZONE-2/BRANCH 1". A
 // selection means the groups whose path ends with it, from a name's beginning on; *
 // stands for any characters, ? for one byte. What lies in such a group is meant too.
+// Names and patterns may be UTF-8 or Windows-1252, each for itself.
 class GroupSelection {
  public:
   explicit GroupSelection(const std::vector<std::string>& patterns);

@@ -6,6 +6,7 @@
 #include "output/NumberText.h"
 #include "rvm/ReviewFault.h"
 #include "rvm/WordStream.h"
+#include "sidecar/Utf8.h"
 
 namespace Vesk {
 namespace {
@@ -36,8 +37,9 @@ std::string declared(std::string_view line, std::string_view name, std::string_v
   return std::string(rest.empty() ? otherwise : rest);
 }
 
+// The model may be in another encoding.
 std::string keyText(std::size_t parent, std::string_view name) {
-  return countText(parent) + ' ' + std::string(name);
+  return countText(parent) + ' ' + toUtf8(name);
 }
 
 }  // namespace

@@ -406,6 +406,37 @@ TEST(ReviewAttributes, MatchNamesWithoutTheBlanksAround) {
   EXPECT_EQ(readReviewText(writer.finish(), {}, blocks).values, std::vector<std::string>{"No=1"});
 }
 
+struct EncodingCase {
+  const char* name;
+  const char* group;  // in the model
+  const char* block;  // in the file of attributes
+  const char* pattern;
+};
+
+const EncodingCase kEncodings[] = {
+    {"BothUtf8", "/K\xC3\xBCHLER", "/K\xC3\xBCHLER", "K\xC3\xBCH*"},
+    {"BothLatin1", "/K\xFCHLER", "/K\xFCHLER", "K\xFCH*"},
+    {"Latin1AndUtf8", "/K\xFCHLER", "/K\xC3\xBCHLER", "K\xC3\xBCH*"},
+    {"Utf8AndLatin1", "/K\xC3\xBCHLER", "/K\xFCHLER", "K\xFCH*"},
+};
+
+TEST(ReviewAttributes, MatchNamesWhateverTheirEncoding) {
+  for (const EncodingCase& row : kEncodings) {
+    ReviewWriter writer(kForms[0]);
+    writer.group(row.group);
+    writer.shape(8, kUpright, kBox, kPipe);
+    writer.end();
+    writer.group("/OTHER");
+    writer.shape(8, kUpright, kBox, kPipe);
+    const std::string blocks = std::string(kMarks) + "NEW " + row.block + "\nNo:=1\nEND\n";
+    Vesk::ReviewOptions options;
+    options.groups = {row.pattern};
+    EXPECT_EQ(readReviewText(writer.finish(), options, blocks).values,
+              std::vector<std::string>{"No=1"})
+        << row.name;
+  }
+}
+
 // The inner block's key is another one's: only the second Spec of /PUMP-1 replaces one.
 TEST(ReviewAttributes, OfTheSameKeyTheLastOneIsKeptAndCounted) {
   Vesk::ReviewAttributes attributes;

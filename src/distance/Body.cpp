@@ -29,6 +29,16 @@ GePoint middleOf(const Extents& box) { return box.min + (box.max - box.min) * 0.
 constexpr std::size_t kReducerFaces[6][4] = {{0, 2, 1, 3}, {4, 5, 6, 7}, {0, 1, 4, 5},
                                              {1, 3, 5, 7}, {3, 2, 7, 6}, {2, 0, 6, 4}};
 
+// Whether the four corners lie on a line or in a point. A face without a normal whose
+// corners do not has sides that cross.
+bool isLine(const std::array<GeVector, 8>& corners, const std::size_t (&f)[4], double size) {
+  const GeVector one = corners[f[1]] - corners[f[0]];
+  const GeVector other = corners[f[2]] - corners[f[0]];
+  const GeVector last = corners[f[3]] - corners[f[0]];
+  return std::max({cross(one, other).length(), cross(other, last).length(),
+                   cross(last, one).length()}) <= kPlane * size * size;
+}
+
 // Whether the eight corners are those of a convex body with plane faces.
 bool isConvex(const std::array<GeVector, 8>& corners) {
   double size = 0.0;
@@ -38,7 +48,10 @@ bool isConvex(const std::array<GeVector, 8>& corners) {
     const GeVector& a = corners[f[0]];
     const GeVector normal = cross(corners[f[3]] - a, corners[f[2]] - corners[f[1]]);
     const double length = normal.length();
-    if (!(length > kPlane * size * size)) continue;  // an end that is a line or a point
+    if (!(length > kPlane * size * size)) {
+      if (!isLine(corners, f, size)) return false;
+      continue;
+    }
     for (std::size_t k = 0; k < 8; ++k) {
       const double height = dot(normal, corners[k] - a) / length;
       const bool isOfFace = std::find(std::begin(f), std::end(f), k) != std::end(f);

@@ -7,9 +7,11 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <vector>
 
+#include "distance/Tubes.h"
 #include "vesk/Box.h"
 #include "vesk/Cone.h"
 #include "vesk/Cyl.h"
@@ -29,6 +31,7 @@ using Shape = std::shared_ptr<Geo>;
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 const double kRoot2 = std::sqrt(2.0);
+const double kRoot5 = std::sqrt(5.0);
 
 Shape pipe(const GeVector& from, const GeVector& to, double d) {
   return std::make_shared<Cyl>(from, to, d);
@@ -55,18 +58,36 @@ Shape duct(const GePoint& centre, const GeVector& start, const GeVector& end, do
   relb->width = width;
   return relb;
 }
-// 40 x 40 x 40 about the origin, its upper end turned by 30 degrees.
-Shape twisted() {
+// A cube about the origin, its upper end turned by 30 degrees.
+Shape twisted(double size = 40) {
+  const double half = size / 2;
   std::array<GeVector, 8> c;
   for (unsigned k = 0; k < 8; ++k) {
-    const double x = (k & 1U) != 0 ? 20 : -20;
-    const double y = (k & 2U) != 0 ? 20 : -20;
+    const double x = (k & 1U) != 0 ? half : -half;
+    const double y = (k & 2U) != 0 ? half : -half;
     const double s = k < 4 ? 0.0 : 0.5;
     const double t = std::sqrt(1 - s * s);
-    c[k] = {x * t - y * s, x * s + y * t, k < 4 ? -20.0 : 20.0};
+    c[k] = {x * t - y * s, x * s + y * t, k < 4 ? -half : half};
   }
   return std::make_shared<Red>(c);
 }
+// From z = -20 to 20, with these x and y of the four corners of either end.
+Shape reducer(const std::array<std::array<double, 2>, 4>& lower,
+              const std::array<std::array<double, 2>, 4>& upper) {
+  std::array<GeVector, 8> c;
+  for (std::size_t k = 0; k < 4; ++k) {
+    c[k] = {lower[k][0], lower[k][1], -20};
+    c[k + 4] = {upper[k][0], upper[k][1], 20};
+  }
+  return std::make_shared<Red>(c);
+}
+using Corners = std::array<std::array<double, 2>, 4>;
+constexpr Corners kSquare = {{{-20, -20}, {20, -20}, {-20, 20}, {20, 20}}};
+constexpr Corners kTurnedByHalf = {{{20, 20}, {-20, 20}, {20, -20}, {-20, -20}}};
+constexpr Corners kMirrored = {{{-20, 20}, {20, 20}, {-20, -20}, {20, -20}}};
+constexpr Corners kRidge = {{{-20, 0}, {20, 0}, {-20, 0}, {20, 0}}};        // along x
+constexpr Corners kFoldedRidge = {{{-20, 0}, {20, 0}, {20, 0}, {-20, 0}}};  // to and fro
+constexpr Corners kDart = {{{-20, -20}, {20, -20}, {-20, 20}, {-5, -5}}};   // the last turns inward
 Shape line(std::initializer_list<GePoint> points) { return std::make_shared<Pline>(points); }
 Shape face(std::initializer_list<GePoint> points) { return std::make_shared<Pgon>(points); }
 Shape label(const GePoint& at) {
@@ -127,6 +148,17 @@ const PointCase kPoints[] = {
      {130, 140, 0}, 30},
     {"FaceWithoutAreaIsItsEdges", face({{0, 0, 0}, {50, 0, 0}, {100, 0, 0}}), {70, 0, 5}, 5},
     {"TextIsItsPlace", label({10, 10, 10}), {10, 10, 25}, 15},
+    // 25 off the middle of a side, square to it: 40 up while 20 inward.
+    {"BesideAReducerToARidge", reducer(kSquare, kRidge), {0, 10 + 50 / kRoot5, 25 / kRoot5}, 25},
+    {"AboveAReducerToARidge", reducer(kSquare, kRidge), {0, 0, 33}, 13},
+    {"AboveAReducerToAFoldedRidge", reducer(kSquare, kFoldedRidge), {0, 0, 33}, 13},
+    // Two pyramids whose tips meet at the origin, with sides on |x| = |z|.
+    {"BesideAReducerTurnedByHalf", reducer(kSquare, kTurnedByHalf), {25, 0, 0}, 25 / kRoot2},
+    {"InAReducerTurnedByHalf", reducer(kSquare, kTurnedByHalf), {5, 0, 15}, 0},
+    // Two wedges whose edges meet in the x axis, with sides on |y| = |z|.
+    {"BesideAMirroredReducer", reducer(kSquare, kMirrored), {0, 25, 0}, 25 / kRoot2},
+    // Off the side from (20, -20) to (-5, -5): 5 * 25 + 5 * 15 by its length.
+    {"InnerCornerOfAReducer", reducer(kDart, kDart), {0, 0, 0}, 200 / std::hypot(25, 15)},
 };
 // clang-format on
 
@@ -194,6 +226,13 @@ const GapCase kGaps[] = {
     {"DuctOnAPlate", kDuct, cube({0, 0, -1035}, 1000), 5},
     {"TriangleAndPipe", kTriangle, pipe({100, 100, 100}, {200, 200, 200}, 10), 200 / std::sqrt(3.0)},
     {"TextInAPipe", label({500, 0, 0}), kPipe, 0},
+    {"PipesWithoutDiameter", pipe({0, 0, 0}, {100, 0, 0}, 0), pipe({50, -50, 30}, {50, 50, 30}, 0), 30},
+    {"PipeThroughTheSidesOfATwistedReducer", pipe({-100, 0, 0}, {100, 0, 0}, 10), twisted(), 0},
+    {"CubeInATwistedReducer", cube({-1, -1, -1}, 2), twisted(), 0},
+    {"BendInATwistedReducer", bend({0, 0, 0}, {5, 0, 0}, {0, 5, 0}, 2), twisted(), 0},
+    {"TwistedReducerInATwistedReducer", twisted(10), twisted(), 0},
+    {"PinOverAWholePlant", pipe({0, 0, 0}, {0, 0, 2}, 2), cube({-1e6, -1e6, -2e6 - 7}, 2e6), 7},
+    {"PinOverAWholePlantOffItsMiddle", pipe({0, 0, 0}, {0, 0, 2}, 2), cube({-1.5e6, -1.15e6, -2e6 - 7}, 2e6), 7},
     {"HugeAndSmall", cube({-1e9, -1e9, -2e9}, 1e9), cube({-5e8, -5e8, -1e9 + 7}, 1), 7},
     {"HugeBend", bend({0, 0, 0}, {1e7, 0, 0}, {0, 1e7, 0}, 1e6), pipe({0, 0, 0}, {0, 0, 100}, 100), 9.5e6 - 50},
 };
@@ -225,6 +264,54 @@ TEST_P(BodyGap, IsExactFarAway) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, BodyGap, testing::ValuesIn(kGaps),
+                         [](const auto& each) { return each.param.name; });
+
+struct TubesCase {
+  const char* name;
+  Shape a;
+  Shape b;
+  double limit;
+  double meeting;
+  std::optional<double> distance;  // nothing where the centre lines do not tell
+
+  friend std::ostream& operator<<(std::ostream& os, const TubesCase& each) {
+    return os << each.name;
+  }
+};
+
+// clang-format off
+// As kBend, 200 further out: 500 - 300 - 50 - 30 between the surfaces, everywhere.
+const Shape kOuterBend = bend({0, 0, 0}, {500, 0, 0}, {0, 500, 0}, 60);
+
+const TubesCase kTubes[] = {
+    {"ConcentricBends", kBend, kOuterBend, kInf, 0.001, 120},
+    {"BoundsThatWouldNeedMillionsOfPieces", kBend, kOuterBend, kInf, 1e-9, std::nullopt},
+    {"AboveTheLimit", kBend, kOuterBend, 100, 0.001, kInf},
+    {"PipesAboveTheLimit", kPipe, pipe({0, 0, 200}, {1000, 0, 200}, 60), 100, 0.001, kInf},
+    {"ShortestWayFromAFlatEnd", kPipe, pipe({1030, 0, 130}, {2000, 0, 130}, 80), kInf, 0.001, std::nullopt},
+    {"ADuctIsNoTube", kDuct, kPipe, kInf, 0.001, std::nullopt},
+    {"AConeIsNoTube", kPipe, cone({0, 0, 0}, {100, 0, 0}, 200, 0), kInf, 0.001, std::nullopt},
+    {"ALineOfTwoPiecesIsNoTube", kPipe, line({{0, 0, 0}, {100, 0, 0}, {100, 100, 0}}), kInf, 0.001, std::nullopt},
+};
+// clang-format on
+
+class TubeGap : public testing::TestWithParam<TubesCase> {};
+
+TEST_P(TubeGap, IsToldByTheCentreLinesOrNotAtAll) {
+  const std::optional<Body> a = Body::of(*GetParam().a);
+  const std::optional<Body> b = Body::of(*GetParam().b);
+  ASSERT_TRUE(a && b);
+  const std::optional<Gap> gap = gapOfTubes(*a, *b, GetParam().limit, GetParam().meeting);
+  ASSERT_EQ(gap.has_value(), GetParam().distance.has_value());
+  if (!gap) return;
+  if (std::isinf(*GetParam().distance)) {
+    EXPECT_EQ(gap->distance, kInf);
+  } else {
+    EXPECT_NEAR(gap->distance, *GetParam().distance, GetParam().meeting);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, TubeGap, testing::ValuesIn(kTubes),
                          [](const auto& each) { return each.param.name; });
 
 struct BoxCase {
@@ -291,6 +378,18 @@ const NoBodyCase kNoBodies[] = {
     {"BendInfinitelyFar", bend({kInf, 0, 0}, {kInf, 0, 0}, {0, 10, 0}, 10)},
     {"BoxBeyondATrillion", cube({0, 0, 0}, 1e13)},
     {"DuctWithANan", duct({0, 0, 0}, {10, 0, 0}, {0, 10, 0}, kNan, 5)},
+    {"PipeFromNowhere", pipe({kNan, 0, 0}, {10, 0, 0}, 10)},
+    {"ConeOfInfiniteDiameter", cone({0, 0, 0}, {10, 0, 0}, kInf, 10)},
+    {"BendStartingNowhere", bend({0, 0, 0}, {kNan, 0, 0}, {0, 10, 0}, 10)},
+    {"BendEndingNowhere", bend({0, 0, 0}, {10, 0, 0}, {0, kNan, 0}, 10)},
+    {"BendOfInfiniteDiameter", bend({0, 0, 0}, {10, 0, 0}, {0, 10, 0}, kInf)},
+    {"DuctOfInfiniteWidth", duct({0, 0, 0}, {10, 0, 0}, {0, 10, 0}, 5, kInf)},
+    {"BoxNowhere", box({kNan, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1})},
+    {"BoxOfInfiniteWidth", box({0, 0, 0}, {1, 0, 0}, {0, kInf, 0}, {0, 0, 1})},
+    {"BoxOfInfiniteHeight", box({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, kInf})},
+    {"ReducerWithANan", reducer(kSquare, {{{kNan, 0}, {1, 0}, {0, 1}, {1, 1}}})},
+    {"ReducerNowhere", reducer({{{kInf, 0}, {1, 0}, {0, 1}, {1, 1}}}, kSquare)},
+    {"FaceBeyondATrillion", face({{0, 0, 0}, {1e13, 0, 0}, {0, 1e13, 0}})},
     {"LineWithoutPoints", line({})},
     {"LineWithANan", line({{0, 0, 0}, {0, kNan, 0}})},
     {"FaceWithoutPoints", face({})},
@@ -327,6 +426,12 @@ const DepthCase kDepths[] = {
     {"BendThroughAPlate", kBend, cube({0, 0, -1030}, 1000), 20},   // from -50 to -30
     {"EndToEnd", kPipe, pipe({1000, 0, 0}, {2000, 0, 0}, 100), 0},
     {"GrazingABend", kBend, pipe({349.5, 349.5, 0}, {600, 600, 0}, 20), 0},
+    {"FacesInOnePlane", face({{0, 0, 0}, {100, 0, 0}, {0, 100, 0}}), face({{10, 10, 0}, {90, 10, 0}, {10, 90, 0}}), 0},
+    {"LinesAlongEachOther", line({{0, 0, 0}, {100, 0, 0}}), line({{50, 0, 0}, {150, 0, 0}}), 0},
+    {"TextsInOnePlace", label({10, 10, 10}), label({10, 10, 10}), 0},
+    {"ApartFromATwistedReducer", cube({100, 100, 100}, 10), twisted(), 0},
+    // Its lower end reaches to 20, its upper to 20 * (sin 30 + cos 30) = 27.3.
+    {"BesideATwistedReducer", cube({22, 22, -19}, 1), twisted(), 0},
     {"GrazingABendByALittle", kBend, pipe({0, 0, 79.6}, {1000, 1000, 79.6}, 60), 0.4},
     {"OverlapOfEnds", kPipe, pipe({995, 0, 0}, {2000, 0, 0}, 100), 5},
 };

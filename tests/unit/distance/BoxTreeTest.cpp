@@ -56,7 +56,11 @@ TEST(BoxTree, TakesBoxesInOnePlace) {
 }
 
 TEST(BoxTree, LeavesOutWhatHasNoPoint) {
-  const std::vector<Extents> boxes = {{}, {{kNan, 0, 0}, {1, 1, 1}}, {{0, 0, 0}, {1, 1, 1}}};
+  const std::vector<Extents> boxes = {{},
+                                      {{kNan, 0, 0}, {1, 1, 1}},
+                                      {{0, 0, 0}, {1, 1, 1}},
+                                      {{0, 2, 0}, {1, 1, 1}},
+                                      {{0, 0, 2}, {1, 1, 1}}};
   EXPECT_EQ(found(BoxTree(boxes), {{-9, -9, -9}, {9, 9, 9}}, 0), std::vector<std::uint32_t>{2});
 }
 

@@ -340,14 +340,11 @@ class Mapping {
     const double step = angle / static_cast<double>(steps);
     const auto section = [&](std::size_t i) {
       const Turn turn(step * static_cast<double>(i));
-      Section made;
-      made.centre = frame_.point(bend * turn.c, bend * turn.s, 0.0);
-      for (std::size_t k = 0; k < pieces; ++k) {
-        const Turn rim = rimTurn(k, pieces);
-        const double r = bend + tube * rim.c;
-        made.rim.push_back(frame_.point(r * turn.c, r * turn.s, -tube * rim.s));
-      }
-      return made;
+      return sectionAbout(frame_.point(bend * turn.c, bend * turn.s, 0.0), pieces,
+                          [&](const Turn& rim) {
+                            const double r = bend + tube * rim.c;
+                            return frame_.point(r * turn.c, r * turn.s, -tube * rim.s);
+                          });
     };
     putSections(steps, section);
     outcome_.deviation = chordDeviation(step, (bend + tube) * scale) +
@@ -369,6 +366,14 @@ class Mapping {
     const double angle = 2.0 * kPi * static_cast<double>(k) / static_cast<double>(pieces);
     // In a mirrored frame the other way round, so that the bodies are not inside out.
     return Turn(isMirrored() ? -angle : angle);
+  }
+
+  template <class PointAt>
+  Section sectionAbout(const GePoint& centre, std::size_t pieces, PointAt pointAt) const {
+    Section made{centre, {}};
+    made.rim.reserve(pieces);
+    for (std::size_t k = 0; k < pieces; ++k) made.rim.push_back(pointAt(rimTurn(k, pieces)));
+    return made;
   }
 
   // The bodies between sections 0 to `steps`: wedges about the centres.
@@ -394,13 +399,9 @@ class Mapping {
   void putTurned(std::size_t steps, std::size_t pieces, Radius radius, Height height) {
     requireBodies(steps, pieces);
     putSections(steps, [&](std::size_t i) {
-      Section made;
-      made.centre = frame_.point(0.0, 0.0, height(i));
-      for (std::size_t k = 0; k < pieces; ++k) {
-        const Turn rim = rimTurn(k, pieces);
-        made.rim.push_back(frame_.point(radius(i) * rim.c, radius(i) * rim.s, height(i)));
-      }
-      return made;
+      return sectionAbout(frame_.point(0.0, 0.0, height(i)), pieces, [&](const Turn& rim) {
+        return frame_.point(radius(i) * rim.c, radius(i) * rim.s, height(i));
+      });
     });
   }
 
@@ -459,16 +460,13 @@ class Mapping {
       const double r = p[end];
       const double slopeX = std::tan(p[5 + 2 * end]);
       const double slopeY = std::tan(p[6 + 2 * end]);
-      Section made;
-      made.centre = frame_.point(side * p[3], side * p[4], side * p[2]);
-      for (std::size_t k = 0; k < pieces; ++k) {
-        const Turn turn = rimTurn(k, pieces);
-        const double u = r * turn.c;
-        const double v = r * turn.s;
-        made.rim.push_back(
-            frame_.point(side * p[3] + u, side * p[4] + v, side * p[2] + u * slopeX + v * slopeY));
-      }
-      return made;
+      const GePoint centre = frame_.point(side * p[3], side * p[4], side * p[2]);
+      return sectionAbout(centre, pieces, [&](const Turn& rim) {
+        const double u = r * rim.c;
+        const double v = r * rim.s;
+        return frame_.point(side * p[3] + u, side * p[4] + v,
+                            side * p[2] + u * slopeX + v * slopeY);
+      });
     });
     outcome_.deviation = chordDeviation(2.0 * kPi / static_cast<double>(pieces), widest * scale);
     finish(ShapeFate::kFaceted, worldVolume(snoutVolume(p)));

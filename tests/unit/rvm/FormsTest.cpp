@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
+#include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "rvm/ReviewNames.h"
 #include "rvm/ReviewReading.h"
@@ -158,6 +160,30 @@ TEST(ReviewForms, DamageEndsWithAMessage) {
          return writer.finish();
        }(),
        "the names of nested groups have more than 65536 bytes"},
+      {"TextOfMoreThan65536Bytes",
+       [] {
+         // 17501 words of four bytes, the last for the NUL.
+         ReviewWriter writer(kForms[0]);
+         writer.group(std::string(70000, 'x'));
+         return writer.finish();
+       }(),
+       "a text of 70004 bytes; at most 65536 are taken"},
+      {"LineOfMoreThan65536Bytes",
+       [] {
+         ReviewWriter writer(kForms[1]);
+         writer.group(std::string(70000, 'x'));
+         return writer.finish();
+       }(),
+       "a line of more than 65536 bytes"},
+      {"OtherWordThanHead", "HEADER\n1 1\n", "this is not a review model"},
+      {"WordBelowHead", "HEAC\n1 1\n", "this is not a review model"},
+      {"BlanksAlone", " \n \n", "this is not a review model"},
+      {"NothingBehindHead", "HEAD", "the file is cut off"},
+      {"NothingBehindTheMark", "\xEF\xBB\xBFHEAD", "the file is cut off"},
+      {"NegativeKind", "HEAD\n1 1\na\nb\nc\nd\nPRIM\n1 1\n-8\n",
+       "a whole number of the chunk PRIM was expected"},
+      {"KindBeyond32Bits", "HEAD\n1 1\na\nb\nc\nd\nPRIM\n1 1\n4294967296\n",
+       "a whole number of the chunk PRIM was expected"},
       {"WordInsteadOfNumber", "HEAD\n1 1\na\nb\nc\nd\nPRIM\n1 one\n",
        "a number of the chunk PRIM was expected, not \"one\""},
       {"FractionOfAKind", "HEAD\n1 1\na\nb\nc\nd\nPRIM\n1 1\n8.5\n",
@@ -247,6 +273,105 @@ TEST(ReviewForms, TextCutOffBehindEndIsCounted) {
   }
 }
 
+// A mark of the encoding, blanks behind HEAD, plus signs, and the line ends of another system
+// change nothing.
+TEST(ReviewForms, TextIsReadHoweverItWasSaved) {
+  const std::string text = plant(kForms[1]);
+  const std::string lines = readReviewText(text).lines();
+  std::string returns;
+  for (const char c : text) returns += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  const std::string rest = text.substr(4);
+  std::string plus = rest;
+  plus.replace(plus.find("PRIM\n     1     1\n     8") + 22, 2, "+8");
+  const std::string rows[] = {"\xEF\xBB\xBF" + text, " \n" + text,      "HEAD " + rest,
+                              "HEAD\t" + rest,       returns,           "HEAD" + plus,
+                              text + " \t\v\n",      text + "\xFF more"};
+  for (const std::string& row : rows) {
+    const ReviewReading reading = readReviewText(row);
+    EXPECT_EQ(reading.fault, "");
+    EXPECT_EQ(reading.lines(), lines);
+    const std::size_t behind = row.ends_with("more") ? 1 : 0;
+    EXPECT_EQ(reading.counts.oddities[static_cast<std::size_t>(Vesk::ReviewOddity::kBytesBehindEnd)]
+                  .count,
+              behind);
+  }
+}
+
+TEST(ReviewForms, NumberBeyondAllNumbersIsRefusedWithItsShape) {
+  std::string text = plant(kForms[1]);
+  const std::string length = "1000.00000";
+  text.replace(text.find(length), length.size(), "1e999");
+  const ReviewReading reading = readReviewText(text);
+  EXPECT_EQ(reading.fault, "");
+  EXPECT_EQ(reading.counts.kinds[8].fates[5], 1U);
+  EXPECT_EQ(reading.counts.kinds[8].fates[0], 1U);
+  EXPECT_EQ(reading.counts.shapes(), 4U);
+}
+
+// Four capitals in the middle of a chunk that nobody knows are text.
+TEST(ReviewForms, UnknownTextChunkEndsAtAKnownName) {
+  ReviewWriter writer(kForms[1]);
+  writer.bytes() += "NOTE\n 1 1\nsome words\nABCD\n";
+  writer.shape(8, kUpright, kBox, kPipe);
+  const ReviewReading reading = readReviewText(writer.finish());
+  EXPECT_EQ(reading.fault, "");
+  EXPECT_EQ(reading.elements.size(), 1U);
+  EXPECT_EQ(
+      reading.counts.oddities[static_cast<std::size_t>(Vesk::ReviewOddity::kUnknownChunk)].count,
+      1U);
+}
+
+struct GroupCase {
+  const char* name;
+  std::vector<std::uint32_t> rest;  // behind the material
+  std::uint32_t version;
+  std::size_t transparencies;
+  std::size_t newer;
+};
+
+TEST(ReviewForms, GroupsOfLaterVersionsSayMore) {
+  constexpr std::uint32_t kHalf = 50U << 24U;
+  const GroupCase rows[] = {
+      {"VersionTwo", {}, 2, 0, 0},
+      {"VersionThreeWithATransparency", {kHalf}, 3, 1, 0},
+      {"VersionThreeWithoutIt", {}, 3, 0, 0},
+      {"VersionFourWithSevenWords", {kHalf, 2, 3, 4, 5, 6, 7}, 4, 0, 0},
+      {"VersionFourWithoutThem", {}, 4, 0, 0},
+      {"VersionFourWithSix", {1, 2, 3, 4, 5, 6}, 4, 0, 1},
+      {"VersionFive", {kHalf}, 5, 0, 1},
+  };
+  for (const GroupCase& row : rows) {
+    ReviewWriter writer(kForms[0]);
+    std::vector<std::uint32_t> body = {row.version, 1, 0x47000000, 0, 0, 0, 1};  // "G"
+    body.insert(body.end(), row.rest.begin(), row.rest.end());
+    writer.chunk("CNTB", body);
+    writer.shape(8, kUpright, kBox, kPipe);
+    writer.end();
+    const ReviewReading reading = readReviewText(writer.finish());
+    EXPECT_EQ(reading.fault, "") << row.name;
+    EXPECT_EQ(reading.rows, std::vector<std::string>{"G 01 1 /G cylinder exact 1"}) << row.name;
+    EXPECT_EQ(reading.counts.transparencies, row.transparencies) << row.name;
+    EXPECT_EQ(
+        reading.counts.oddities[static_cast<std::size_t>(Vesk::ReviewOddity::kNewerBody)].count,
+        row.newer)
+        << row.name;
+  }
+}
+
+TEST(ReviewForms, TextHasObstructionsAndInsulationsToo) {
+  ReviewWriter writer(kForms[1]);
+  writer.shape(8, kUpright, kBox, kPipe, "OBST");
+  writer.shape(8, kUpright, kBox, kPipe, "INSU");
+  const std::string file = writer.finish();
+  const ReviewReading skipped = readReviewText(file);
+  EXPECT_EQ(skipped.counts.obstructionsSkipped, 1U);
+  EXPECT_EQ(skipped.counts.insulationsSkipped, 1U);
+  EXPECT_FALSE(skipped.counts.isAllExact());
+  const ReviewReading read = readReviewText(file, {.obstructions = true, .insulations = true});
+  EXPECT_EQ(read.lines(), "c 1000 2000 2500,0 0 1000,100\nc 1000 2000 2500,0 0 1000,100\n");
+  EXPECT_TRUE(read.counts.isAllExact());
+}
+
 // A chunk that is as long as that of a shape has no word for it.
 TEST(ReviewForms, ObstructionWithoutTransparencyIsRead) {
   ReviewWriter writer(kForms[0]);
@@ -276,6 +401,118 @@ TEST(ReviewForms, ObstructionsAndInsulationsAreSkippedUnlessAskedFor) {
       EXPECT_EQ(read.counts.transparencies, transparency > 0 ? 2U : 0U);
     }
   }
+}
+
+struct TransparencyCase {
+  const char* name;
+  std::uint32_t kind;
+  VeskTest::ReviewMatrix matrix;
+  Numbers box;
+  Numbers parameters;
+  bool isBefore;
+  std::uint32_t word;
+  std::string lines;
+  std::size_t transparencies;
+  std::size_t uncertain;
+};
+
+// The word of the transparency is one whose last three bytes are 0, before the matrix or
+// behind the box; a length or a corner that is 0 looks like one.
+TEST(ReviewForms, TransparencyStandsWhereTheAxesMakeSense) {
+  constexpr std::uint32_t kHalf = 50U << 24U;
+  const VeskTest::ReviewMatrix uneven = {0, 0.002, 0, -0.001, 0, 0, 0, 0, 0.001, 0, 0, 0};
+  const TransparencyCase rows[] = {
+      // Behind it the box ends with 0; read from there the third axis would be null.
+      {"BeforeABoxThatEndsWithNull",
+       10,
+       kUpright,
+       {-500, 0, 0, 500, 0, 0},
+       {-500, 500},
+       true,
+       kHalf,
+       "l pt 500 2000 3000,pt 1000 0 0\n",
+       1,
+       0},
+      // The first axis begins with 0, and neither place has axes of one length.
+      {"BehindUnevenAxes",
+       2,
+       uneven,
+       {-50, -50, -50, 50, 50, 50},
+       {100, 100, 100},
+       false,
+       kHalf,
+       "b 0 200 0,50 -100 -50,-100 0 0,0 0 100\n",
+       1,
+       1},
+      // A box upside down is no box either.
+      {"BehindABoxUpsideDown",
+       2,
+       {0, 0.001, 0, -0.001, 0, 0, 0, 0, 0.001, 0, 0, 0},
+       {-50, -50, 50, 50, 50, -50},
+       {100, 100, 100},
+       false,
+       kHalf,
+       "b 0 100 0,50 -50 -50,-100 0 0,0 0 100\n",
+       1,
+       1},
+      {"InNeitherPlace",
+       2,
+       kUpright,
+       {-50, -50, -50, 50, 50, 50},
+       {100, 100, 100},
+       false,
+       0x12345678,
+       "b 100 0 0,950 1950 2950,0 100 0,0 0 100\n",
+       0,
+       1},
+      {"MoreThanAHundredPercentInNeitherPlace",
+       2,
+       kUpright,
+       {-50, -50, -50, 50, 50, 50},
+       {100, 100, 100},
+       false,
+       101U << 24U,
+       "b 100 0 0,950 1950 2950,0 100 0,0 0 100\n",
+       0,
+       1},
+  };
+  for (const TransparencyCase& row : rows) {
+    ReviewWriter writer(kForms[0]);
+    std::vector<std::uint32_t> body = {1, row.kind};
+    if (row.isBefore) body.push_back(row.word);
+    for (const double each : row.matrix) body.push_back(ReviewWriter::word(each));
+    for (const double each : row.box) body.push_back(ReviewWriter::word(each));
+    if (!row.isBefore) body.push_back(row.word);
+    for (const double each : row.parameters) body.push_back(ReviewWriter::word(each));
+    writer.chunk("OBST", body);
+    const ReviewReading reading = readReviewText(writer.finish(), {.obstructions = true});
+    EXPECT_EQ(reading.fault, "") << row.name;
+    EXPECT_EQ(reading.lines(), row.lines) << row.name;
+    EXPECT_EQ(reading.counts.transparencies, row.transparencies) << row.name;
+    EXPECT_EQ(reading.counts.uncertainTransparencies, row.uncertain) << row.name;
+  }
+}
+
+TEST(ReviewForms, WhatIsLeftOutIsNotAllExact) {
+  const auto file = [](const char* chunk, std::uint32_t kind, const Numbers& parameters) {
+    ReviewWriter writer(kForms[0]);
+    writer.shape(kind, kUpright, kBox, parameters, chunk);
+    return writer.finish();
+  };
+  EXPECT_TRUE(readReviewText(file("PRIM", 8, kPipe)).counts.isAllExact());
+  EXPECT_FALSE(readReviewText(file("PRIM", 8, {0, 1000})).counts.isAllExact());  // refused
+  EXPECT_FALSE(readReviewText(file("PRIM", 9, {1000})).counts.isAllExact());     // sliced
+  EXPECT_FALSE(readReviewText(file("PRIM", 12, {})).counts.isAllExact());
+  EXPECT_FALSE(readReviewText(file("OBST", 8, kPipe)).counts.isAllExact());
+  EXPECT_FALSE(readReviewText(file("INSU", 8, kPipe)).counts.isAllExact());
+  EXPECT_FALSE(readReviewText(file("ABCD", 8, kPipe)).counts.isAllExact());
+  EXPECT_FALSE(readReviewText(file("PRIM", 8, {50, 1000, 7})).counts.isAllExact());
+  EXPECT_FALSE(readReviewText(file("PRIM", 8, kPipe) + "more").counts.isAllExact());
+  ReviewWriter facets(kForms[0]);
+  facets.facets(kUpright, kBox, {{{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}}, {{{0, 0, 0}, {1, 0, 0}}}});
+  EXPECT_FALSE(readReviewText(facets.finish()).counts.isAllExact());
+  const std::string whole = file("PRIM", 8, kPipe);  // END: and three words
+  EXPECT_FALSE(readReviewText(whole.substr(0, whole.size() - 4)).counts.isAllExact());
 }
 
 struct SelectionCase {
@@ -317,6 +554,7 @@ TEST(ReviewNames, KeepTheLastWholeCharactersOfEightBytes) {
       {"", ""},
       {"/A\tB", "/A B"},
       {"/LAST   ", "/LAST"},
+      {"/A\x80\x80\x80\x80\x80\x80\x80\x80", ""},  // no whole character
   };
   for (const NameCase& row : rows) EXPECT_EQ(Vesk::ReviewNames::endOf(row.name), row.end);
 }
@@ -343,6 +581,9 @@ TEST(ReviewNames, NeverGiveAHeaderTwice) {
   EXPECT_EQ(last, "ZZ");
   EXPECT_EQ(names.crowded(), 1400U - 1295U);
   EXPECT_EQ(names.next("/N1399/12345678").number, 107);
+  for (int i = 107; i < 46655; ++i) names.next("/N1399/12345678");
+  EXPECT_THROW(names.next("/N1399/12345678"), std::length_error);
+  EXPECT_THROW(names.next("/N1398/12345678"), std::length_error);
 }
 
 constexpr const char* kAttributes =
@@ -396,6 +637,83 @@ TEST(ReviewAttributes, BlocksOfOneNameGoToTheGroupsInOrder) {
       std::string(kMarks) + "NEW VALVE\nNo:=1\nEND\nNEW VALVE\nNo:=2\nEND\nNEW VALVE\nNo:=3\nEND\n";
   const std::string file = writer.finish();
   EXPECT_EQ(readReviewText(file, {}, blocks).values, (std::vector<std::string>{"No=1", "No=2"}));
+}
+
+TEST(ReviewAttributes, GroupsBeyondTheBlocksOfTheirNameHaveThoseOfTheLast) {
+  ReviewWriter writer(kForms[0]);
+  for (int i = 0; i < 3; ++i) {
+    writer.group("VALVE");
+    writer.shape(8, kUpright, kBox, kPipe);
+    writer.end();
+  }
+  const std::string blocks = std::string(kMarks) + "NEW VALVE\nNo:=1\nEND\nNEW VALVE\nNo:=2\nEND\n";
+  EXPECT_EQ(readReviewText(writer.finish(), {}, blocks).values,
+            (std::vector<std::string>{"No=1", "No=2", "No=2"}));
+}
+
+struct AttributeCase {
+  const char* name;
+  std::string lines;  // behind the marks
+  std::vector<std::string> keys;
+  std::size_t blocks;
+  std::size_t stray;
+};
+
+TEST(ReviewAttributes, LinesAreBlocksOrValuesOrStray) {
+  const AttributeCase rows[] = {
+      {"EndWithoutABlock", "END\nNEW A\nEND\nEND\n", {}, 1, 2},
+      {"ValueOutsideOfABlock", "Spec:=A\nNEW A\nEND\n", {}, 1, 1},
+      {"ValueWithoutAKey", "NEW A\n :=A1A\nEND\n", {}, 1, 1},
+      {"NothingBetweenTwoMarks", "NEW A\nx:=1 &end& &end& y:=2 &end&\nEND\n", {"x", "y"}, 1, 0},
+      {"WordThatOnlyBeginsLikeABlock", "NEW A\nNEWS:=1\nEND\n", {"NEWS"}, 1, 0},
+      {"BlockWithoutAName", "NEW\nx:=1\nEND\n", {"x"}, 1, 0},
+      {"BlockBehindATabulator", "NEW\tA\nEND\n", {}, 1, 0},
+      {"BlankLines", "\n  \nNEW A\n\nEND\n", {}, 1, 0},
+  };
+  for (const AttributeCase& row : rows) {
+    Vesk::ReviewAttributes attributes;
+    const std::string text = kMarks + row.lines;
+    attributes.read(VeskTest::bytesOf(text));
+    EXPECT_EQ(attributes.keys(), row.keys) << row.name;
+    EXPECT_EQ(attributes.blockCount(), row.blocks) << row.name;
+    EXPECT_EQ(attributes.strayCount(), row.stray) << row.name;
+  }
+}
+
+// Each quotes pair is taken off once, and only where both are the same.
+TEST(ReviewAttributes, ValuesLoseOnePairOfQuotes) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"\"80\"", "80"}, {"'80'", "80"}, {"''80''", "'80'"}, {"\"80'", "\"80'"},
+      {"\"", "\""},     {"\"\"", ""},   {"121", "121"},
+  };
+  for (const auto& [written, value] : rows) {
+    Vesk::ReviewAttributes attributes;
+    const std::string text = std::string(kMarks) + "NEW A\nx:=" + written + "\nEND\n";
+    attributes.read(VeskTest::bytesOf(text));
+    const auto block = attributes.find(Vesk::ReviewAttributes::kTop, "A");
+    EXPECT_EQ(attributes.valuesOf(block), (Vesk::ReviewAttributes::Values{{0, value}}));
+  }
+}
+
+TEST(ReviewAttributes, DamageEndsWithAMessage) {
+  std::string nested;
+  for (int i = 0; i < 10001; ++i) nested += "NEW A\n";
+  const std::pair<std::string, const char*> rows[] = {
+      {"", "the file of attributes is empty"},
+      {"NEW A\nEND\n", "this is not a file of attributes"},
+      {kMarks + std::string("NEW A\n"), "the file of attributes is cut off: 1 blocks have no END"},
+      {kMarks + std::string(65537, 'x'), "a line of more than 65536 bytes"},
+      {kMarks + nested, "more than 10000 nested blocks"},
+  };
+  for (const auto& [text, message] : rows) {
+    try {
+      Vesk::ReviewAttributes attributes;
+      attributes.read(VeskTest::bytesOf(text));
+      ADD_FAILURE() << message;
+    } catch (const std::runtime_error& fault) {
+      EXPECT_NE(std::string(fault.what()).find(message), std::string::npos) << fault.what();
+    }
+  }
 }
 
 TEST(ReviewAttributes, MatchNamesWithoutTheBlanksAround) {

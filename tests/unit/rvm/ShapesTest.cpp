@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <ostream>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "rvm/ReviewReading.h"
 #include "rvm/ReviewWriter.h"
@@ -61,6 +63,18 @@ const ShapeCase kShapes[] = {
     {"LineWithItsBoxIsASegment", 10, {-500, 500}, {-500, 0, 0, 500, 0, 0}, "exact",
      "l pt 500 2000 3000,pt 1000 0 0\n"},
     {"LineWithAnotherBoxIsLeftOut", 10, {5, 0}, {-5, -5, -100, 5, 5, 100}, "doubtful", ""},
+    {"LineWhoseBoxIsLongerIsLeftOut", 10, {-500, 500}, {-500, 0, 0, 700, 0, 0}, "doubtful", ""},
+    {"LineWithABoxBelowYIsLeftOut", 10, {-500, 500}, {-500, -5, 0, 500, 0, 0}, "doubtful", ""},
+    {"LineWithABoxAboveYIsLeftOut", 10, {-500, 500}, {-500, 0, 0, 500, 5, 0}, "doubtful", ""},
+    {"LineWithABoxBelowZIsLeftOut", 10, {-500, 500}, {-500, 0, -5, 500, 0, 0}, "doubtful", ""},
+    {"LineWithABoxAboveZIsLeftOut", 10, {-500, 500}, {-500, 0, 0, 500, 0, 5}, "doubtful", ""},
+    {"PyramidOfNegativeBottomXIsRefused", 1, {-1, 100, 100, 50, 0, 0, 9}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+    {"PyramidOfNegativeBottomYIsRefused", 1, {100, -1, 100, 50, 0, 0, 9}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+    {"PyramidOfNegativeTopXIsRefused", 1, {100, 100, -1, 50, 0, 0, 9}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+    {"PyramidOfNegativeTopYIsRefused", 1, {100, 100, 100, -1, 0, 0, 9}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+    {"SnoutOfNegativeBottomIsRefused", 7, {-1, 50, 200, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+    {"SnoutOfNegativeTopIsRefused", 7, {50, -1, 200, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 0}, "refused", ""},
+    {"SnoutShearedByARightAngleIsRefused", 7, {50, 50, 200, 0, 0, 0, 1.58, 0, 0}, {0, 0, 0, 0, 0, 0}, "refused", ""},
     {"NegativeLengthIsRefused", 2, {200, -100, 50}, {-100, -50, -25, 100, 50, 25}, "refused", ""},
     {"ZeroRadiusIsRefused", 8, {0, 1000}, {0, 0, -500, 0, 0, 500}, "refused", ""},
     {"NoAngleIsRefused", 4, {300, 50, 0}, {0, 0, 0, 0, 0, 0}, "refused", ""},
@@ -161,7 +175,34 @@ const RoundCase kRound[] = {
      {-225, -210, -200, 175, 190, 200},
      kPi * 400 / 3 * (40000 + 20000 + 10000),
      3},
-    // Sheared ends of a straight pipe take away what they add.
+    {"SnoutOffsetAside",
+     7,
+     {200, 100, 400, 0, 20, 0, 0, 0, 0},
+     {-200, -210, -200, 200, 190, 200},
+     kPi * 400 / 3 * (40000 + 20000 + 10000),
+     3},
+    // The side leans by 50 in x, and there the lower end is higher by 0.3 rad, the upper
+    // lower by 0.2: the integral of height over the side's shadow.
+    {"ShearedAndOffsetSnout",
+     7,
+     {200, 100, 400, 50, 0, 0.3, 0, -0.2, 0},
+     {0, 0, 0, 0, 0, 0},
+     kPi*(400.0 / 3 * 70000 - std::tan(0.3) * 50 * (40000.0 / 3 + 20000.0 / 6) +
+          std::tan(0.2) * 50 * (10000.0 / 3 + 20000.0 / 6)),
+     3},
+    // Ends sheared about the axis take away what they add.
+    {"ConeShearedBelow",
+     7,
+     {200, 100, 400, 0, 0, 0, 0.3, 0, 0},
+     {0, 0, 0, 0, 0, 0},
+     kPi * 400 / 3 * 70000,
+     3},
+    {"ConeShearedAbove",
+     7,
+     {200, 100, 400, 0, 0, 0, 0, 0, 0.3},
+     {0, 0, 0, 0, 0, 0},
+     kPi * 400 / 3 * 70000,
+     3},
     {"ShearedSnout",
      7,
      {100, 100, 400, 0, 0, 0.3, 0, -0.2, 0.1},
@@ -195,6 +236,26 @@ TEST(ReviewRound, SphereThatItsBoxDoesNotDecideIsDoubtful) {
   const ReviewReading reading = readReviewText(writer.finish());
   EXPECT_EQ(reading.counts.kinds[9].fates[4], 1U);
   EXPECT_FALSE(reading.elements.empty());
+}
+
+// Of 0.01 mm: its box is within the rounding of both, and nearer to that of the diameter.
+TEST(ReviewRound, TinySphereIsOfTheSizeThatItsBoxIsNearerTo) {
+  ReviewWriter writer(ReviewWriter::Form::kBinary);
+  writer.shape(9, kUpright, {-0.005, -0.005, -0.005, 0.005, 0.005, 0.005}, {0.01});
+  const ReviewReading reading = readReviewText(writer.finish(), {.tolerance = 0.1});
+  EXPECT_EQ(reading.counts.kinds[9].fates[2], 1U);
+  // A tolerance above the radius: pieces of 45 degrees.
+  EXPECT_EQ(reading.elements.size(), 4U);
+  EXPECT_NEAR(reading.box.max.z - reading.box.min.z, 0.01, 1e-9);
+}
+
+// Ends of different sizes that are sheared have more than one meaning.
+TEST(ReviewRound, ShearedSnoutOfTwoSizesIsCounted) {
+  for (const double top : {100.0, 50.0}) {
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.shape(7, kUpright, {0, 0, 0, 0, 0, 0}, {100, top, 400, 0, 0, 0.1, 0, 0, 0});
+    EXPECT_EQ(readReviewText(writer.finish()).counts.oddSnouts, top == 50.0 ? 1U : 0U);
+  }
 }
 
 // Every round kind, with axes that are stretched, skew or mirrored: the volume is
@@ -294,6 +355,35 @@ TEST(ReviewPlaces, TextAxesThatRoundingSetsApartHaveOneScale) {
   EXPECT_EQ(readReviewText(narrow.finish()).counts.kinds[5].fates[3], 1U);
 }
 
+// Twice as wide and five times as high: only the axes across have one scale.
+TEST(ReviewPlaces, TextAxesAcrossHaveOneScaleAndTheThirdItsOwn) {
+  const double c = std::cos(0.4) / 500;
+  const double s = std::sin(0.4) / 500;
+  ReviewWriter writer(ReviewWriter::Form::kText);
+  writer.shape(8, {c, s, 0, -s, c, 0, 0, 0, 0.005, 0, 0, 0}, {-50, -50, -500, 50, 50, 500},
+               {50, 1000});
+  const ReviewReading reading = readReviewText(writer.finish());
+  EXPECT_EQ(reading.counts.kinds[8].fates[0], 1U);
+  EXPECT_NEAR(reading.volume, 20 * kPi * 2500 * 1000, 0.003 * reading.volume);
+}
+
+TEST(ReviewPlaces, AxesThatSpanNoSpaceAreRefused) {
+  const ReviewMatrix flat[] = {
+      {0.001, 0, 0, 0, 0.001, 0, 0, 0, 0, 0, 0, 0},
+      {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0},
+      {0.001, 0, 0, 0, 0.001, 0, 0.001, 0.001, 0, 0, 0, 0},
+  };
+  for (const ReviewMatrix& matrix : flat) {
+    for (const auto form : {ReviewWriter::Form::kBinary, ReviewWriter::Form::kText}) {
+      ReviewWriter writer(form);
+      writer.shape(2, matrix, {-50, -50, -50, 50, 50, 50}, {100, 100, 100});
+      const ReviewReading reading = readReviewText(writer.finish());
+      EXPECT_EQ(reading.counts.kinds[2].fates[5], 1U);
+      EXPECT_TRUE(reading.elements.empty());
+    }
+  }
+}
+
 // clang-format off
 struct FacetCase {
   const char* name;
@@ -358,6 +448,45 @@ TEST(ReviewFacets, BecomeFaces) {
         EXPECT_EQ(reading.counts.facetsRefused, row.refused) << row.name;
       }
     }
+  }
+}
+
+// In the planes across x, y and z and askew, both ways round: 100 x 100 less 20 x 20, and 8
+// triangles for 8 corners and a bridge. 3 4 0, 0 3 4 by 5 are two directions square to nothing.
+TEST(ReviewFacets, WithAHoleLieInAnyPlane) {
+  using Direction = std::array<double, 3>;
+  const std::pair<Direction, Direction> planes[] = {
+      {{0, 1, 0}, {0, 0, 1}},     {{0, 0, 1}, {1, 0, 0}},     {{1, 0, 0}, {0, 1, 0}},
+      {{0, 0, 1}, {0, 1, 0}},     {{1, 0, 0}, {0, 0, 1}},     {{0, 1, 0}, {1, 0, 0}},
+      {{0, 0, 1}, {0.6, 0.8, 0}}, {{0.8, 0.6, 0}, {0, 0, 1}}, {{0.6, 0, 0.8}, {0, 1, 0}},
+  };
+  const std::array<double, 2> square[] = {{0, 0}, {100, 0}, {100, 100}, {0, 100}};
+  const std::array<double, 2> hole[] = {{20, 20}, {20, 40}, {40, 40}, {40, 20}};
+  for (const auto& [u, v] : planes) {
+    const auto at = [&u = u, &v = v](const std::array<double, 2>& p) {
+      return std::array<double, 3>{p[0] * u[0] + p[1] * v[0], p[0] * u[1] + p[1] * v[1],
+                                   p[0] * u[2] + p[1] * v[2]};
+    };
+    ReviewPolygon polygon(2);
+    for (const auto& p : square) polygon[0].push_back(at(p));
+    for (const auto& p : hole) polygon[1].push_back(at(p));
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.facets(kUpright, {0, 0, 0, 100, 100, 100}, {polygon});
+    const ReviewReading reading = readReviewText(writer.finish());
+    EXPECT_EQ(reading.elements.size(), 8U);
+    EXPECT_NEAR(reading.area, 10000 - 400, 0.01);
+  }
+}
+
+TEST(ReviewFacets, WithAHoleOutsideAreRefused) {
+  const VeskTest::ReviewContour square = {{0, 0, 0}, {100, 0, 0}, {100, 100, 0}, {0, 100, 0}};
+  for (const double x : {200.0, -300.0, 90.0}) {
+    const VeskTest::ReviewContour hole = {{x, 20, 0}, {x, 40, 0}, {x + 20, 40, 0}, {x + 20, 20, 0}};
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.facets(kUpright, {0, 0, 0, 100, 100, 0}, {{square, hole}, {square}});
+    const ReviewReading reading = readReviewText(writer.finish());
+    EXPECT_EQ(reading.counts.facetsRefused, 1U) << x;
+    EXPECT_NEAR(reading.area, 10000, 1e-6) << x;
   }
 }
 

@@ -1,7 +1,10 @@
 # SPDX-License-Identifier: MIT
 """What the tests share: the golden files and a small plant."""
 
+import os
 import pathlib
+import signal
+import threading
 
 import pytest
 from hypothesis import settings
@@ -29,3 +32,19 @@ def small(tmp_path):
         )
         file.polylines([[0, 0, 0], [0, 0, 500]], [0, 2], header="AXIS", number=7)
     return path
+
+
+def ends_by_interrupt(call):
+    """Whether a SIGINT a little later ends the call, in a process of its own."""
+    child = os.fork()
+    if child == 0:
+        # What runs in the background of a shell begins with the signal ignored.
+        signal.signal(signal.SIGINT, signal.default_int_handler)
+        signal.alarm(300)
+        threading.Timer(0.3, os.kill, (os.getpid(), signal.SIGINT)).start()
+        try:
+            call()
+        except KeyboardInterrupt:
+            os._exit(0)
+        os._exit(1)
+    return os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0

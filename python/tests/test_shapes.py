@@ -1,15 +1,13 @@
 # SPDX-License-Identifier: MIT
 import os
-import signal
 import struct
 import subprocess
-import threading
 
 import numpy as np
 import pytest
 
 import vesk
-from conftest import GOLDEN
+from conftest import GOLDEN, ends_by_interrupt
 
 TOOL = os.environ.get("VESK_TOOL")
 needs_tool = pytest.mark.skipif(not TOOL, reason="VESK_TOOL names no tool")
@@ -168,13 +166,5 @@ def test_an_interrupt_ends_a_long_call_and_leaves_no_file(call, tmp_path):
         # No two alike, so that no mesh is shared.
         file.tori([0, 0, 0], [100, 0, 0], [0, 100, 0], 1 + np.arange(20000) / 1000)
     model = vesk.read(tmp_path / "long.dat")
-    child = os.fork()
-    if child == 0:
-        threading.Timer(0.3, os.kill, (os.getpid(), signal.SIGINT)).start()
-        try:
-            call(model, tmp_path / "x.glb")
-        except KeyboardInterrupt:
-            os._exit(0)
-        os._exit(1)
-    assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0
+    assert ends_by_interrupt(lambda: call(model, tmp_path / "x.glb"))
     assert [each.name for each in tmp_path.iterdir()] == ["long.dat"]

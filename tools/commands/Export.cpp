@@ -19,21 +19,25 @@
 #include "files/SelectionOptions.h"
 #include "terminal/Options.h"
 #include "text/Numbers.h"
+#include "tiles/Tiles.h"
+#include "tiles/TilesFolder.h"
+#include "tiles/TilesMerge.h"
 
 namespace VeskTool {
 namespace {
 
-enum class Format { kNone, kGlb, kGltf, kObj, kPly, kStl, kStep, kIfc, kDxf, kSqlite };
+enum class Format { kNone, kGlb, kGltf, kObj, kPly, kStl, kStep, kIfc, kDxf, kSqlite, kTiles };
 
 struct FormatName {
   Format format;
   std::string_view name;
 };
 
-constexpr FormatName kFormats[] = {
-    {Format::kGlb, "glb"}, {Format::kGltf, "gltf"}, {Format::kObj, "obj"},
-    {Format::kPly, "ply"}, {Format::kStl, "stl"},   {Format::kStep, "step"},
-    {Format::kIfc, "ifc"}, {Format::kDxf, "dxf"},   {Format::kSqlite, "sqlite"}};
+constexpr FormatName kFormats[] = {{Format::kGlb, "glb"},       {Format::kGltf, "gltf"},
+                                   {Format::kObj, "obj"},       {Format::kPly, "ply"},
+                                   {Format::kStl, "stl"},       {Format::kStep, "step"},
+                                   {Format::kIfc, "ifc"},       {Format::kDxf, "dxf"},
+                                   {Format::kSqlite, "sqlite"}, {Format::kTiles, "tiles"}};
 
 // The others are written from a scene that is in memory as a whole.
 bool isStreamed(Format format) {
@@ -72,8 +76,9 @@ std::string_view nameOf(Format format) {
   return "none";
 }
 
-// By what stands behind the last point, in small letters.
+// By what stands behind the last point, in small letters; a folder is for tiles.
 Format formatOf(const std::string& file) {
+  if (file.ends_with('/') || file.ends_with('\\')) return Format::kTiles;
   const std::size_t point = file.find_last_of("./\\");
   if (point == std::string::npos || file[point] != '.') return Format::kNone;
   std::string ending = file.substr(point + 1);
@@ -108,14 +113,22 @@ class ExportCommand : public Command {
         ".step and .ifc keep the true surfaces, .dxf has meshes in layers by kind, and .sqlite has "
         "every value, including those of the sidecar, for SQL queries; these four are streamed. "
         "docs/formats.md describes what each keeps and loses.\n"
+        "A folder, -o plant/, becomes a tileset (3D Tiles) for models that are too large for one "
+        "file: a viewer fetches what is in sight. From afar small elements are left out and round "
+        "ones have fewer pieces. Memory does not grow with the model; while the tiles are made, "
+        "some 250 bytes for each element wait in files beside them. Zones can be exported each by "
+        "itself; given finished tilesets instead of records, export writes one that shows them "
+        "together, in a folder that holds them all.\n"
         "--report shows for each kind how far the meshes are from the true surfaces, their volume, "
-        "and whether they are closed. For mesh formats other than .dxf the whole model is in "
+        "and whether they are closed. For meshes other than .dxf and tiles the whole model is in "
         "memory: about 150 bytes for each element, in a .glb or .gltf 500, with --merge 5 KB.",
         {{"vesk export plant.dat -o plant.glb", "for any viewer of glTF"},
          {"vesk export zones -o plant.obj --quality draft", "all files of a folder, coarse"},
          {"vesk export plant.dat -o p.stl --tolerance 0.1", "within a tenth of a millimetre"},
          {"vesk export plant.dat -o p.glb --header 'P-10*'", "only some of its headers"},
          {"vesk export plant.dat -o p.glb --instances --compress", "as small as it gets"},
+         {"vesk export plant.dat -o tiles/", "a tileset, however large the plant"},
+         {"vesk export web/z1 web/z2 -o web/", "finished tilesets shown as one"},
          {"vesk export plant.dat --report", "only a report on the meshes"}}};
   }
 
@@ -137,6 +150,12 @@ class ExportCommand : public Command {
         ->excludes(instances);
     app.add_flag("--compress", compress_,
                  "glTF: pack the meshes by meshopt, with --merge or --instances (see above)");
+    app.add_option("--tile-triangles", tiles_.triangles,
+                   "tiles: most triangles in a tile, 5000 or more; a segment of a line and a point "
+                   "count as one")
+        ->type_name("N")
+        ->check(CLI::Range(TilesOptions::kLeastTriangles, TilesOptions::kMostTriangles))
+        ->capture_default_str();
     fineness_.define(app);
     app.add_option("--unit", unit_, "length of the file's unit in millimetres")
         ->type_name("MM")
@@ -151,8 +170,10 @@ class ExportCommand : public Command {
 
   Exit run(Session& session) override {
     const Format format = chosenFormat();
+    if (format == Format::kTiles && isTileset(words_.front())) return mergeTiles(session);
     if (compress_) packer_ = makeMeshPacker();
     const std::vector<std::string> files = expandFiles(words_);
+    if (format == Format::kTiles) return writeTiles(files, session);
     std::optional<OutputFile> out;
     if (format != Format::kNone) {
       for (const std::string& file : files) refuseSameFile(file, output_);
@@ -206,6 +227,38 @@ class ExportCommand : public Command {
     return exit;
   }
 
+  Exit writeTiles(const std::vector<std::string>& files, Session& session) {
+    if (report_) throw Failure(Exit::kUsage, "--report is for meshes: glb, gltf, obj, ply, stl");
+    if (output_ == "-") throw Failure(Exit::kUsage, "a tileset is a folder", "-o FOLDER");
+    tiles_.fineness = fineness_.fineness();
+    tiles_.millimetres = unit_;
+    Choice choice(selection_, files, session);
+    TilesFolder folder(output_, force_);
+    TilesWriter writer(tiles_, folder, session);
+    Exit exit = exportStream(files, nameOf(Format::kTiles), choice, writer, strict_, session);
+    exit = worst(exit, writer.exit());
+    if (choice.isNothing()) return worst(exit, choice.finish(session));
+    folder.commit();
+    session.note(amount(writer.tiles(), "tile", "tiles"));
+    return exit;
+  }
+
+  // A folder may hold its zones already: only the files of the whole are new.
+  Exit mergeTiles(Session& session) const {
+    for (const std::string& word : words_) {
+      if (!isTileset(word)) {
+        throw Failure(Exit::kUsage, word + " is no tileset, and others are",
+                      "export records and tilesets one after the other");
+      }
+    }
+    const std::string text = mergedTileset(words_, output_);
+    OutputFile tileset(output_ + '/' + kTilesetName, force_);
+    tileset.write(text);
+    tileset.commit();
+    session.note(amount(words_.size(), "tileset", "tilesets") + " shown as one");
+    return Exit::kDone;
+  }
+
   static bool isGltf(Format format) { return format == Format::kGlb || format == Format::kGltf; }
 
   GltfOptions gltfOptions(Format format) const {
@@ -252,6 +305,7 @@ class ExportCommand : public Command {
       case Format::kIfc:
       case Format::kDxf:
       case Format::kSqlite:
+      case Format::kTiles:
         left = writeStl(scene, out);
         break;
     }
@@ -308,6 +362,7 @@ class ExportCommand : public Command {
   bool merge_ = false;
   bool compress_ = false;
   std::unique_ptr<MeshPacker> packer_;
+  TilesOptions tiles_;
   bool json_ = false;
   bool force_ = false;
   bool strict_ = false;

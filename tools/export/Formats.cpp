@@ -42,7 +42,12 @@ constexpr FormatText kFormats[] = {
      "the model", "assimp"},
     {".stl, binary", "solids and faces as one list of triangles",
      "texts, lines and points (left out), all names and colours",
-     "as --tolerance or --quality says", "the model", "admesh, assimp"}};
+     "as --tolerance or --quality says", "the model", "admesh, assimp"},
+    {"tiles (a folder), 3D Tiles 1.1",
+     "solids, faces, lines, points in a tree of tiles, coarser from afar; header, kind, file and "
+     "line of each element; colours of kinds",
+     "texts (left out), arcs, marks and tags", "the finest tiles as --tolerance or --quality says",
+     "a tile; files beside OUT", "the Khronos validator (the tiles)"}};
 
 void appendPart(std::string& help, std::string_view left, std::string_view text) {
   std::string lines = wrapped(text, 11, kHelpWidth);

@@ -70,7 +70,9 @@ Exit exportStream(const std::vector<std::string>& files, std::string_view ending
   if (!lost.empty()) session.warning("not kept: " + lost);
   const std::string leftOut = listOf(writer.leftOut());
   if (leftOut.empty()) return exit;
-  session.warning("left out: " + leftOut, "." + std::string(ending) + " has no place for them");
+  session.warning(
+      "left out: " + leftOut,
+      (ending == "tiles" ? "a tileset" : "." + std::string(ending)) + " has no place for them");
   return isStrict ? worst(exit, Exit::kNo) : exit;
 }
 

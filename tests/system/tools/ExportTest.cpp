@@ -61,7 +61,7 @@ constexpr ExportCase kCases[] = {
     {"StandardOutput", "export pipe.dat -o - --to obj", 0, "\no P-1_01/cylinder:1\nv ", ""},
     {"WithoutOutput", "export pipe.dat", 2, "", "-o is missing"},
     {"WithoutAFormat", "export pipe.dat -o x.txt", 2, "", "\"x.txt\" names no format"},
-    {"StandardOutputNeedsAFormat", "export pipe.dat -o -", 2, "", "--to glb, gltf, obj, ply, stl, step, ifc, dxf or sqlite"},
+    {"StandardOutputNeedsAFormat", "export pipe.dat -o -", 2, "", "--to glb, gltf, obj, ply, stl, step, ifc, dxf, sqlite or tiles"},
     {"Step", "export pipe.dat -o x.step", 0, "", "", "x.step"},
     {"Ifc", "export pipe.dat -o x.ifc", 0, "", "", "x.ifc"},
     {"Dxf", "export pipe.dat -o x.dxf", 0, "", "", "x.dxf"},

@@ -76,6 +76,7 @@ commands=(
   'export plant.dat -o new.ifc'
   'export plant.dat -o new.dxf'
   'export plant.dat -o new.sqlite'
+  'export plant.dat -o new.tiles/'
   'import line.pcf -o new.dat'
   'import line.pcf --json -o new.dat'
   'import model.rvm -o new.dat'
@@ -104,7 +105,7 @@ else
 fi
 
 # Of all files in these places.
-bytes() { find "$@" -type f -exec cat {} + 2>/dev/null | cksum; }
+bytes() { find "$@" -type f -print0 2>/dev/null | sort -z | xargs -0 cat | cksum; }
 
 failed=0
 moment=0

@@ -108,6 +108,8 @@ const Scene kScenes[] = {
     {"NotWithinAHeader", {{"A", "01", kPipe}, {"A", "01", "c 500 -500 0,0 1000 0,60"}}, "", ""},
     {"BetweenHeadersOfALine", {{"A", "01", kPipe}, {"A", "02", "c 500 -500 0,0 1000 0,60"}}, "", "V501 1-2"},
     {"NotWithinALine", {{"A", "01", kPipe}, {"A", "02", "c 500 -500 0,0 1000 0,60"}}, "--between lines", ""},
+    {"NotWithinAnotherLine", {{"A", "01", "c 0 0 9000,10 0 0,5"}, {"A", "02", "c 0 0 9900,10 0 0,5"}, {"B", "01", kPipe}, {"B", "02", "c 500 -500 0,0 1000 0,60"}}, "--between lines", ""},
+    {"BetweenTwoOfManyLines", {{"A", "01", "c 0 0 9000,10 0 0,5"}, {"A", "02", "c 0 0 9900,10 0 0,5"}, {"B", "01", kPipe}, {"C", "01", "c 500 -500 0,0 1000 0,60"}}, "--between lines", "V501 3-4"},
     {"BetweenElements", {{"A", "01", kPipe}, {"A", "01", "c 500 -500 0,0 1000 0,60"}}, "--between elements", "V501 1-2"},
     {"NotWithinAFile", {{"A", "01", kPipe}, {"B", "02", "c 500 -500 0,0 1000 0,60"}}, "--between files", ""},
     {"Ignored", {{"INS-1", "", kPipe}, {"B", "", "c 500 -500 0,0 1000 0,60"}}, "--ignore B:INS-*", ""},

@@ -293,6 +293,105 @@ std::vector<float> matricesOf(const WrittenPage& page) {
   return numbers;
 }
 
+// Numbers from hints, of an element of these values.
+std::vector<float> placesOf(const WrittenPage& page, const Json& group,
+                            const std::vector<double>& values) {
+  const double changes[] = {1.0, -1.0, 0.5, -0.5};
+  const float simple[] = {0.0F, 0.0F, -0.0F, 1.0F, -1.0F};
+  const auto literals = page.floats(group["literals"]);
+  auto literal = literals.begin();
+  std::vector<float> numbers;
+  for (const std::uint8_t hint : page.block<std::uint8_t>(group["hints"])) {
+    if (hint == 0) {
+      numbers.push_back(*literal++);
+    } else if (hint < 5) {
+      numbers.push_back(simple[hint]);
+    } else if (hint == 5) {
+      numbers.push_back(numbers[numbers.size() - 3]);
+    } else {
+      const std::size_t code = hint - 6U;
+      numbers.push_back(static_cast<float>(values.at(code % 62) * changes[code / 62]));
+    }
+  }
+  return numbers;
+}
+
+// From (1, 2, 3) 10 along x, 20 along y and 30 along z.
+TEST_F(PageTest, LinesGoFromVertexToVertex) {
+  const TempFolder folder;
+  writeFile("a.dat", "P-1     01001    00l pt 1 2 3,pt 10 0 0,pt 10 20 0,pt 10 20 30\n");
+  const WrittenPage page = pageOf("view a.dat");
+  const std::vector<float> expected{1, 2, 3, 11, 2, 3, 11, 2, 3, 11, 22, 3, 11, 22, 3, 11, 22, 33};
+  EXPECT_EQ(placesOf(page, page.head["lines"], {1, 2, 3, 11, 2, 3, 11, 22, 3, 11, 22, 33}),
+            expected);
+  EXPECT_EQ(page.steps(page.head["lines"]["elements"]), (std::vector<std::uint32_t>{0, 0, 0}));
+}
+
+// Three characters of 0.5, along a direction of the length 2; 5 high.
+TEST_F(PageTest, TextsHaveTheirPlaceDirectionsAndSizes) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00x 1 2 3,0 2 0,0 0 1,5,0.5,1,3\n"
+            "P-1     01001    01x ABC\n");
+  const WrittenPage page = pageOf("view a.dat");
+  const std::vector<float> expected{1, 2, 3, 0, 1, 0, 0, 0, 1, 5, 3};
+  EXPECT_EQ(placesOf(page, page.head["texts"], {1, 2, 3, 0, 2, 0, 0, 0, 1, 5, 0.5, 1, 0}),
+            expected);
+}
+
+// By their numbers, where nothing else tells.
+TEST_F(PageTest, ElementsOfOneNumberAreOneComponent) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00c 0 0 0,0 0 9,4\n"
+            "P-1     01001    00c 9 0 0,0 0 9,4\n"
+            "P-1     01002    00c 18 0 0,0 0 9,4\n"
+            "P-2     01002    00c 27 0 0,0 0 9,4\n");
+  const WrittenPage page = pageOf("view a.dat");
+  EXPECT_EQ(page.steps(page.head["elements"]["component"]),
+            (std::vector<std::uint32_t>{0, 0, 1, 2}));
+}
+
+// What a page of differences says at which element; those as they were come behind all others.
+TEST_F(PageTest, MarksWhatMovedChangedAppearedAndVanished) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00c 0 0 0,0 0 9,4\n"
+            "P-1     01002    00c 500 0 0,0 0 9,4\n"
+            "P-1     01003    00c 900 0 0,0 0 9,4\n");
+  writeFile("b.dat",
+            "P-1     01001    00c 0 0 7,0 0 9,4\n"
+            "P-1     01002    00c 500 0 0,0 0 9,6\n"
+            "P-1     01004    00n 5000 0 0,0 0 9,4,2\n");
+  const WrittenPage page = pageOf("diff a.dat b.dat --view");
+  std::string marks;
+  for (const Json& mark : page.head["marks"]) {
+    marks += mark["element"].dump() + ' ' + mark["level"].get<std::string>() + ": " +
+             mark["text"].get<std::string>() + '\n';
+  }
+  EXPECT_EQ(marks,
+            "0 moved: by 0 0 7\n"
+            "3 before: moved by 0 0 7\n"
+            "1 changed: diameter from 4 to 6\n"
+            "4 before: changed: diameter from 4 to 6\n"
+            "5 removed: length 9, diameter 4\n"
+            "2 added: length 9, diameters 4 and 2\n");
+}
+
+// A damaged record between two others belongs to neither.
+TEST_F(PageTest, MarksNoElementForAFindingBesideThem) {
+  const TempFolder folder;
+  writeFile("a.dat", kPipe + "P-1     01002    00c 0 0 0,0 0 1000x,100\n" +
+                         "P-1     01003    00c 9 0 0,0 0 1000,-5\n");
+  const WrittenPage page = pageOf("check a.dat --view");
+  ASSERT_EQ(page.head["marks"].size(), 2u);
+  EXPECT_EQ(page.head["marks"][0]["code"], "V021");
+  EXPECT_TRUE(page.head["marks"][0]["element"].is_null());
+  EXPECT_TRUE(page.head["marks"][0]["text"].get<std::string>().starts_with("a.dat:2: "));
+  EXPECT_EQ(page.head["marks"][1]["code"], "V101");
+  EXPECT_EQ(page.head["marks"][1]["element"], 1);
+}
+
 // Three pipes share one mesh; each place takes its corners to the pipe's box.
 TEST_F(PageTest, PipesShareAMesh) {
   const TempFolder folder;

@@ -73,6 +73,7 @@ const BoreCase kBores[] = {
     {"AloneUnderInches",      "INCH", "3.5",                 "101.6", nullptr},
     {"OfNoTable",             "MM",   "47.5 361.4 150",      "47.5 361.4 168.3", "note: bores that are in no table are drawn as they are: 47.5, 361.4"},
     {"MostOfTheFileDecides",  "MM",   "152.4 203.2 168.3 101.6", "168.3 219.1 168.3 114.3", "bores are inches"},
+    {"MostPipesDecideAndNotMostSizes", "MM", "60.3 60.3 60.3 60.3 50.8 25.4 101.6", "60.3 60.3 60.3 60.3 60.3 33.4 101.6", "bores are inches"},
     {"InchesUnderMillimetres", "MM",  "0.5 2 4",             "21.3 60.3 114.3", "warning: UNITS-BORE MM with bores that only inches can be: taken as inches, 0.5 to 4"},
     {"InchesUnderMillimetresWithLargeOnes", "MM", "1.5 2 6 8", "48.3 60.3 168.3 219.1", "warning: UNITS-BORE MM"},
     {"LargeInchesUnderMillimetres", "MM", "10 12 14 16",     "273 323.8 355.6 406.4", "warning: UNITS-BORE MM with bores that only inches can be: taken as inches, 10 to 16"},

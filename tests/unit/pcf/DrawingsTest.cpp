@@ -276,6 +276,10 @@ const DrawingCase kDrawings[] = {
     // ---- what stands at one place
     {"WeldIsAPoint", 2, "WELD\n CO-ORDS 1 2 3 100\nWELD\n END-POINT 4 5 6 100\n END-POINT 4 5 6 100\n",
      "l pt 1 2 3\nl pt 4 5 6\n", nullptr},
+    // in its middle
+    {"WeldOfAGapWithoutABoreIsAPoint", 1, "WELD\n END-POINT 4 5 6\n END-POINT 10 5 6\n", "l pt 7 5 6\n", nullptr},
+    {"WeldOfAGapIsClosed", 1, "WELD\n END-POINT 4 5 6 100\n END-POINT 10 5 6 100\n",
+     "c 4 5 6,6 0 0,114.3\nl pt 4 5 6,pt 6 0 0\n", nullptr},
     {"MessagesAreTexts", 3,
      "MESSAGE-CIRCLE\n CO-ORDS 1 2 3\n TEXT A 1\nMESSAGE-SQUARE\n CO-ORDS 1 2 3\n TEXT <TWO>\n TEXT lines\n"
      "MESSAGE-TRIANGLE three\n CO-ORDS 0 0 0\n",

@@ -113,6 +113,18 @@ TEST(Rows, KeepWhatHeadersCannot) {
   EXPECT_EQ(valueOf(run, 2, "description"), "its own");
 }
 
+// Whichever of its words stands first.
+TEST(Rows, KeepTheFirstOfTwoValuesOfAColumn) {
+  const PcfRun run = runPcf(
+      "PIPE\n    END-POINT 0 0 0 100\n    END-POINT 9 0 0 100\n"
+      "    ITEM-CODE C-1\n    ITEM-CODE C-2\n    UCI a\n    UNIQUE-COMPONENT-IDENTIFIER b\n"
+      "    ITEM-DESCRIPTION long\n    DESCRIPTION short\n    NAME n\n    TAG t\n");
+  EXPECT_EQ(valueOf(run, 0, "item-code"), "C-1");
+  EXPECT_EQ(valueOf(run, 0, "uci"), "a");
+  EXPECT_EQ(valueOf(run, 0, "description"), "long");
+  EXPECT_EQ(valueOf(run, 0, "tag"), "n");
+}
+
 TEST(Rows, AreThereForWhatHasElements) {
   const PcfRun run =
       runPcf("BOLT\n    CO-ORDS 0 0 0\n" + weld(0) + "PIPE\n    END-POINT 0 0 0 100\n");

@@ -515,6 +515,23 @@ TEST(ReviewForms, WhatIsLeftOutIsNotAllExact) {
   EXPECT_FALSE(readReviewText(whole.substr(0, whole.size() - 4)).counts.isAllExact());
 }
 
+// One without the other.
+TEST(ReviewForms, ObstructionsAndInsulationsAreAskedForOneByOne) {
+  ReviewWriter writer(kForms[0]);
+  writer.transparent("OBST", true, 50, 8, kUpright, kBox, kPipe);
+  writer.transparent("INSU", true, 50, 8, {0, 0.001, 0, -0.001, 0, 0, 0, 0, 0.001, 0, 0, 0}, kBox,
+                     kPipe);
+  const std::string file = writer.finish();
+  const ReviewReading obstructions = readReviewText(file, {.obstructions = true});
+  EXPECT_EQ(obstructions.lines(), "c 1000 2000 2500,0 0 1000,100\n");
+  EXPECT_EQ(obstructions.counts.insulationsSkipped, 1U);
+  EXPECT_EQ(obstructions.counts.obstructionsSkipped, 0U);
+  const ReviewReading insulations = readReviewText(file, {.insulations = true});
+  EXPECT_EQ(insulations.lines(), "c 0 0 -500,0 0 1000,100\n");
+  EXPECT_EQ(insulations.counts.insulationsSkipped, 0U);
+  EXPECT_EQ(insulations.counts.obstructionsSkipped, 1U);
+}
+
 struct SelectionCase {
   const char* group;
   std::size_t elements;  // of the 5 of the plant

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "rvm/Axes.h"
 #include "rvm/ReviewReading.h"
 #include "rvm/ReviewWriter.h"
 
@@ -103,6 +104,16 @@ TEST_P(EachShape, BecomesTheseRecords) {
   EXPECT_EQ(reading.lines(), row.lines);
   ASSERT_EQ(reading.rows.size(), 1U);
   EXPECT_NE(reading.rows[0].find(row.fate), std::string::npos) << reading.rows[0];
+  // What is drawn as it is has the box that stands beside it, and no other.
+  if (std::string(row.fate) != "exact") return;
+  EXPECT_EQ(reading.counts.boxesDisagree, 0U);
+  for (std::size_t i = 0; i < 6; ++i) {
+    ShapeCase other = row;
+    other.box[i] += i < 3 ? -1.0 : 1.0;
+    EXPECT_EQ(readReviewText(fileOf(form, other, kUpright)).counts.boxesDisagree,
+              row.kind == 10 ? 0U : 1U)
+        << i;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, EachShape,
@@ -208,6 +219,16 @@ const RoundCase kRound[] = {
      {100, 100, 400, 0, 0, 0.3, 0, -0.2, 0.1},
      {0, 0, 0, 0, 0, 0},
      kPi * 1e4 * 400,
+     3},
+    // Between the ends each line runs aside by (50, 20): over the mean slope of both ends it
+    // loses so much of its height.
+    {"ShearedSnoutThatLeans",
+     7,
+     {100, 100, 400, 50, 20, 0.3, 0, -0.2, 0.1},
+     {0, 0, 0, 0, 0, 0},
+     kPi * 1e4 *
+         (400 - 50 * (std::tan(0.3) + std::tan(-0.2)) / 2 -
+          20 * (std::tan(0.0) + std::tan(0.1)) / 2),
      3},
 };
 
@@ -341,6 +362,15 @@ TEST(ReviewPlaces, TextAxesAreRepaired) {
 
 // Turned by 0.4 and twice as large: five decimals leave lengths of 0.0019985, 0.0019985 and
 // 0.002, a dish with one scale. Half as wide along y, it has two.
+// Of two lengths that rounding has set apart the mean; a third that is another stays.
+TEST(ReviewPlaces, AxesThatRoundingSetsApartGetTheirMean) {
+  Vesk::Axes axes = {GeVector(0.0005, 0, 0), GeVector(0, 0.000502, 0), GeVector(0, 0, 0.0007)};
+  EXPECT_TRUE(Vesk::repairAxes(axes));
+  EXPECT_NEAR(axes[0].length(), 0.000501, 1e-12);
+  EXPECT_NEAR(axes[1].length(), 0.000501, 1e-12);
+  EXPECT_NEAR(axes[2].length(), 0.0007, 1e-12);
+}
+
 TEST(ReviewPlaces, TextAxesThatRoundingSetsApartHaveOneScale) {
   const double c = std::cos(0.4) / 500;
   const double s = std::sin(0.4) / 500;

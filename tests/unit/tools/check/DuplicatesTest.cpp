@@ -44,6 +44,9 @@ const Row kRows[] = {
     {"OtherBend", "t ", "1 2 3,9 0 0,0 9 0,4", "1 2 3,9 0 0,0 0 9,4", false},
     {"OtherEndOfAnElbow", "e ", "1 2 3,9 0 0,0 9 0,4,5", "1 2 3,0 9 0,9 0 0,4,5", true},
     {"WidthAndDepthExchanged", "e ", "1 2 3,9 0 0,0 9 0,4,5", "1 2 3,9 0 0,0 9 0,5,4", false},
+    {"OtherWidthOfAnElbow", "e ", "1 2 3,9 0 0,0 9 0,4,5", "1 2 3,9 0 0,0 9 0,4,6", false},
+    {"OtherDepthOfAnElbow", "e ", "1 2 3,9 0 0,0 9 0,4,5", "1 2 3,9 0 0,0 9 0,3,5", false},
+    {"OtherDiameterOfATorus", "t ", "1 2 3,9 0 0,0 9 0,4", "1 2 3,9 0 0,0 9 0,5", false},
     // The same box from the corner (11, 2, 3) and with its edges in other order.
     {"OtherCornerOfABox", "b ", "10 0 0,1 2 3,0 20 0,0 0 30", "-10 0 0,11 2 3,0 0 30,0 20 0", true},
     {"OtherBox", "b ", "10 0 0,1 2 3,0 20 0,0 0 30", "20 0 0,1 2 3,0 10 0,0 0 30", false},

@@ -216,6 +216,10 @@ const Row kRows[] = {
     {"RadiiWithinRounding", tokens("t ", "0 0 0,9 0 0,0 9.01 0,4"), {}},
     {"ElbowOfTwoRadii", tokens("e ", "0 0 0,9 0 0,0 9.1 0,4,4"), {"1:28-40 warning V110"}},
     {"StatedRadiusDiffers", columns("TOR", "0 0 0 9 0 0 0 9 0 9.5 4"), {"1:112-114 warning V111"}},
+    {"StatedRadiusDiffersByMoreThanRounding",
+     columns("TOR", "0 0 0 9 0 0 0 9 0 9.05 4"),
+     {"1:111-114 warning V111"}},
+    {"StatedRadiusWithinRounding", columns("TOR", "0 0 0 9 0 0 0 9 0 9.01 4"), {}},
     {"StatedRadius", columns("TOR", "0 0 0 9 0 0 0 9 0 9 4"), {}},
     {"RadiiWithinTheDecimalsOfLargeNumbers",
      // Two decimals: four hundredths are rounding.
@@ -377,6 +381,9 @@ const MessageRow kMessages[] = {
     // 1250 - 1000, up to the near side of the box
     {"FacesABox", kPipe + tokens("b ", "9 0 0,1250 -50 -50,0 99 0,0 0 99"),
      "end at 1000 0 0: open, 100 wide, faces the box at line 2, 250.000 away", "V205"},
+    // within 20 diameters, which are 2000
+    {"FacesABoxFarAhead", kPipe + tokens("b ", "9 0 0,2990 -50 -50,0 99 0,0 0 99"),
+     "end at 1000 0 0: open, 100 wide, faces the box at line 2, 1990.000 away", "V205"},
     {"StopsShort", tokens("c ", "0 0 -500,0 0 1000,100") + tokens("c ", "58 0 0,300 0 0,60"),
      "end at 58 0 0: stops 8.000 short of the cylinder at line 1", "V206"},
     {"PassesBeside", tokens("c ", "0 0 -500,0 0 1000,100") + tokens("c ", "0 53 0,300 0 0,60"),

@@ -5,6 +5,7 @@
 
 #include <limits>
 
+#include "vesk/Box.h"
 #include "vesk/Cone.h"
 #include "vesk/Cyl.h"
 #include "vesk/Pline.h"
@@ -30,6 +31,17 @@ TEST(Sizes, ACellHoldsTheMiddleOfTheElement) {
   EXPECT_EQ(cellOf(9.0), "x1_y-1");  // middle 10, where the next cell begins
   EXPECT_EQ(cellOf(-1.5), "x-1_y-1");
   EXPECT_EQ(cellOf(0.0, 2.0), "x0_y-1_z1");
+}
+
+// From (-8, -18, -28) to (4, 14, 24): its middle is (-2, -2, -2).
+TEST(Sizes, TheMiddleCountsAlongEveryAxis) {
+  Vesk::Box box;
+  box.origin = {-8.0, -18.0, -28.0};
+  box.edge1 = {12.0, 0.0, 0.0};
+  box.edge2 = {0.0, 32.0, 0.0};
+  box.edge3 = {0.0, 0.0, 52.0};
+  EXPECT_EQ(cellName(box, {1.0, 1.0, 1.0}), "x-2_y-2_z-2");
+  EXPECT_EQ(cellName(box, {3.0, 3.0, 3.0}), "x-1_y-1_z-1");
 }
 
 TEST(Sizes, WhatHasNoPlaceIsNowhere) {

@@ -1,0 +1,511 @@
+// SPDX-License-Identifier: MIT
+// What tells an answer from one that is nearly right: each row names the point, and what is
+// expected follows from the records beside it.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "support/TempFolder.h"
+#include "tools/Exported.h"
+#include "tools/ToolRun.h"
+
+namespace VeskTest {
+namespace {
+
+using Json = nlohmann::json;
+
+struct FinePoint {
+  const char* name;
+  const char* arguments;
+  int exit;
+  std::vector<const char*> out = {};     // parts of stdout
+  std::vector<const char*> err = {};     // parts of stderr
+  std::vector<const char*> absent = {};  // what stands in neither
+};
+
+const std::map<std::string, std::string> kFiles = {
+    // Bends of 100 with a stated radius of 100.05, and of 100.
+    {"radius.dat",
+     "60    01  P-1     001TOR    0.000    0.000    0.000  100.000    0.000    0.000    0.000"
+     "  100.000    0.000  100.050   20.000\n"},
+    {"same-radius.dat",
+     "60    01  P-1     001TOR    0.000    0.000    0.000  100.000    0.000    0.000    0.000"
+     "  100.000    0.000  100.000   20.000\n"},
+    // Three pipes of which columns keep three decimals.
+    {"decimals.dat",
+     "P-1     01001    00c 0 0 0,0 0 1000,100.00004\n"
+     "P-1     01002    00c 0 9 0,0 0 1000,100.00004\n"
+     "P-1     01003    00c 0 18 0,0 0 1000,100.00004\n"},
+    // Polygons of four and of five corners.
+    {"four.dat", "P-1     01001    00g pt 0 0 0,pt 10 0 0,pt 10 10 0,pt 0 10 0\n"},
+    {"five.dat", "P-1     01001    00g pt 0 0 0,pt 10 0 0,pt 15 5 0,pt 10 10 0,pt 0 10 0\n"},
+    // A box with a mark of values that columns round.
+    {"mark.dat",
+     "P-1     01001    00b 10 0 0,0 0 0,0 20 0,0 0 30\n"
+     "P-1     01001    00beed seam 1.25 2.0004\n"},
+    {"tk.dat", "P-1     01001    00c 0 0 0,0 0 1000,100,ft 7,tk 0\n"},
+    // A bend whose vectors are 100 and 102 long: 101 in the mean.
+    {"two-radii.dat", "P-1     01001    00t 0 0 0,100 0 0,0 102 0,20\n"},
+    {"formula.dat",
+     "P-1     01001    00x 1 2 3,1 0 0,0 1 0,2.5,0.5,1,5\n"
+     "P-1     01001    01x =A1+1\n"},
+    {"formula.attributes.csv", "f1,f2,first,last,note\nP-1,01,1,1,'-2+3\n"},
+    // The same number in two groups: two components.
+    {"groups.dat",
+     "P-1     01001    00c 0 0 0,0 0 1000,114.3\n"
+     "P-1     02001    00c 0 0 0,0 0 1000,114.3\n"},
+    {"groups.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,A1\nP-1,02,1,1,A1\n"},
+    {"more.dat", "P-1     01009    00c 0 0 0,0 0 1000,114.3\n"},
+    {"more.attributes.csv", "f1,f2,first,last,spec\nP-1,01,9,9,A1\n"},
+    // Of bends that rounding has set apart most are of 300.03.
+    {"bends.dat",
+     "P-1     01001    00t 0 0 0,300 0 0,0 300 0,114.3\n"
+     "P-1     01002    00t 0 0 0,300.03 0 0,0 300.03 0,114.3\n"
+     "P-1     01003    00t 0 0 0,300.03 0 0,0 300.03 0,114.3\n"},
+    // Twins, and the same under other numbers.
+    {"twins.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,4\n"
+     "P-1     01002    00c 0 0 0,0 0 9,4\n"},
+    {"other-twins.dat",
+     "P-1     01011    00c 0 0 0,0 0 9,4\n"
+     "P-1     01012    00c 0 0 0,0 0 9,4\n"},
+    // Two pipes of one number; of one of them something is left, 5 aside and wider.
+    {"pair.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,4\n"
+     "P-1     01001    00c 1000 0 0,0 0 9,4\n"},
+    {"rest.dat", "P-1     01001    00c 1005 0 0,0 0 9,6\n"},
+    // Diameters of 10.2 and 10.4, then in exchanged places 5000 away.
+    {"widths.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,10.2\n"
+     "P-1     01002    00c 50 0 0,0 0 9,10.4\n"},
+    {"exchanged.dat",
+     "P-1     01011    00c 0 5000 0,0 0 9,10.4\n"
+     "P-1     01012    00c 50 5000 0,0 0 9,10.2\n"},
+    // A pipe from 0 to 1000 that becomes one from 300 to 310: their middles are 195 apart.
+    {"long.dat", "P-1     01001    00c 0 0 0,1000 0 0,4\n"},
+    {"short.dat", "P-1     01002    00c 300 0 0,10 0 0,6\n"},
+    // Three and four that go up by 50.
+    {"three.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,4\n"
+     "P-1     01002    00c 100 0 0,0 0 9,5\n"
+     "P-1     01003    00c 200 0 0,0 0 9,6\n"},
+    {"three-up.dat",
+     "P-1     01001    00c 0 0 50,0 0 9,4\n"
+     "P-1     01002    00c 100 0 50,0 0 9,5\n"
+     "P-1     01003    00c 200 0 50,0 0 9,6\n"},
+    {"four.one.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,4\n"
+     "P-1     01002    00c 100 0 0,0 0 9,5\n"
+     "P-1     01003    00c 200 0 0,0 0 9,6\n"
+     "P-1     01004    00c 300 0 0,0 0 9,7\n"},
+    {"four-up.dat",
+     "P-1     01001    00c 0 0 50,0 0 9,4\n"
+     "P-1     01002    00c 100 0 50,0 0 9,5\n"
+     "P-1     01003    00c 200 0 50,0 0 9,6\n"
+     "P-1     01004    00c 300 0 50,0 0 9,7\n"},
+    // A blank behind the record is a note.
+    {"blank.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
+    {"blank-too.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
+    // Pipes that cross each other, and steel that crosses both.
+    {"zones/a.dat", "P-1     01001    00c 0 0 0,1000 0 0,100\n"},
+    {"zones/b.dat", "P-2     01001    00c 500 -500 0,0 1000 0,60\n"},
+    {"steel.dat", "S-1     01001    00b 1000 0 0,0 0 -500,0 10 0,0 0 1000\n"},
+    // Its up direction is twice as long as one of unit length.
+    {"tall.dat",
+     "P-1     01001    00x 1 2 3,1 0 0,0 2 0,2.5,0.5,1,2\n"
+     "P-1     01001    01x AB\n"},
+    {"cone.dat", "P-1     01001    00n 0 0 0,0 0 200,60,20\n"},
+    // Of two headers that become one, each number is a component of its own.
+    {"numbers.dat",
+     "P-1     01005    00c 0 0 0,0 0 9,4\n"
+     "P-2     01005    00c 9 0 0,0 0 9,4\n"},
+    // By groups the last comes first, and the first last.
+    {"unsorted.dat",
+     "P-1     03001    00c 0 0 0,0 0 9,4\n"
+     "P-2     02001    00c 9 0 0,0 0 9,4\n"
+     "P-3     01001    00c 18 0 0,0 0 9,4\n"},
+    // The same header and number in two files, and rows that differ.
+    {"one.dat", "P-1     01001    00c 0 0 0,0 0 9,4\n"},
+    {"one.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,A1\n"},
+    {"two.dat", "P-1     01001    00c 9 0 0,0 0 9,4\n"},
+    {"two.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,B2\n"},
+    // A row without an element, and two elements without a row.
+    {"rows.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,4\n"
+     "P-1     01002    00c 9 0 0,0 0 9,4\n"
+     "P-1     01003    00c 18 0 0,0 0 9,4\n"},
+    {"rows.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,A1\nP-1,01,7,7,B2\n"},
+    {"nothing.dat", "P-1     01001    00c 0 0 0,0 0 1000,0\n"},
+    // Upwards along z, and its up direction towards -x.
+    {"upright.dat",
+     "P-1     01001    00b 1000 0 0,0 0 0,0 1000 0,0 0 1000\n"
+     "P-1     01002    00x 500 -10 100,0 0 1,-1 0 0,100,100,1,3\n"
+     "P-1     01002    01x ABC\n"},
+};
+
+const FinePoint kPoints[] = {
+    {"AStatedBendRadiusIsLost",
+     "convert radius.dat x.dat --style token",
+     1,
+     {},
+     {"bend radius 100.05 is lost", "[V306]"}},
+    {"ABendRadiusThatTheVectorsHaveIsNot",
+     "convert same-radius.dat x.dat --style token",
+     0,
+     {},
+     {},
+     {"V306"}},
+    {"LostDecimalsAreNamed",
+     "convert decimals.dat x.dat --style fixed",
+     0,
+     {},
+     {"diameter 100.00004 becomes 100", "3 times [V302]"},
+     {"not shown"}},
+    {"AsManyAsTheLimitAreNamed",
+     "convert decimals.dat x.dat --style fixed --limit 3",
+     0,
+     {},
+     {"decimals.dat:3"},
+     {"not shown"}},
+    {"BeyondTheLimitOneIsNot",
+     "convert decimals.dat x.dat --style fixed --limit 2",
+     0,
+     {},
+     {"decimals.dat:2", "1 of them not shown", "3 times [V302]"},
+     {"decimals.dat:3"}},
+    {"FourCornersStayOneRecord", "convert four.dat x.dat --style fixed", 0, {}, {}, {"V307"}},
+    // A polygon of n corners has n - 2 triangles.
+    {"FiveCornersBecomeThree",
+     "convert five.dat x.dat --style fixed",
+     1,
+     {},
+     {"becomes 3 records", "[V307]"}},
+    {"AMarkOfOtherValuesIsLost",
+     "convert mark.dat x.dat --style fixed",
+     1,
+     {},
+     {"mark 0 \"seam 1.25 2.0004\" becomes \"seam 1.25 2\"", "[V310]"}},
+    {"ClosingAttributesAreLostEvenOfZero",
+     "convert tk.dat x.dat --style fixed",
+     1,
+     {},
+     {"ft \"7\" is lost", "tk \"0\" is lost", "2 times [V308]"}},
+    {"TheRadiusOfABendIsTheMean", "list two-radii.dat", 0, {"  radius 101, angle 90, diameter 20"}},
+    {"TheRadiusOfABendIsTheMeanForPrograms", "list --csv two-radii.dat", 0, {",101,90,"}},
+    {"NoTextOfACsvIsAFormula", "list --csv formula.dat", 0, {",'=A1+1,'-2+3\n"}},
+    {"AComponentIsOfItsGroup",
+     "measure --csv --sums --by spec groups.dat",
+     0,
+     {"\nsubtotal,spec,A1,,,0,0,0,0,0,0,0,0,2,2,", "\ntotal,,,,,0,0,0,0,0,0,0,0,2,2,"}},
+    {"ComponentsAddUpOverFiles",
+     "measure --csv --sums --by spec groups.dat more.dat",
+     0,
+     {"\nsubtotal,spec,A1,,,0,0,0,0,0,0,0,0,3,3,", "\ntotal,,,,,0,0,0,0,0,0,0,0,3,3,"}},
+    {"OfRadiiThatAreOneThatOfMostCounts",
+     "measure --csv bends.dat",
+     0,
+     {"\nrow,,,,torus,114.3,0,0,0,300.03,90,0,0,0,3,"}},
+    {"TwinsKeepTheirOrder",
+     "diff twins.dat other-twins.dat",
+     0,
+     {"no difference; 2 in their places\n"},
+     {},
+     {"another order"}},
+    {"ANumberOfTwoIsNoName",
+     "diff pair.dat rest.dat",
+     1,
+     {"- A:1 ", "~ A:2 B:1 ", "moved and changed: by 5 0 0; diameter from 4 to 6"}},
+    {"WhatHasMovedFarIsFoundByItsExactSizes",
+     "diff widths.dat exchanged.dat",
+     1,
+     {"A:1 B:2 ", "moved by 50 5000 0", "A:2 B:1 ", "moved by -50 5000 0", "2 moved; 0 in"}},
+    {"WhatIsCutShortIsNear",
+     "diff long.dat short.dat",
+     1,
+     {"A:1 B:1 ", "moved and changed: by 300 0 0; ", "1 moved, 1 changed; 0 in"}},
+    {"ThreeThatMovedAlikeAreToldEach",
+     "diff three.dat three-up.dat",
+     1,
+     {"A:1 B:1 ", "A:2 B:2 ", "A:3 B:3 ", "3 moved"},
+     {},
+     {"and on"}},
+    {"FourAreToldAsOne",
+     "diff four.one.dat four-up.dat",
+     1,
+     {"~ A:1 and on  4 elements moved by 0 0 50\n4 moved; 0 in"},
+     {},
+     {"A:2"}},
+    {"NotesAddUpOverFiles",
+     "check --json blank.dat blank-too.dat",
+     0,
+     {"\n  \"elements\": 2,\n  \"errors\": 0,\n  \"warnings\": 0,\n  \"notes\": 2\n"}},
+    {"AFolderIsOneSideOfAClash",
+     "clash zones steel.dat",
+     1,
+     {"2 clashes, ", "in 3 elements", "zones/a.dat:1: ", "zones/b.dat:1: "}},
+    // 2.5 * 2 high.
+    {"ATextOfDxfIsAsHighAsItsUpDirection",
+     "export tall.dat -o - --to dxf",
+     0,
+     {"\n 40\n5\n 41\n0\n"}},
+    // From its narrow end: a radius of 10, and atan((30 - 10) / 200).
+    {"AConeOfStepHasHalfItsAngle",
+     "export cone.dat -o - --to step",
+     0,
+     {"CONICAL_SURFACE('',#", ",10.,0.0996686524911620"}},
+    {"NumbersOfTwoHeadersAreTwoComponents",
+     "edit numbers.dat -o - --rename P-2 P-1 --renumber components",
+     0,
+     {"P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 9 0 0,0 0 9,4\n"},
+     {"2 elements renumbered"}},
+    {"GroupsAreSortedByThemselves",
+     "edit unsorted.dat -o - --sort group",
+     0,
+     {"P-3     01001    00c 18 0 0,0 0 9,4\nP-2     02001    00c 9 0 0,0 0 9,4\n"
+      "P-1     03001    00c 0 0 0,0 0 9,4\n"},
+     {"2 elements reordered"}},
+    {"RowsThatDifferAreLeftOut",
+     "extract one.dat two.dat -o x.dat",
+     1,
+     {"x.dat: 2 elements; x.attributes.csv: 1 row\n"},
+     {"1 row left out, since elements of two files have the same header and counter"}},
+    {"WhatCantBeShownIsOfItsFile",
+     "export cone.dat nothing.dat -o x.stl",
+     1,
+     {},
+     {"nothing.dat:1: ", "[V401]"},
+     {"cone.dat:1"}},
+    {"RowsAndElementsThatDontMeetAreCounted",
+     "list -v --csv rows.dat",
+     0,
+     {},
+     {"1 row without elements", "2 elements without a row"}},
+    // The text's own x goes up the picture, and its y, which is downwards, to the right.
+    {"AnUprightTextOfSvgReadsUpwards",
+     "view upright.dat -o - --to svg --from front",
+     0,
+     {" transform=\"matrix(0 -1 1 0 "}},
+    // 900 by 900 pixels: letters of 9 pixels have a rim of 0.18 * 9 on both sides.
+    {"TheRimOfATextIsOnBothSides",
+     "view cone.dat -o - --to svg --pixels 900x900",
+     0,
+     {" stroke-width=\"3.24\""}},
+};
+
+class FinePointTest : public testing::TestWithParam<FinePoint> {};
+
+void PrintTo(const FinePoint& each, std::ostream* out) { *out << each.arguments; }
+
+TEST_P(FinePointTest, IsMet) {
+  const TempFolder folder;
+  std::filesystem::create_directory("zones");
+  for (const auto& [name, text] : kFiles) writeFile(name, text);
+  const FinePoint& each = GetParam();
+  const ToolRun run = runTool(each.arguments);
+  EXPECT_EQ(run.exit, each.exit) << run.out << run.err;
+  for (const char* part : each.out) {
+    EXPECT_TRUE(contains(run.out, part)) << part << "\n--- in\n" << run.out;
+  }
+  for (const char* part : each.err) {
+    EXPECT_TRUE(contains(run.err, part)) << part << "\n--- in\n" << run.err;
+  }
+  for (const char* part : each.absent) {
+    EXPECT_FALSE(contains(run.out + run.err, part)) << part << "\n--- in\n" << run.out << run.err;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Answers, FinePointTest, testing::ValuesIn(kPoints),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+// A pipe, a damaged one and a pipe that crosses the first.
+const std::string kDamaged = kPipe +
+                             "P-1     01002    00c 0 0 0,0 0 1000x,100\n"
+                             "P-2     01003    00c -500 0 500,1000 0 0,60\n";
+
+constexpr const char* kAllCommands[] = {
+    "check bad.dat",
+    "clash bad.dat",
+    "convert bad.dat new.dat",
+    "convert bad.dat new.dat --style fixed",
+    "diff bad.dat good.dat",
+    "diff good.dat bad.dat",
+    "edit bad.dat -o new.dat --rename P-1 P-7",
+    "export bad.dat --report",
+    "export bad.dat -o new.dxf",
+    "export bad.dat -o new.glb",
+    "export bad.dat -o new.gltf",
+    "export bad.dat -o new.ifc",
+    "export bad.dat -o new.obj",
+    "export bad.dat -o new.ply",
+    "export bad.dat -o new.step",
+    "export bad.dat -o new.stl",
+    "extract bad.dat -o new.dat",
+    "info --json bad.dat",
+    "info -j 2 good.dat bad.dat",
+    "info bad.dat",
+    "list --csv bad.dat",
+    "list --json bad.dat",
+    "list bad.dat",
+    "list good.dat bad.dat",
+    "measure -j 2 bad.dat good.dat",
+    "measure bad.dat",
+    "merge bad.dat good.dat -o new.dat",
+    "split bad.dat --by kind -o new",
+    "view bad.dat -o new.png",
+    "view bad.dat -o new.svg",
+};
+
+// The good elements are the same in both files, so that nothing else could be the reason.
+TEST(UnreadableElements, AreToldByTheExitCodeOfEveryCommand) {
+  for (const std::string arguments : kAllCommands) {
+    const TempFolder folder;
+    const std::size_t second = kDamaged.find('\n') + 1;
+    writeFile("bad.dat", kDamaged);
+    writeFile("good.dat",
+              kDamaged.substr(0, second) + kDamaged.substr(kDamaged.find('\n', second) + 1));
+    const ToolRun run = runTool(arguments);
+    EXPECT_EQ(run.exit, 1) << arguments << run.err;
+    EXPECT_TRUE(contains(run.out + run.err, "V021")) << arguments << run.out << run.err;
+  }
+}
+
+TEST(InfoForPrograms, CountsWhatCantBeRead) {
+  const TempFolder folder;
+  writeFile("bad.dat", kDamaged);
+  const Json file = Json::parse(runTool("info --json bad.dat").out)["files"][0];
+  EXPECT_EQ(file["faults"], 1);
+  EXPECT_EQ(file["elements"], 2);
+}
+
+// The field with this meaning.
+Json fieldOf(const Json& shown, const std::string& meaning) {
+  for (const Json& field : shown["fields"]) {
+    if (field["meaning"] == meaning) return field;
+  }
+  return {};
+}
+
+// Header, line number and keyword end at column 21; "cs AB12,sp XY,1 2 3," is 20 wide.
+TEST(ShowForPrograms, CountsColumnsFromOneToTheLast) {
+  const TempFolder folder;
+  writeFile("a.dat", kPipe + "P-1     01002    00c cs AB12,sp XY,1 2 3,40 50 600,100\n");
+  const Json shown = Json::parse(runTool("show --json a.dat:2").out);
+  EXPECT_EQ(fieldOf(shown, "F6"), Json::parse(R"({"line": 2, "column": 25, "endColumn": 28,
+      "text": "AB12", "meaning": "F6"})"));
+  EXPECT_EQ(fieldOf(shown, "F7"), Json::parse(R"({"line": 2, "column": 33, "endColumn": 34,
+      "text": "XY", "meaning": "F7"})"));
+  EXPECT_EQ(fieldOf(shown, "axis z"), Json::parse(R"({"line": 2, "column": 48, "endColumn": 50,
+      "text": "600", "meaning": "axis z"})"));
+  EXPECT_EQ(fieldOf(shown, "diameter"), Json::parse(R"({"line": 2, "column": 52, "endColumn": 54,
+      "text": "100", "meaning": "diameter"})"));
+  // A single column stands alone for people.
+  const std::string table = runTool("show a.dat:2").out;
+  for (const char* row : {"   2  25-28    'AB12'", "   2  36       '1'", "   2  48-50    '600'"}) {
+    EXPECT_TRUE(contains(table, row)) << row << table;
+  }
+}
+
+// The third line of a text in columns: three columns from 25 on for its length, then the text.
+TEST(ShowForPrograms, FindsTheTextOnItsLine) {
+  const TempFolder folder;
+  const Json shown =
+      Json::parse(runTool("show --json \"" + golden("elements.columns.dat") + ":7\"").out);
+  EXPECT_EQ(fieldOf(shown, "length of the text"),
+            Json::parse(R"({"line": 7, "column": 25, "endColumn": 27, "text": "  5",
+      "meaning": "length of the text"})"));
+  EXPECT_EQ(fieldOf(shown, "text"), Json::parse(R"({"line": 7, "column": 28, "endColumn": 32,
+      "text": "Fan 1", "meaning": "text"})"));
+}
+
+TEST(ShowForPrograms, HasMarksWithTheirValuesInOrder) {
+  const TempFolder folder;
+  writeFile("mark.dat", kFiles.at("mark.dat"));
+  const Json shown = Json::parse(runTool("show --json mark.dat:1").out);
+  EXPECT_EQ(shown["values"]["mark 0"], "seam 1.25 2.0004");
+}
+
+// Forty pipes that have moved aside by nearly the tolerance, and to other numbers: each is found
+// where it is now, and nothing has changed.
+TEST(DiffOfALargeTolerance, LooksAsFarAsItReaches) {
+  const TempFolder folder;
+  std::string before;
+  std::string after;
+  for (int i = 10; i < 50; ++i) {
+    const std::string number = std::to_string(i);
+    before += "P-1     010" + number + "    00c " + number + "0 0 0,0 0 9,4\n";
+    after += "P-1     011" + number + "    00c " + number + "0 4.9 0,0 0 9,4\n";
+  }
+  writeFile("a.dat", before);
+  writeFile("b.dat", after);
+  EXPECT_EQ(runTool("diff a.dat b.dat --tolerance 5").out, "no difference; 40 in their places\n");
+}
+
+// The words of piping files for what has the wall of a pipe, and for some that have none.
+TEST(MeasureWithWalls, GoesByTheComponent) {
+  const TempFolder folder;
+  for (const char* word : {"PIPE",
+                           "PIPE-FIXED",
+                           "PIPE-BLOCK-FIXED",
+                           "PIPE-BLOCK-VARIABLE",
+                           "PULLED-BEND",
+                           "BEND",
+                           "ELBOW",
+                           "TEE",
+                           "TEE-STUB",
+                           "TEE-SET-ON",
+                           "CROSS",
+                           "Y-PIECE",
+                           "Y-PIECE-FITTING",
+                           "OLET",
+                           "NIPPLE",
+                           "REDUCER-CONCENTRIC",
+                           "REDUCER-ECCENTRIC",
+                           "-FLANGE",
+                           "-VALVE",
+                           "-CAP",
+                           "-GASKET",
+                           "-INSTRUMENT",
+                           "-FILTER",
+                           "-SUPPORT",
+                           "-COUPLING"}) {
+    const bool isPipe = word[0] != '-';
+    writeFile("a.dat", "P-1     01001    00c 0 0 0,0 0 1000,114.3\n");
+    writeFile("a.attributes.csv",
+              std::string("f1,f2,first,last,component\nP-1,01,1,1,") + (word + !isPipe) + '\n');
+    const Json all =
+        Json::parse(runTool("measure --json --schedule 40 --insulation 50 a.dat").out)["all"];
+    EXPECT_EQ(all["without_wall"], isPipe ? 0 : 1) << word;
+    // pi (114.3 - 6.02) 6.02 mm2 on 1 m, at 7850 kg/m3.
+    EXPECT_NEAR(all["weight"].get<double>(), isPipe ? 16.0754 : 0.0, 1e-3) << word;
+    // pi (114.3 + 100) mm on 1 m.
+    EXPECT_NEAR(all["insulation_surface"].get<double>(), isPipe ? 0.673243 : 0.0, 1e-6) << word;
+  }
+}
+
+// Two segments: four corners, and an edge between the first two and between the others.
+TEST(PlyLines, EndAtTheirOwnCorners) {
+  const TempFolder folder;
+  writeFile("lines.dat",
+            "P-1     01001    00l pt 0 0 0,pt 1 0 0\n"
+            "P-1     01002    00l pt 5 0 0,pt 1 2 0,pt 1 2 3\n"
+            "P-1     01003    00l pt 9 0 0,pt 1 0 0\n");
+  ASSERT_EQ(runTool("export lines.dat -o x.ply").exit, 0);
+  const std::string bytes = bytesOf("x.ply");
+  EXPECT_TRUE(contains(bytes, "element vertex 7\n"));
+  EXPECT_TRUE(contains(bytes, "element edge 4\n"));
+  const std::size_t data = bytes.find("end_header\n") + 11;
+  std::vector<std::uint32_t> ends;
+  for (std::size_t at = data + 7 * 15; at + 4 <= bytes.size(); at += 4)
+    ends.push_back(u32At(bytes, at));
+  EXPECT_EQ(ends, (std::vector<std::uint32_t>{0, 1, 2, 3, 3, 4, 5, 6}));
+  const double expected[] = {0, 1, 5, 6, 6, 9, 10};
+  for (std::size_t i = 0; i < 7; ++i)
+    EXPECT_EQ(static_cast<double>(f32At(bytes, data + 15 * i)), expected[i]) << i;
+}
+
+}  // namespace
+}  // namespace VeskTest

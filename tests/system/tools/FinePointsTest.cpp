@@ -47,6 +47,9 @@ const std::map<std::string, std::string> kFiles = {
     {"mark.dat",
      "P-1     01001    00b 10 0 0,0 0 0,0 20 0,0 0 30\n"
      "P-1     01001    00beed seam 1.25 2.0004\n"},
+    {"tag.dat",
+     "P-1     01001    00r 0 0 0,10 0 0,0 10 0,10 10 0,0 0 20,10 0 20,0 10 20,10 10 20\n"
+     "P-1     01001    00reed side 1.25 2.0004\n"},
     {"tk.dat", "P-1     01001    00c 0 0 0,0 0 1000,100,ft 7,tk 0\n"},
     // A bend whose vectors are 100 and 102 long: 101 in the mean.
     {"two-radii.dat", "P-1     01001    00t 0 0 0,100 0 0,0 102 0,20\n"},
@@ -107,6 +110,15 @@ const std::map<std::string, std::string> kFiles = {
      "P-1     01002    00c 100 0 50,0 0 9,5\n"
      "P-1     01003    00c 200 0 50,0 0 9,6\n"
      "P-1     01004    00c 300 0 50,0 0 9,7\n"},
+    // A gap of half a millimetre between the first two.
+    {"gap.dat",
+     "P-1     01001    00c 0 0 0,1000 0 0,100\n"
+     "P-1     01002    00c 1000.5 0 0,1000 0 0,100\n"
+     "P-1     01003    00c 0 5000 0,1000 0 0,100\n"},
+    // One, two and four lines that belong to no element.
+    {"stray.dat", kPipe + "nothing\n" + kPipe},
+    {"stray-two.dat", kPipe + "nothing\nof this\n" + kPipe},
+    {"stray-four.dat", kPipe + "nothing\nof this\nkind\nis known\n" + kPipe},
     // A blank behind the record is a note.
     {"blank.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
     {"blank-too.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
@@ -189,6 +201,11 @@ const FinePoint kPoints[] = {
      1,
      {},
      {"mark 0 \"seam 1.25 2.0004\" becomes \"seam 1.25 2\"", "[V310]"}},
+    {"ATagOfOtherValuesIsLost",
+     "convert tag.dat x.dat --style fixed",
+     1,
+     {},
+     {"tag 0 \"side 1.25 2.0004\" becomes \"side 1.25 2\"", "[V310]"}},
     {"ClosingAttributesAreLostEvenOfZero",
      "convert tk.dat x.dat --style fixed",
      1,
@@ -239,6 +256,24 @@ const FinePoint kPoints[] = {
      {"~ A:1 and on  4 elements moved by 0 0 50\n4 moved; 0 in"},
      {},
      {"A:2"}},
+    {"AJointIsOfBothItsEnds",
+     "check --joints --only V201 --lines 1 gap.dat",
+     0,
+     {"gap.dat:2:", "gap of 0.500"}},
+    {"AJointIsOfTheOtherEndToo",
+     "check --joints --only V201 --lines 2 gap.dat",
+     0,
+     {"gap.dat:2:", "gap of 0.500"}},
+    {"AJointIsOfNoOtherEnd", "check --joints --only V201 --lines 3 gap.dat", 0, {}, {}, {"gap of"}},
+    {"OneMoreLineOfNoElementIsTold",
+     "check stray-two.dat",
+     1,
+     {"stray-two.dat:2:", ", and so is the line after it"}},
+    {"MoreLinesOfNoElementAreCounted",
+     "check stray-four.dat",
+     1,
+     {"stray-four.dat:2:", ", and so are the 3 lines after it"}},
+    {"OneLineOfNoElementIsToldAlone", "check stray.dat", 1, {"stray.dat:2:"}, {}, {"after it"}},
     {"NotesAddUpOverFiles",
      "check --json blank.dat blank-too.dat",
      0,
@@ -436,8 +471,8 @@ TEST(DiffOfALargeTolerance, LooksAsFarAsItReaches) {
   std::string after;
   for (int i = 10; i < 50; ++i) {
     const std::string number = std::to_string(i);
-    before += "P-1     010" + number + "    00c " + number + "0 0 0,0 0 9,4\n";
-    after += "P-1     011" + number + "    00c " + number + "0 4.9 0,0 0 9,4\n";
+    before += "P-1     010" + number + "    00c " + number + "0 2.4 0,0 0 9,4\n";
+    after += "P-1     011" + number + "    00c " + number + "0 7.3 0,0 0 9,4\n";
   }
   writeFile("a.dat", before);
   writeFile("b.dat", after);
@@ -483,6 +518,37 @@ TEST(MeasureWithWalls, GoesByTheComponent) {
     EXPECT_NEAR(all["weight"].get<double>(), isPipe ? 16.0754 : 0.0, 1e-3) << word;
     // pi (114.3 + 100) mm on 1 m.
     EXPECT_NEAR(all["insulation_surface"].get<double>(), isPipe ? 0.673243 : 0.0, 1e-6) << word;
+  }
+}
+
+// A dish of 500 and 250 in one file, a pipe in the other.
+std::string reviewOf(const std::string& group, const std::string& kind, const std::string& box,
+                     const std::string& sizes) {
+  return "HEAD\n 1 2\na plant\na note\ntoday\nsomeone\nMODL\n 1 1\nPROJECT\nMODEL\nCNTB\n 1 2\n" +
+         group + "\n 0 0 0\n 9\nPRIM\n 1 1\n " + kind +
+         "\n 0.001 0 0 0\n 0 0.001 0 0\n 0 0 0.001 0\n " + box + "\n " + sizes +
+         "\nCNTE\n 1 1\nEND:\n 1 1\n";
+}
+
+// What is lost is said in cubic metres: 2/3 pi 0.5 0.5 0.25 of the dish but for what its cones,
+// which are read back, have.
+TEST(ReviewModels, SayWhatTheirSlicesLoseAndWhereARowIsFrom) {
+  const TempFolder folder;
+  writeFile("a.rvm", reviewOf("/DISH", "5", "-500 -500 0 500 500 250", "500 250"));
+  writeFile("b.rvm", reviewOf("/PIPE", "8", "-50 -50 -500 50 50 500", "50 1000"));
+  const ToolRun run = runTool("import a.rvm b.rvm -o x.dat");
+  EXPECT_EQ(run.exit, 1) << run.err;
+  const std::size_t end = run.out.find(" m3 less");
+  ASSERT_NE(end, std::string::npos) << run.out;
+  const std::size_t begin = run.out.rfind(' ', end - 1) + 1;
+  const double lost = std::stod(run.out.substr(begin, end - begin));
+  const Json info = Json::parse(runTool("info --json --only cone,pipe x.dat").out)["files"][0];
+  const double dish = info["volume"].get<double>() / 1e9 - 0.25 * 3.14159265358979 * 0.01;
+  EXPECT_NEAR(dish + lost, 2.0 / 3 * 3.14159265358979 * 0.5 * 0.5 * 0.25, 2e-6);
+  EXPECT_GT(lost, 1e-4);
+  const Json rows = Json::parse(runTool("list --json x.dat").out)["elements"];
+  for (const Json& row : rows) {
+    EXPECT_EQ(row["attributes"]["source"], row["header"] == "/DISH" ? "a.rvm" : "b.rvm") << row;
   }
 }
 

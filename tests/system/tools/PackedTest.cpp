@@ -93,6 +93,19 @@ TEST(Packed, ReadsThroughAPipe) {
   EXPECT_TRUE(contains(run.out, "elements  1\n")) << run.out;
 }
 
+// Lines and bytes are those of what was packed, whether or not the last line has an end.
+TEST(Packed, CountsTheLinesInside) {
+  const TempFolder folder;
+  writeFile("whole.gz", gzip(kPipe + kPipe));
+  writeFile("open.gz", gzip(kPipe + kPipe.substr(0, kPipe.size() - 1)));
+  for (const char* name : {"whole.gz", "open.gz"}) {
+    const ToolRun run = runTool(std::string("info ") + name);
+    EXPECT_TRUE(contains(run.out, "  lines     2\n")) << name << run.out;
+    const std::size_t size = 2 * kPipe.size() - (name[0] == 'o' ? 1 : 0);
+    EXPECT_TRUE(contains(run.out, "  bytes     " + std::to_string(size) + '\n')) << run.out;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Packed, GzipTest, testing::ValuesIn(kGzip),
                          [](const auto& each) { return std::string(each.param.name); });
 

@@ -361,5 +361,24 @@ TEST(TwistedReducers, AreTheSameWhicheverCornerIsFirst) {
 INSTANTIATE_TEST_SUITE_P(Solids, SolidsTest, testing::ValuesIn(kSolids),
                          [](const auto& each) { return std::string(each.param.name); });
 
+// A square of 100 and one that is turned by 40 degrees and smaller, 80 apart: its sides are bent
+// faces, whose normals turn from one end to the other as the triangles do.
+TEST(BentFaces, HaveTheNormalsOfTheirTriangles) {
+  const std::shared_ptr<Geo> geo = reducer(100, 100, 60, 60, 80, 40);
+  SceneBuilder builder(Fineness::ofTolerance(0.05));
+  builder.add(*geo, {});
+  const Scene scene = builder.finish();
+  const Mesh& mesh = scene.meshes.at(0);
+  ASSERT_GT(mesh.triangles.size(), 100U);
+  for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
+    const MeshTriangle& t = mesh.triangles[i];
+    const GeVector across = cross(mesh.positions[t[1]] - mesh.positions[t[0]],
+                                  mesh.positions[t[2]] - mesh.positions[t[0]]);
+    for (const std::uint32_t normal : mesh.triangleNormals[i]) {
+      EXPECT_LT(across.angleTo(mesh.normals[normal]) * 180 / kPi, 6.0) << i;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace VeskTest

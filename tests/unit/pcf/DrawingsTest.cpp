@@ -402,6 +402,27 @@ constexpr SpindleCase kSpindles[] = {
 
 // A gate valve of 114.3 from 0 to 200 along x; its stem begins in the middle. Below a handwheel it
 // is 0.8 of 114.3 long and 0.4 of it wide, below a lever 0.25.
+// The corners of the bodies that lie in the plane of an end are on its circle or its centre.
+TEST(TaperedBends, HaveTheBoresOfTheirEnds) {
+  const PcfRun run =
+      runPcf("ELBOW\n END-POINT 0 0 0 100\n END-POINT 500 500 0 150\n CENTRE-POINT 500 0 0\n");
+  double atStart = 0.0;
+  double atEnd = 0.0;
+  for (const std::string& record : run.recordsOf('r')) {
+    const std::vector<double> numbers = numbersOf(record);
+    ASSERT_EQ(numbers.size(), 24U);
+    for (std::size_t k = 0; k < 8; ++k) {
+      double p[3];
+      for (std::size_t i = 0; i < 3; ++i) p[i] = numbers[i] + (k == 0 ? 0.0 : numbers[3 * k + i]);
+      if (std::fabs(p[0]) < 1e-3) atStart = std::max(atStart, std::hypot(p[1], p[2]));
+      if (std::fabs(p[1] - 500) < 1e-3) atEnd = std::max(atEnd, std::hypot(p[0] - 500, p[2]));
+    }
+  }
+  // DN 100 is 114.3 wide, DN 150 168.3.
+  EXPECT_NEAR(atStart, 57.15, 1e-3);
+  EXPECT_NEAR(atEnd, 84.15, 1e-3);
+}
+
 TEST(Spindles, PointAsTheFileSays) {
   for (const SpindleCase& row : kSpindles) {
     const PcfRun run = runPcf("VALVE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n SKEY VVBW\n " +

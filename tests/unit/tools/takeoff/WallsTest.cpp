@@ -79,7 +79,19 @@ constexpr PoundsCase kPounds[] = {
     {50, "10S", 2.64}, {80, "10S", 4.33}, {100, "10S", 5.61}, {150, "10S", 9.29},
     {200, "10S", 13.4}, {250, "10S", 18.65}, {300, "10S", 24.16}, {50, "5S", 1.6},
     {100, "5S", 3.92}, {150, "5S", 7.6}, {200, "5S", 9.93}, {250, "5S", 15.19},
-    {300, "5S", 20.98},
+    {300, "5S", 20.98}, {300, "60", 73.15}, {350, "60", 85.05}, {400, "60", 107.5},
+    {450, "60", 138.17}, {500, "60", 166.4}, {600, "60", 238.35}, {200, "100", 50.95},
+    {250, "100", 77.03}, {300, "100", 107.32}, {350, "100", 130.85}, {400, "100", 164.82},
+    {450, "100", 207.96}, {500, "100", 256.1}, {600, "100", 367.39}, {250, "120", 89.29},
+    {300, "120", 125.49}, {350, "120", 150.79}, {400, "120", 192.43}, {450, "120", 244.14},
+    {500, "120", 296.37}, {600, "120", 429.39}, {200, "140", 67.76}, {250, "140", 104.13},
+    {300, "140", 139.67}, {350, "140", 170.21}, {400, "140", 223.64}, {450, "140", 274.22},
+    {500, "140", 341.09}, {600, "140", 483.12}, {450, "160", 308.5}, {500, "160", 379.17},
+    {125, "XXS", 38.55}, {250, "XXS", 104.13}, {300, "XXS", 125.49}, {350, "10", 36.71},
+    {400, "10", 42.05}, {450, "10", 47.39}, {500, "10", 52.73}, {600, "10", 63.41},
+    {350, "20", 45.61}, {400, "20", 52.27}, {450, "20", 58.94}, {500, "20", 78.6},
+    {350, "30", 54.57}, {400, "30", 62.58}, {450, "30", 82.15}, {500, "30", 104.13},
+    {600, "30", 140.68},
 };
 // clang-format on
 
@@ -167,6 +179,17 @@ TEST(Walls, AreFoundByTheOutsideDiameter) {
   const Walls walls = Walls::ofSchedule("40");
   for (const AgreementCase& each : kAgreements) {
     EXPECT_EQ(walls.ofDiameter(each.diameter), each.wall) << each;
+  }
+}
+
+// Each wall of each table at the outside diameter of its size, and at no other.
+TEST(Walls, OfASchedulesAreThoseOfItsTable) {
+  for (const std::string& name : scheduleNames()) {
+    const Walls walls = Walls::ofSchedule(name);
+    std::map<double, double> expected;
+    for (const ScheduledWall& each : wallsOfSchedule(name)) expected[each.dn] = each.wall;
+    for (const Vesk::Pcf::PipeSize& size : Vesk::Pcf::pipeSizes())
+      EXPECT_EQ(walls.ofDiameter(size.outside), expected[size.dn]) << name << " DN " << size.dn;
   }
 }
 

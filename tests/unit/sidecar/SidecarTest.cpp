@@ -134,6 +134,10 @@ constexpr ReadCase kReads[] = {
     {"TooLarge",        "f1,f2,first,last\nA,01,1,46656\n", "s.csv:2: \"last\" is not a number from 0 to 46655"},
     {"Negative",        "f1,f2,first,last\nA,01,-1,2\n",  "s.csv:2: \"first\" is not a number from 0 to 46655"},
     {"Backwards",       "f1,f2,first,last\nA,01,3,2\n",   "s.csv:2: \"last\" is smaller than \"first\""},
+    {"NumberEmpty",     "f1,f2,first,last\nA,01,,2\n",    "s.csv:2: \"first\" is not a number from 0 to 46655"},
+    {"ReturnInAField",  "f1,f2,first,last,x\nA,01,1,2,a\rb\n", "x | A/01/1-2 a\rb"},
+    {"ReturnAlone",     "f1,f2,first,last\n\r\n\rA,01,1,2\n", "| A/01/1-2"},
+    {"OpenQuoteInTheFirstLine", "f1,\"f2", "s.csv:1: a quoted field has no end"},
     {"OpenQuote",       "f1,f2,first,last\nA,01,1,1\n\"A\nB,01,1,2\n",
      "| A/01/1-1s.csv:3: a quoted field has no end"},
     {"BehindTheQuote",  "f1,f2,first,last\n\"A\"x,01,1,2\n", "s.csv:2: there is something after the end of a quoted field"},
@@ -150,8 +154,13 @@ INSTANTIATE_TEST_SUITE_P(Sidecar, Reads, testing::ValuesIn(kReads),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(SidecarReader, RefusesAFieldWithoutEnd) {
-  EXPECT_EQ(textOf("f1,f2,first,last\n\"" + std::string(SidecarReader::kLongestField + 1, 'x')),
-            "s.csv:2: a field is longer than 1 MiB");
+  const std::string key = "f1,f2,first,last\n";
+  const std::string longest(SidecarReader::kLongestField, 'x');
+  for (const char* quote : {"", "\""}) {
+    EXPECT_EQ(textOf(key + quote + longest + "x"), "s.csv:2: a field is longer than 1 MiB");
+    EXPECT_EQ(textOf(key + quote + longest + quote + ",01,1,2\n"), "| " + longest + "/01/1-2");
+  }
+  EXPECT_EQ(textOf(longest + "x"), "s.csv:1: a field is longer than 1 MiB");
 }
 
 // Of a last row without a line end nobody knows whether it is whole; those before it are.
@@ -280,6 +289,18 @@ TEST(SidecarJoin, LooksAsFarAsItSays) {
   EXPECT_EQ(join.elementsWithoutRows(), 1U);
 }
 
+// Of two rows of the same elements the first is found, also when the other is dropped.
+TEST(SidecarJoin, FindsTheFirstOfTwoRowsOfTheSameElements) {
+  std::istringstream stream("f1,f2,first,last,n\nA,01,1,1,one\nA,01,1,1,two\nB,01,1,1,three\n");
+  SidecarReader reader(stream, "s.csv");
+  SidecarJoin join(reader);
+  EXPECT_EQ(join.find("B", "01", 1)->values[0], "three");
+  EXPECT_EQ(join.find("A", "01", 1)->values[0], "one");
+  join.finish();
+  EXPECT_EQ(join.rows(), 3U);
+  EXPECT_EQ(join.rowsWithoutElements(), 1U);
+}
+
 TEST(SidecarJoin, KeepsElementsApartWhoseRowsHaveGaps) {
   std::istringstream stream("f1,f2,first,last\nA,01,1,2\nA,01,5,5\nA,02,1,9\n");
   SidecarReader reader(stream, "s.csv");
@@ -315,13 +336,20 @@ TEST(Utf8, IsCutBetweenCharacters) {
   EXPECT_EQ(cutUtf8("abcdefg\xC3\xA4", 8), "abcdefg");
   EXPECT_EQ(cutUtf8("abcdef\xC3\xA4x", 8), "abcdef\xC3\xA4");
   EXPECT_EQ(cutUtf8("abcdef\xE2\x82\xAC", 8), "abcdef");
+  EXPECT_EQ(cutUtf8("abcde\xF0\x9F\x94\xA7", 8), "abcde");
+  EXPECT_EQ(cutUtf8("\xC3\xA4", 1), "");
+  // More than three bytes that follow none are no UTF-8, and stay; fewer at the beginning too.
+  EXPECT_EQ(cutUtf8("abc\x80\x80\x80\x80\x80\x80", 8), "abc\x80\x80\x80\x80\x80");
+  EXPECT_EQ(cutUtf8("\x80\x80\x80", 2), "\x80\x80");
 }
 
 TEST(Utf8, KnowsWhatIsNone) {
-  for (const char* text : {"", "abc", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x94\xA7"})
+  for (const char* text : {"", "abc", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x94\xA7",
+                           "\xE0\xA0\x80", "\xED\x9F\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"})
     EXPECT_TRUE(isUtf8(text)) << text;
-  for (const char* text : {"\x80", "\xC3", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80",
-                           "\xF5\x80\x80\x80", "\xF4\x90\x80\x80", "\xE2\x82", "\xC3\xC3"})
+  for (const char* text :
+       {"\x80", "\xC3", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF5\x80\x80\x80",
+        "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xE2\x82", "\xC3\xC3"})
     EXPECT_FALSE(isUtf8(text)) << text;
 }
 

@@ -262,13 +262,12 @@ void Reader::readMargin(const KeyValue& entry) {
   start(word, meaning, entry.value);
 }
 
-// More indented than components, less than points: a component only if it is known and
-// stands alone.
+// More indented than components, less than points: a component only if it is known,
+// stands alone and has points, as items of MATERIALS have not.
 void Reader::readBetween(const KeyValue& entry) {
   std::string word;
   const Word meaning = meaningOf(entry.key, word);
-  if (isComponent(meaning) && entry.value.empty() && below_ != Below::kMaterials &&
-      hasPointBelow()) {
+  if (isComponent(meaning) && entry.value.empty() && hasPointBelow()) {
     start(word, meaning, entry.value);
   } else {
     readAttribute(entry);

@@ -180,7 +180,7 @@ Resolved Resolver::resolve(const Component& component) {
   }
   if (part.family == Family::kOlet) {
     resolveOlet(resolved, points, component);
-    requireBores(resolved);
+    if (resolved.failure.empty()) requireBores(resolved);
     return resolved;
   }
   addEnds(resolved, points);
@@ -530,12 +530,7 @@ void Resolver::resolveGasket(Resolved& resolved, const Points& points) {
 
 void Resolver::resolveSpot(Resolved& resolved, const Points& points) {
   Part& part = resolved.part;
-  const Point* at = points.place != nullptr ? points.place : points.first;
-  if (at == nullptr) {
-    resolved.failure = "expected CO-ORDS, found none";
-    return;
-  }
-  part.ends.push_back(endOf(*at));
+  part.ends.push_back(endOf(points.place != nullptr ? *points.place : *points.first));
   if (points.place == nullptr && points.ends.size() >= 2) {
     part.ends[0].at = middleOf(points.ends[0]->at, points.ends[1]->at);
   }

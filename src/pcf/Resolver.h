@@ -26,7 +26,7 @@ class Resolver {
   // The plan has its diameters. All three outlive it.
   Resolver(const Plan& plan, const Joints& joints, double tolerance, Messages& messages);
 
-  // What was guessed is said.
+  // Of a component that has a point. What was guessed is said.
   Resolved resolve(const Component& component);
 
  private:

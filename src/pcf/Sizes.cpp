@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace Vesk::Pcf {
@@ -26,8 +27,6 @@ constexpr double kEuropean[] = {10.2, 13.5, 17.2, 26.9, 33.7, 42.4, 76.1, 139.7,
 // clang-format on
 
 }  // namespace
-
-std::span<const PipeSize> pipeSizes() { return kSizes; }
 
 const PipeSize* sizeOfDn(double dn) {
   const auto size = std::find_if(std::begin(kSizes), std::end(kSizes), [dn](const PipeSize& row) {

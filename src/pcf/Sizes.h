@@ -2,8 +2,6 @@
 #ifndef VESK_PCF_SIZES_H
 #define VESK_PCF_SIZES_H
 
-#include <span>
-
 namespace Vesk::Pcf {
 
 // A nominal size of pipe.
@@ -12,9 +10,6 @@ struct PipeSize {
   double dn;       // the same in millimetres, as it is called
   double outside;  // diameter, millimetres, ASME B36.10
 };
-
-// All of them, small to large.
-std::span<const PipeSize> pipeSizes();
 
 // The size of this DN exactly; null if there is none.
 const PipeSize* sizeOfDn(double dn);

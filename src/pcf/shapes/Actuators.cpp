@@ -150,9 +150,11 @@ void drawActuator(Builder& out, const Part& part, const GePoint& centre, const G
       return solenoid(stand);
     case Actuator::kSpring:
       return spring(stand);
+    // GCOVR_EXCL_START: usualOf tells one, and none is drawn above
     case Actuator::kNotTold:
     case Actuator::kNone:
       return;
+      // GCOVR_EXCL_STOP
   }
 }
 

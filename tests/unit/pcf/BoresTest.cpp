@@ -83,7 +83,14 @@ const BoreCase kBores[] = {
     {"BesideLargerOnesTheyAreNot", "MM", "8 10 100",         "13.7 17.1 114.3", nullptr},
     {"MillimetresUnderInches", "INCH", "50 150 200",         "60.3 168.3 219.1", "warning: UNITS-BORE INCH with bores that only millimetres can be: taken as millimetres, 50 to 200"},
 
+    {"MoreThanFiveOfNoTable", "MM",   "41.1 43.1 47.5 55.5 66.6 361.4", "41.1 43.1 47.5 55.5 66.6 361.4",
+     "note: bores that are in no table are drawn as they are: 41.1, 43.1, 47.5, 55.5, 66.6 ..."},
+
     // ---- told from outside
+    {"ToldToBeInchesOfNoSize", "MM",  "47.3",                "47.3",   nullptr, BoreMeaning::kInches},
+    {"ToldToBeInchesUnderInches", "INCH", "6 0.5 7.3",       "168.3 21.3 185.42", nullptr, BoreMeaning::kInches},  // 7.3 * 25.4
+    {"ToldToBeNominalUnderInches", "INCH", "6",              "168.3",  nullptr, BoreMeaning::kNominal},
+    {"ToldToBeNominalOfNoSize", "MM", "47.3",                "47.3",   nullptr, BoreMeaning::kNominal},
     {"ToldToBeInches",        "MM",   "101.6 88.9",          "114.3 101.6", nullptr, BoreMeaning::kInches},
     {"ToldToBeInchesUnderMillimetres", "MM", "6 8 12",       "168.3 219.1 323.8", nullptr, BoreMeaning::kInches},
     {"ToldToBeDiameters",     "MM",   "101.6 152.4 150",     "101.6 152.4 150", nullptr, BoreMeaning::kDiameter},
@@ -147,6 +154,17 @@ TEST(MixedBores, AreThoseOfTheirNeighbours) {
       "PIPE\n END-POINT 0 500 0 101.6\n END-POINT 100 500 0 101.6\n"
       "PIPE\n END-POINT 100 500 0 114.3\n END-POINT 200 500 0 114.3\n");
   EXPECT_EQ(run.recordsOf('c')[2], "c 0 500 0,100 0 0,114.3") << run.messageText();
+}
+
+// DN 90 is 101.6 wide: what meets it is a diameter.
+TEST(MixedBores, AreDiametersBesideAPipeOfThatWidth) {
+  const PcfRun run = runPcf(
+      "PIPE\n END-POINT 0 0 0 152.4\n END-POINT 100 0 0 152.4\n"
+      "PIPE\n END-POINT 0 900 0 168.3\n END-POINT 100 900 0 168.3\n"
+      "PIPE\n END-POINT 0 500 0 101.6\n END-POINT 100 500 0 101.6\n"
+      "PIPE\n END-POINT 100 500 0 90\n END-POINT 200 500 0 90\n"
+      "PIPE\n END-POINT 100 500 0\n END-POINT 100 700 0 50\n");
+  EXPECT_EQ(run.recordsOf('c')[2], "c 0 500 0,100 0 0,101.6") << run.messageText();
 }
 
 struct MissingCase {

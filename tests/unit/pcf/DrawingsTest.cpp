@@ -328,7 +328,7 @@ const DrawingCase kDrawings[] = {
      "in.pcf:1: warning: OLET: expected a CENTRE-POINT and a BRANCH1-POINT; drawn from end to end\n"},
     {"OletOfACentreAndAnEnd", 1, "OLET\n END-POINT 0 50 0 20\n CENTRE-POINT 0 0 0\n",
      "c 0 0 0,0 50 0,26.7\nl pt 0 0 0,pt 0 50 0\n", nullptr},
-    {"OletOfOneEnd", 1, "OLET\n END-POINT 0 50 0 20\n", "", "in.pcf:1: error: OLET not drawn: expected two ends\n"},
+    {"OletOfOneEnd", 1, "OLET\n END-POINT 0 50 0 20\n", "", "in.pcf:1: error: OLET not drawn: expected a CENTRE-POINT and a BRANCH1-POINT\n"},
     {"UnknownComponentWithNothingToGoBy", 1, "FOO-BAR\n CENTRE-POINT 0 0 0\n", "",
      "in.pcf:1: error: FOO-BAR not drawn: expected two ends\n"},
     {"AWordWithAValueAndNoPlaceIsAHeader", 1, "PIPE-TYPE 3\nWELD\n CO-ORDS 0 0 0\n", "l pt 0 0 0\n",

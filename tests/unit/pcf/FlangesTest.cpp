@@ -49,6 +49,11 @@ const FaceCase kFaces[] = {
     {"BlindFlange",          "- -", P(-500, 0) TWO("FLANGE-BLIND", 100, 120), 100},
     {"SpectacleBlind",       "- -", P(-500, 0) TWO("SPECTACLE-BLIND", 100, 120), 100},
     {"Bolt",                 "- -", AT("BOLT", 100), 100},
+    {"ArrowTellsNothing",    "- -", AT("FLOW-ARROW", 100) P(-500, 0), 100},
+    {"DialTellsNothing",     "- -", AT("INSTRUMENT-DIAL", 100) P(-500, 0), 100},
+    {"PipeBesideAValve",     "- -", V(0, -300) P(0, -500) V(100, 300), 100},
+    {"SupportTellsNothing",  "- -", AT("SUPPORT", 100) P(-500, 0), 100},
+    {"OrificePlate",         "- -", P(-500, 0) TWO("ORIFICE-PLATE", 100, 103), 100},
     {"Equipment",            "- -", P(100, 500) AT("END-CONNECTION-EQUIPMENT", 0), 0},
     {"FarAwayInTheFile",     "- -", P(9000, 9100) P(9200, 9300) P(9400, 9500) P(9600, 9700) P(9800, 9900)
                                     P(10000, 10100) P(10200, 10300) P(10400, 10500) P(10600, 10700) P(10800, 10900) G(100, 103), 100},

@@ -48,6 +48,12 @@ const NumberCase kNumbers[] = {
     {"MixedWithGluedEnd",    "1.1/2SW",      1.5,     false, "SW"},
     {"DecimalComma",         "1,5",          1,       false, ",5"},
     {"OverNothing",          "3/0",          3,       false, "/0"},
+    {"FractionWithoutAnUnder", "1/",           1,       false, "/"},
+    {"MixedWithoutAnUnder",  "1.1/",         1.1,     false, "/"},
+    {"MixedOfMoreThanOne",   "1.3/2",        1.3,     false, "/2"},
+    {"MixedOverNothing",     "1-2/0",        1,       false, "-2/0"},
+    {"SlashFarBehind",       "1234567890.1234567/2", 1234567890.1234567, false, "/2"},
+    {"MoreThanNineDigits",   "1234567890/2", 1234567890, false, "/2"},
     {"NoNumber",             "nan",          NAN,     false, "nan"},
     {"Infinity",             "inf",          NAN,     false, "inf"},
     {"TooLarge",             "1e999",        NAN,     false, "1e999"},
@@ -94,6 +100,10 @@ const FeetCase kFeet[] = {
     {"WithAMixedBore",     "12' 6\" 3' 1 1/2",          4, "12' 6\" 3' 1 1/2"},
     {"WithoutABore",       "12' 6\" 0 0",               3, "12'6\" 0 0"},
     {"BoresAreNotZero",    "12' 6\" 0 0",               4, "12'6\" 0 0"},
+    {"InchesWithoutAMark", "12' 6 7 0 6",               4, "12' 6 7 0 6"},
+    {"InchesThatAreNoFraction", "12' 6 5\" 0 6",        4, "12' 6 5\" 0 6"},
+    {"DecimalInchesAndAFraction", "12' 6.5 1/2\" 0 6",  4, "12' 6.5 1/2\" 0 6"},
+    {"FeetBehindFeet",     "12' 3'6\" 0 6 7",           4, "12' 3'6\" 0 6 7"},
     {"TooFew",             "12' 6\" 0",                 4, "12' 6\" 0"},
 };
 // clang-format on

@@ -61,6 +61,14 @@ TEST(Wedges, HaveTheVolumeOfTheObliqueBody) {
               kPi * 140 / 3 * section * 2e-4);
 }
 
+// Coaxial circles lean nowhere: a right frustum of 22 corners, and it begins anywhere.
+TEST(Wedges, OfCoaxialCirclesAreTheRightFrustum) {
+  const RuledBody body{{0, 0, 0}, {0, 0, 1}, 84.15, {0, 0, 140}, {0, 0, 1}, 57.15};
+  const double section = 84.15 * 84.15 + 84.15 * 57.15 + 57.15 * 57.15;
+  const double faceted = 11 * std::sin(kPi / 11) * 140 / 3 * section;
+  EXPECT_NEAR(volumeOf(wedges(body, 1)), faceted, faceted * 1e-12);
+}
+
 TEST(Wedges, LieWithTheirCornersOnBothCircles) {
   const RuledBody body{{5, 6, 7}, {1, 0, 0}, 50, {105, 30, 7}, {0.8, 0.6, 0}, 30};
   for (const Red& wedge : wedges(body, 0.5)) {

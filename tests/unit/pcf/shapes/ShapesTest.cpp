@@ -307,6 +307,38 @@ const ShapeRow kFittingRows[] = {
         cylinder 0 0 0 > 0 0 120 d 33.4)"},
     {"OletFromItsEnd", Family::kOlet, "e 0 0 0 60 b 0 0 120 33.4",
      "cylinder 0 0 0 > 0 0 120 d 33.4"},
+    {"OletWhoseEndLiesOnTheWay", Family::kOlet, "e 0 0 30 60 c 0 0 0 b 0 0 120 33.4",
+     "cylinder 0 0 0 > 0 0 120 d 33.4"},
+    {"OletWhoseEndIsItsCentre", Family::kOlet, "e 0 0 0 60 c 0 0 0 b 0 0 120 33.4",
+     "cylinder 0 0 0 > 0 0 120 d 33.4"},
+    {"OletWhoseEndLiesAside", Family::kOlet, "e 50 0 60 60 c 0 0 0 b 0 0 120 33.4",
+     R"(cylinder 0 0 0 > 0 0 120 d 33.4
+        cylinder 0 0 0 > 50 0 60 d 60)"},
+    {"OletWhoseEndLiesBehind", Family::kOlet, "e 0 0 -30 60 c 0 0 0 b 0 0 120 33.4",
+     R"(cylinder 0 0 0 > 0 0 120 d 33.4
+        cylinder 0 0 0 > 0 0 -30 d 60)"},
+    {"OletWhoseEndLiesBeyond", Family::kOlet, "e 0 0 150 60 c 0 0 0 b 0 0 120 33.4",
+     R"(cylinder 0 0 0 > 0 0 120 d 33.4
+        cylinder 0 0 0 > 0 0 150 d 60)"},
+    {"OletOfAnEndAlone", Family::kOlet, "e 0 0 120 33.4 c 0 0 0",
+     "cylinder 0 0 0 > 0 0 120 d 33.4"},
+    {"YPieceOfOneLeg", Family::kYPiece, "e 100 0 0 60 c 0 0 0",
+     R"(cylinder 0 0 0 > 100 0 0 d 60
+        remark: has no branch)"},
+    {"YPieceOfTwoLegs", Family::kYPiece, "e 100 0 0 60 e 0 100 0 60 c 0 0 0",
+     R"(cylinder 0 0 0 > 100 0 0 d 60
+        cylinder 0 0 0 > 0 100 0 d 60)"},
+    // 1.2 times as wide, without its nut
+    {"UnionThatTurns", Family::kUnion, "e 0 0 0 60 e 100 100 0 60 c 100 0 0",
+     R"(cylinder 0 0 0 > 100 0 0 d 72
+        cylinder 100 0 0 > 100 100 0 d 72)"},
+    {"BellowsThatTurn", Family::kBellows, "e 0 0 0 60 e 100 100 0 60 c 100 0 0",
+     R"(cylinder 0 0 0 > 100 0 0 d 60
+        cylinder 100 0 0 > 100 100 0 d 60)"},
+    {"CapWithoutADirection", Family::kCap, "e 0 0 0 60",
+     "missing: nothing shows in which direction it lies"},
+    {"PlugWithoutADirection", Family::kPlug, "e 0 0 0 60",
+     "missing: nothing shows in which direction it lies"},
     {"OletWithNothing", Family::kOlet, "b 0 0 120 33.4",
      "missing: expected two ends, or a centre and a branch"},
     {"Concentric", Family::kReducer, "e 0 0 0 168.3 line -1 0 0 e 140 0 0 114.3 line 1 0 0",
@@ -424,6 +456,11 @@ const ShapeRow kEquipmentRows[] = {
         cylinder 58 0 0 > 142 0 0 d 150
         cone 142 0 0 > 170 0 0 d 150 100)"},
     // leans by 45 degrees: 160 / sqrt 2 = 113.137, 175 / sqrt 2 = 123.744
+    // 1.5 of its width about the middle of its way
+    {"FilterThatTurns", Family::kFilter, "e 0 0 0 100 e 200 200 0 100 c 200 0 0",
+     R"(cylinder 0 0 0 > 200 0 0 d 100
+        cylinder 200 0 0 > 200 200 0 d 100
+        ...)"},
     {"YStrainer", Family::kFilterY, "e 0 0 0 100 e 200 0 0 100",
      R"(cylinder 0 0 0 > 200 0 0 d 100
         cylinder 30 0 0 > 170 0 0 d 120
@@ -527,6 +564,13 @@ struct WordRow {
   const char* word;
   EndKind kind;
 };
+
+TEST(Shapes, KnowActuatorsByTheirWords) {
+  EXPECT_EQ(actuatorOf("motor operated"), Actuator::kMotor);
+  EXPECT_EQ(actuatorOf("LEVER"), Actuator::kLever);
+  EXPECT_EQ(actuatorOf("SOMETHING"), Actuator::kNotTold);
+  EXPECT_EQ(actuatorOf(""), Actuator::kNotTold);
+}
 
 TEST(Shapes, KnowTheCodesOfEnds) {
   static constexpr WordRow kRows[] = {

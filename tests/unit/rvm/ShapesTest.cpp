@@ -259,6 +259,15 @@ TEST(ReviewRound, SphereThatItsBoxDoesNotDecideIsDoubtful) {
   EXPECT_FALSE(reading.elements.empty());
 }
 
+// Half a turn of radius 300 within a millionth of a millimetre: 0.00016 rad each, 19,238 pieces.
+TEST(ReviewRound, OfMoreThan4096PiecesIsRefused) {
+  ReviewWriter writer(ReviewWriter::Form::kBinary);
+  writer.shape(9, kUpright, {-300, -300, -300, 300, 300, 300}, {600});
+  const ReviewReading reading = readReviewText(writer.finish(), {.tolerance = 1e-6});
+  EXPECT_EQ(reading.counts.kinds[9].fates[5], 1U);
+  EXPECT_TRUE(reading.elements.empty());
+}
+
 // Of 0.01 mm: its box is within the rounding of both, and nearer to that of the diameter.
 TEST(ReviewRound, TinySphereIsOfTheSizeThatItsBoxIsNearerTo) {
   ReviewWriter writer(ReviewWriter::Form::kBinary);

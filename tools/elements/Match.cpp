@@ -90,6 +90,21 @@ std::string signatureOf(const Vesk::Geo& geo) {
   return text;
 }
 
+// All values of an element of which one is no finite number; of any other none. No distance tells
+// whether two such are the same.
+std::string endlessValuesOf(const Vesk::Geo& geo) {
+  std::string text;
+  bool isFinite = true;
+  for (const Property& each : propertiesOf(geo)) {
+    for (const double part : {each.value.x, each.value.y, each.value.z}) {
+      isFinite = isFinite && std::isfinite(part);
+      text += shortest(part) + ' ';
+    }
+    text += each.text + ';';
+  }
+  return isFinite ? std::string() : text;
+}
+
 double lengthOf(const Vesk::Geo& geo) {
   Vesk::Extents box;
   geo.addExtents(box);
@@ -112,6 +127,7 @@ class Matcher {
   void takeOwn(const Group& group, bool areSame);
   double cellSize(const Indices& indices) const;
   void takeEqual(const Group& group, bool areSame);
+  void takeEndless(const Group& group);
   void takeByCounter(const Group& group);
   void takeBySizes(const Group& group);
   void takeNearest(const Indices& as, const Indices& bs, bool anyDistance);
@@ -178,6 +194,22 @@ void Matcher::takeEqual(const Group& group, bool areSame) {
   }
 }
 
+// Those without a place are the same where all their values are, in the order of the models.
+void Matcher::takeEndless(const Group& group) {
+  std::unordered_map<std::string, Indices> found;
+  for (auto k = group.b.rbegin(); k != group.b.rend(); ++k) {
+    const std::string values = endlessValuesOf(*b_[*k].geo);
+    if (!values.empty()) found[values].push_back(*k);
+  }
+  if (found.empty()) return;
+  for (const std::size_t i : group.a) {
+    const auto same = found.find(endlessValuesOf(*a_[i].geo));
+    if (same == found.end() || same->second.empty()) continue;
+    take(i, same->second.back(), true);
+    same->second.pop_back();
+  }
+}
+
 // Only where the counter names one element on each side.
 void Matcher::takeByCounter(const Group& group) {
   std::unordered_map<int, Indices> left;
@@ -239,6 +271,8 @@ Matching Matcher::run() {
   std::map<Kind, Group> rest;
   for (auto& [key, group] : groups) {
     takeEqual(group, true);
+    dropTaken(group);
+    takeEndless(group);
     dropTaken(group);
     takeByCounter(group);
     dropTaken(group);

@@ -539,6 +539,14 @@ constexpr DiffCase kDiffs[] = {
      "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 50 0 0,0 0 9,4\n",
      "P-1     01008    00c 51 0 0,0 0 9,4\nP-1     01009    00c 1 0 0,0 0 9,4\n", 1,
      "2 moved; 0 in their places\n"},
+    {"NothingDiffersFromItselfWithoutAPlace",
+     "P-1     01001    00l pt nan 2 3\nP-1     01001    00l pt nan 2 3\n"
+     "P-1     01002    00c 0 0 1e999,0 0 9,4\n",
+     "P-1     01001    00l pt nan 2 3\nP-1     01001    00l pt nan 2 3\n"
+     "P-1     01002    00c 0 0 1e999,0 0 9,4\n",
+     0, "no difference; 3 in their places\n"},
+    {"WithoutAPlaceOtherValuesCount", "P-1     01001    00l pt nan 0 0,pt 1 0 0\n",
+     "P-1     01001    00l pt nan 0 0,pt 1 0 7\n", 1, "1 changed; 0 in their places\n"},
     {"ArcsCount", "P-1     01001    00l pt 0 0 0,pt 1 0 0,ar 5 1 2 3\n",
      "P-1     01001    00l pt 0 0 0,pt 1 0 0\n", 1,
      "changed: arc 0 from \"radius 5 1 2 3\" to nothing\n"},

@@ -15,6 +15,7 @@
 #include "vesk/Box.h"
 #include "vesk/Cone.h"
 #include "vesk/Cyl.h"
+#include "vesk/GeConstants.h"
 #include "vesk/Pgon.h"
 #include "vesk/Pline.h"
 #include "vesk/Red.h"
@@ -285,6 +286,8 @@ const Shape kOuterBend = bend({0, 0, 0}, {500, 0, 0}, {0, 500, 0}, 60);
 
 const TubesCase kTubes[] = {
     {"ConcentricBends", kBend, kOuterBend, kInf, 0.001, 120},
+    // 600 - 300 - 50 - 10, at 20 degrees of the bend's 90
+    {"PipeOffTheMiddleOfABend", kBend, pipe({600 * std::cos(kPi / 9), 600 * std::sin(kPi / 9), -470}, {600 * std::cos(kPi / 9), 600 * std::sin(kPi / 9), 500}, 20), kInf, 0.001, 240},
     {"BoundsThatWouldNeedMillionsOfPieces", kBend, kOuterBend, kInf, 1e-9, std::nullopt},
     {"AboveTheLimit", kBend, kOuterBend, 100, 0.001, kInf},
     {"PipesAboveTheLimit", kPipe, pipe({0, 0, 200}, {1000, 0, 200}, 60), 100, 0.001, kInf},

@@ -96,6 +96,8 @@ const Scene kScenes[] = {
     {"ThroughBothSides", {{"A", "", kPipe}, {"B", "", "c 500 0 -60,0 0 500,60"}}, "", "V501 1-2"},
     {"EndInABox", {{"A", "", kPipe}, {"B", "", "b 500 0 0,900 -100 -100,0 200 0,0 0 200"}}, "", "V501 1-2"},
     {"ThroughABendAndBackIn", {{"A", "", "t 0 0 0,300 0 0,0 300 0,100"}, {"B", "", "c 300 20 0,-300 300 0,20"}}, "", "V501 1-2"},
+    // Along the chord from 10 to 80 degrees of the bend, and on; its middle is 54 off the axis.
+    {"FromABendOutBackInAndThrough", {{"A", "", "t 0 0 0,300 0 0,0 300 0,100"}, {"B", "", "c 295.4 52.1 0,-389.3 389.3 0,2"}}, "", "V501 1-2"},
     // Clearance.
     {"NearerThanTheClearance", {{"A", "", kPipe}, {"B", "", "c 0 0 129.9,1000 0 0,60"}}, "--clearance 50", "V502 1-2"},
     {"AsFarAsTheClearance", {{"A", "", kPipe}, {"B", "", "c 0 0 130,1000 0 0,60"}}, "--clearance 50", ""},

@@ -3,9 +3,11 @@
 // expected follows from the records beside it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -119,6 +121,57 @@ const std::map<std::string, std::string> kFiles = {
     {"stray.dat", kPipe + "nothing\n" + kPipe},
     {"stray-two.dat", kPipe + "nothing\nof this\n" + kPipe},
     {"stray-four.dat", kPipe + "nothing\nof this\nkind\nis known\n" + kPipe},
+    // A pipe that overlaps the one before it by half a millimetre.
+    {"overlap.dat",
+     "P-1     01001    00c 0 0 0,1000 0 0,100\n"
+     "P-1     01002    00c 999.5 0 0,1000 0 0,100\n"},
+    // Ends of other bores: a warning.
+    {"bores.pcf", "PIPE\n END-POINT 0 0 0 100\n END-POINT 1000 0 0 80\n"},
+    {"good.pcf", "PIPE\n END-POINT 0 0 0 100\n END-POINT 1000 0 0 100\n"},
+    // The row of P-1 goes to 5, and P-2 has a 3.
+    {"ranges.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,4\n"
+     "P-2     01003    00c 9 0 0,0 0 9,4\n"},
+    {"ranges.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,5,A1\nP-2,01,3,3,B2\n"},
+    // A note, a warning and an error.
+    {"levels.dat",
+     "P-1     01001    00c 0 0 0,0 0 1000,100 \n"
+     "P-1     01002    00c 0 9 0,0 0 1000,0\n"
+     "P-1     01003    00c 0 18 0,0 0 1000,-1\n"},
+    // A pipe, and a flange that is as wide.
+    {"flange.dat",
+     "P-1     01001    00c 0 0 0,0 0 1000,114.3\n"
+     "P-1     01002    00c 0 0 1000,0 0 20,114.3\n"},
+    {"flange.attributes.csv", "f1,f2,first,last,component\nP-1,01,1,1,PIPE\nP-1,01,2,2,FLANGE\n"},
+    // Rows from 4 to 6 and from 1 to 5 have 4 and 5 in common.
+    {"from4.dat", "P-1     01004    00c 0 0 0,0 0 9,4\n"},
+    {"from4.attributes.csv", "f1,f2,first,last,spec\nP-1,01,4,6,A1\n"},
+    {"from1.dat", "P-1     01001    00c 9 0 0,0 0 9,4\n"},
+    {"from1.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,5,A1\n"},
+    // Numbers 3 to 5 of one header in both; 1 to 2 of another.
+    {"first.dat",
+     "P-1     01003    00c 0 0 0,0 0 9,4\n"
+     "P-1     01005    00c 9 0 0,0 0 9,4\n"
+     "P-2     01001    00c 18 0 0,0 0 9,4\n"},
+    {"second.dat",
+     "P-1     01003    00c 0 9 0,0 0 9,4\n"
+     "P-1     01005    00c 9 9 0,0 0 9,4\n"
+     "P-2     01002    00c 18 9 0,0 0 9,4\n"},
+    // A bend of 4, a box, a pipe of 6, and one of 3 of a larger number.
+    {"mixed.dat",
+     "P-1     01004    00t 0 0 0,9 0 0,0 9 0,4\n"
+     "P-1     01003    00b 5 0 0,0 0 0,0 6 0,0 0 7\n"
+     "P-1     01002    00c 0 0 0,0 0 9,6\n"
+     "P-1     01009    00c 5 0 0,0 0 9,3\n"},
+    // The middles are at x 5 and 15, y -5 and 5, z 5 and 25.
+    {"cells.dat",
+     "P-1     01001    00b 2 0 0,4 -6 4,0 2 0,0 0 2\n"
+     "P-1     01002    00b 2 0 0,14 4 24,0 2 0,0 0 2\n"},
+    {"twice.dat",
+     "P-1     01001    00c 0 0 0,0 0 9,4\n"
+     "P-1     01002    00b 5 0 0,0 0 0,0 6 0,0 0 7\n"
+     "P-1     01003    00c 0 0 9,0 0 -9,4\n"
+     "P-1     01004    00c 0 0 0,0 0 9,4\n"},
     // A blank behind the record is a note.
     {"blank.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
     {"blank-too.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
@@ -274,6 +327,128 @@ const FinePoint kPoints[] = {
      1,
      {"stray-four.dat:2:", ", and so are the 3 lines after it"}},
     {"OneLineOfNoElementIsToldAlone", "check stray.dat", 1, {"stray.dat:2:"}, {}, {"after it"}},
+    {"AnOverlapHasNoSign",
+     "check --joints --only V201 overlap.dat",
+     0,
+     {"overlap of 0.500 with the end at line 1"}},
+    {"AWarningOfAnImportIsAnExitCode", "import bores.pcf -o x.dat", 1, {}, {"different bores"}},
+    {"AnImportWithoutAWarningIsDone", "import good.pcf -o x.dat", 0, {"x.dat: 2 elements of 1 "}},
+    {"HeadersShareTheNumbersOfTheirRows",
+     "edit ranges.dat -o x.dat --rename P-2 P-1",
+     1,
+     {},
+     {"would be one header, and have counters in common"}},
+    {"TheLevelOfNotesIsAll",
+     "check levels.dat --level note",
+     1,
+     {"V032", "V103", "V101", ": 1 error, 1 warning, 1 note in 3 elements"}},
+    {"TheLevelOfWarningsHasNoNotes",
+     "check levels.dat --level warning",
+     1,
+     {"V103", "V101", ": 1 error, 1 warning in 3 elements"},
+     {},
+     {"V032"}},
+    {"TheLevelOfErrorsHasNothingElse",
+     "check levels.dat --level error",
+     1,
+     {"V101", ": 1 error, 0 warnings in 3 elements"},
+     {},
+     {"V032", "V103"}},
+    {"WhatHasAWallShowsItBesideWhatHasNone",
+     "measure --csv --schedule 40 flange.dat",
+     0,
+     {"\nrow,,,,cylinder,114.3,0,0,0,0,0,6.02,0,0,2,"},
+     {"no wall: FLANGE"}},
+    {"RowsThatOverlapAtTheirEndAreLeftOut",
+     "extract from4.dat from1.dat -o x.dat",
+     1,
+     {"x.dat: 2 elements; x.attributes.csv: 1 row\n"},
+     {"1 row left out"}},
+    {"TheScaleStandsOverItsMiddle",
+     "view cone.dat -o - --to svg",
+     0,
+     {" text-anchor=\"middle\" x="}},
+    // 3 to 5 move behind 5: to 6 to 8.
+    {"CountersThatClashMoveBehindTheOthers",
+     "merge first.dat second.dat -o x.dat",
+     0,
+     {"second.dat: header P-1 01 clashes: 2 elements renumbered, 3 to 5 become 6 to 8\n",
+      "x.dat: 6 elements\n"},
+     {},
+     {"P-2 01 clashes"}},
+    {"WhatClashesGetsAnotherName",
+     "merge first.dat second.dat -o - --clash rename",
+     0,
+     {"P-1~2   01003    00c 0 9 0,0 0 9,4\n", "P-1~2   01005    00c 9 9 0,0 0 9,4\n",
+      "P-2     01002    00c 18 9 0,0 0 9,4\n"},
+     {"renamed to P-1~2 01"}},
+    {"WhatClashesIsRefused",
+     "merge first.dat second.dat -o x.dat --clash refuse",
+     1,
+     {},
+     {"x.dat is not written, since headers clash", "have counters that are already taken"}},
+    {"ElementsAreSortedByCounter",
+     "edit mixed.dat -o - --sort counter",
+     0,
+     {"01002    00c 0 0 0,0 0 9,6\nP-1     01003    00b 5 0 0,0 0 0,0 6 0,0 0 7\n"
+      "P-1     01004    00t 0 0 0,9 0 0,0 9 0,4\nP-1     01009    00c"},
+     {"2 elements reordered"}},
+    // A box has no diameter: 0, 3, 4, 6.
+    {"ElementsAreSortedBySize",
+     "edit mixed.dat -o - --sort size",
+     0,
+     {"01003    00b 5 0 0,0 0 0,0 6 0,0 0 7\nP-1     01009    00c 5 0 0,0 0 9,3\n"
+      "P-1     01004    00t 0 0 0,9 0 0,0 9 0,4\nP-1     01002    00c"}},
+    {"EqualElementsKeepTheirOrder",
+     "edit mixed.dat -o - --sort kind,header",
+     0,
+     {"00c 0 0 0,0 0 9,6\nP-1     01009    00c 5 0 0,0 0 9,3\n"}},
+    {"EachElementGetsItsOwnNumber",
+     "edit pair.dat -o - --renumber elements --start 35",
+     0,
+     {"P-1     0100Z    00c 0 0 0,0 0 9,4\nP-1     01010    00c 1000 0 0,0 0 9,4\n"},
+     {"2 elements renumbered"}},
+    {"ElementsOfOneNumberKeepSharingIt",
+     "edit pair.dat -o - --renumber components --start 1",
+     0,
+     {"P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01001    00c 1000 0 0,0 0 9,4\n"},
+     {"0 elements renumbered"}},
+    {"CellsOfAGridAreOfThePlan",
+     "split cells.dat --by grid --grid 10 -o new -n",
+     0,
+     {"new/x0_y-1.dat         1  x0_y-1\n", "new/x1_y0.dat          1  x1_y0\n",
+      "2 elements in 2 parts; not written"}},
+    {"CellsOfAGridHaveThreeLengths",
+     "split cells.dat --by grid --grid 20,20,10 -o new -n",
+     0,
+     {"x0_y-1_z0", "x0_y0_z2"}},
+    {"PartsOfSizesHaveTheirNames",
+     "split mixed.dat --by size -o new -n",
+     0,
+     {"new/4.dat ", "new/none.dat ", "new/6.dat ", "new/3.dat ", "4 elements in 4 parts"}},
+    {"WhatIsDroppedIsLikeTheFirst",
+     "edit twice.dat -o x.dat --drop-duplicates",
+     0,
+     {"line 3 dropped: cylinder like the one at line 1\n",
+      "line 4 dropped: cylinder like the one at line 1\n", "2 elements dropped\n",
+      "x.dat: 2 elements\n"}},
+    {"AWarningIsNoErrorUnlessStrict", "check nothing.dat", 0, {"0 errors, 1 warning in 1 element"}},
+    {"AWarningIsAnErrorIfStrict", "check --strict nothing.dat", 1, {"0 errors, 1 warning"}},
+    {"WhatAFormatHasNoPlaceForIsNoError",
+     "export tall.dat cone.dat -o x.stl",
+     0,
+     {},
+     {"left out: 1 text"}},
+    {"WhatAFormatHasNoPlaceForIsAnErrorIfStrict",
+     "export tall.dat cone.dat -o x.stl --strict",
+     1,
+     {},
+     {"left out: 1 text"}},
+    {"NothingIsWrittenIfStrict",
+     "convert five.dat x.dat --style fixed --strict",
+     1,
+     {},
+     {"x.dat is not written, since something would be lost (--strict)"}},
     {"NotesAddUpOverFiles",
      "check --json blank.dat blank-too.dat",
      0,
@@ -549,6 +724,32 @@ TEST(ReviewModels, SayWhatTheirSlicesLoseAndWhereARowIsFrom) {
   const Json rows = Json::parse(runTool("list --json x.dat").out)["elements"];
   for (const Json& row : rows) {
     EXPECT_EQ(row["attributes"]["source"], row["header"] == "/DISH" ? "a.rvm" : "b.rvm") << row;
+  }
+}
+
+// So many elements that relations name them in parts; the last part counts too.
+TEST(IfcRelations, NameEveryProductOnce) {
+  const TempFolder folder;
+  for (const int count : {1, 63, 64, 65, 150}) {
+    std::string records;
+    for (int i = 0; i < count; ++i) records += kPipe;
+    writeFile("pipes.dat", records);
+    std::istringstream lines(runTool("export -q pipes.dat -o - --to ifc").out);
+    std::map<std::string, int> named;
+    int products = 0;
+    for (std::string line; std::getline(lines, line);) {
+      products += contains(line, "=IFCPIPESEGMENT(") ? 1 : 0;
+      for (const char* relation :
+           {"=IFCRELCONTAINEDINSPATIALSTRUCTURE(", "=IFCRELASSIGNSTOGROUP("}) {
+        if (!contains(line, relation)) continue;
+        const std::size_t begin = line.find("(#");
+        const std::string list = line.substr(begin, line.find(')', begin) - begin);
+        named[relation] += static_cast<int>(std::count(list.begin(), list.end(), '#'));
+      }
+    }
+    EXPECT_EQ(products, count);
+    EXPECT_EQ(named["=IFCRELCONTAINEDINSPATIALSTRUCTURE("], count);
+    EXPECT_EQ(named["=IFCRELASSIGNSTOGROUP("], count);
   }
 }
 

@@ -352,6 +352,24 @@ TEST_F(PageTest, ElementsOfOneNumberAreOneComponent) {
             (std::vector<std::uint32_t>{0, 0, 1, 2}));
 }
 
+// Rows are those of their file, though both have the same header and number.
+TEST_F(PageTest, RowsAreThoseOfTheirFile) {
+  const TempFolder folder;
+  writeFile("a.dat", kPipe);
+  writeFile("b.dat", kPipe);
+  writeFile("a.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,A1\n");
+  writeFile("b.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,B2\n");
+  const WrittenPage page = pageOf("view a.dat b.dat");
+  EXPECT_EQ(page.steps(page.head["elements"]["row"]), (std::vector<std::uint32_t>{1, 2}));
+  EXPECT_EQ(page.steps(page.head["elements"]["component"]), (std::vector<std::uint32_t>{0, 1}));
+  const Json& attributes = page.head["attributes"];
+  std::vector<std::string> texts;
+  for (const std::uint32_t id : page.steps(attributes["columns"][0])) {
+    texts.push_back(attributes["texts"][id]);
+  }
+  EXPECT_EQ(texts, (std::vector<std::string>{"A1", "B2"}));  // rows are counted from 1
+}
+
 // What a page of differences says at which element; those as they were come behind all others.
 TEST_F(PageTest, MarksWhatMovedChangedAppearedAndVanished) {
   const TempFolder folder;

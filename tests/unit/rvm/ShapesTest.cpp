@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
 #include <ostream>
 #include <random>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -371,6 +373,47 @@ TEST(ReviewPlaces, TextAxesAreRepaired) {
 
 // Turned by 0.4 and twice as large: five decimals leave lengths of 0.0019985, 0.0019985 and
 // 0.002, a dish with one scale. Half as wide along y, it has two.
+struct ShearCase {
+  const char* name;
+  std::size_t parameter;
+  double x;  // of the lowest or highest corner
+  double y;
+  bool isTop;
+};
+
+// Ends of a cylinder of 100 and 400 that rise with x or y by tan(0.3): their highest and lowest
+// corners.
+TEST(ReviewRound, ShearsRiseAlongTheirOwnAxis) {
+  constexpr ShearCase kShears[] = {{"BottomAlongX", 5, -100, 0, false},
+                                   {"BottomAlongY", 6, 0, -100, false},
+                                   {"TopAlongX", 7, 100, 0, true},
+                                   {"TopAlongY", 8, 0, 100, true}};
+  for (const ShearCase& row : kShears) {
+    Numbers parameters = {100, 100, 400, 0, 0, 0, 0, 0, 0};
+    parameters[row.parameter] = 0.3;
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.shape(7, {0.001, 0, 0, 0, 0.001, 0, 0, 0, 0.001, 0, 0, 0}, {0, 0, 0, 0, 0, 0},
+                 parameters);
+    const ReviewReading reading = readReviewText(writer.finish(), {.tolerance = 0.1});
+    std::array<double, 3> found = {0, 0, 0};
+    for (const std::string& record : reading.elements) {
+      std::string text = record.substr(2);
+      std::replace(text.begin(), text.end(), ',', ' ');
+      std::istringstream stream(text);
+      std::array<std::array<double, 3>, 8> corners{};
+      for (auto& corner : corners) stream >> corner[0] >> corner[1] >> corner[2];
+      for (std::size_t k = 0; k < 8; ++k) {
+        std::array<double, 3> p = corners[k];
+        for (std::size_t i = 0; k > 0 && i < 3; ++i) p[i] += corners[0][i];
+        if (row.isTop ? p[2] > found[2] : p[2] < found[2]) found = p;
+      }
+    }
+    EXPECT_NEAR(found[0], row.x, 1e-3) << row.name;
+    EXPECT_NEAR(found[1], row.y, 1e-3) << row.name;
+    EXPECT_NEAR(found[2], (row.isTop ? 1 : -1) * (200 + 100 * std::tan(0.3)), 1e-3) << row.name;
+  }
+}
+
 // Of two lengths that rounding has set apart the mean; a third that is another stays.
 TEST(ReviewPlaces, AxesThatRoundingSetsApartGetTheirMean) {
   Vesk::Axes axes = {GeVector(0.0005, 0, 0), GeVector(0, 0.000502, 0), GeVector(0, 0, 0.0007)};

@@ -293,5 +293,26 @@ TEST(Pattern, EndsSoonWithManyStars) {
   EXPECT_FALSE(matchesPattern(std::string(10000, 'a') + 'b', pattern + "*c"));
 }
 
+// Of each class whatever has a size: a box of three edges, a duct of two sides, a cone of two ends.
+TEST(SelectionBySize, LooksAtEverySizeOfAnElement) {
+  auto relb = std::make_shared<Relb>();
+  relb->startVector = {300, 0, 0};
+  relb->endVector = {0, 300, 0};
+  relb->depth = 400;
+  relb->width = 500;
+  const std::shared_ptr<Geo> elements[] = {
+      std::make_shared<Box>(GeVector(0, 0, 0), GeVector(100, 0, 0), GeVector(0, 200, 0),
+                            GeVector(0, 0, 300)),
+      relb, std::make_shared<Cone>(GeVector(0, 0, 0), GeVector(0, 0, 9), 600, 700)};
+  for (int size = 100; size <= 700; size += 100) {
+    Selection selection;
+    selection.add(kSize, std::to_string(size));
+    for (std::size_t i = 0; i < 3; ++i) {
+      const std::size_t owner = size <= 300 ? 0 : size <= 500 ? 1 : 2;
+      EXPECT_EQ(selection.takes({*elements[i], "P-1     ", "01", 1, 1}), i == owner) << size;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace VeskTest

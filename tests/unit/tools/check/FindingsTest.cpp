@@ -348,6 +348,10 @@ const Row kOpenEnds[] = {
     {"PieceMissing",
      kPipe + tokens("c ", "1400 0 0,500 0 0,100"),
      {"1:22-26 note V205", "2:22-29 warning V207", "2:31-37 note V205"}},
+    // aside by more than half of the thinner one
+    {"NothingIsMissingAside",
+     kPipe + tokens("c ", "1400 40 0,500 0 0,60"),
+     {"1:22-26 note V205", "1:28-35 note V205", "2:22-30 note V205", "2:32-38 note V205"}},
     {"NothingIsMissingAcrossTwentyDiameters",
      kPipe + tokens("c ", "3001 0 0,500 0 0,100"),
      {"1:22-26 note V205", "1:28-35 note V205", "2:22-29 note V205", "2:31-37 note V205"}},

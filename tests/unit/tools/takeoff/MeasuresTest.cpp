@@ -114,6 +114,12 @@ const MeasureCase kMeasures[] = {
     // the product of the edges. Faces: 1 * 0.5, 0.5 * 0.2, 1 * 0.2 sqrt(2), twice each.
     {"ObliqueBox", box({1000, 0, 0}, {0, 500, 0}, {0, 200, 200}), 1,
      2 * (0.5 + 0.1 + 0.2 * kRoot2), 0.1, "oblique box"},
+    // Leaning by 50 on 200 it has 200 / sqrt(200^2 + 50^2) = 0.97 of the product.
+    {"SlightlyObliqueBox", box({1000, 0, 0}, {0, 500, 0}, {0, 50, 200}), 1,
+     2 * (0.5 + 0.1 + std::hypot(0.2, 0.05)), 0.1, "oblique box"},
+    // By 2 on 200 it has 0.99995 of it.
+    {"HardlyObliqueBox", box({1000, 0, 0}, {0, 500, 0}, {0, 2, 200}), 1,
+     2 * (0.5 + 0.1 + std::hypot(0.2, 0.002)), 0.1},
     {"BoxInsideOut", box({0, 500, 0}, {1000, 0, 0}, {0, 0, 200}), 1, 1.6, 0.1},
     // A frustum: h / 3 (A + sqrt(A B) + B); the sides are trapezia of the height
     // sqrt(0.3^2 + 0.05^2).

@@ -57,8 +57,9 @@ TEST(Units, TurnMetricIntoImperial) {
 
 TEST(NaturalLess, GoesByTheValuesOfNumbers) {
   const NaturalLess less;
-  const char* const ordered[] = {"",   "(none)", "60.3",  "114.3", "219.1 x 114.3", "219.1 x 168.3",
-                                 "A2", "A10",    "A10 b", "B",     "DN 80",         "DN 100"};
+  const char* const ordered[] = {
+      "",    "(none)", "60.3",  "114.3", "219.1 x 114.3", "219.1 x 168.3", "A2", "A009",
+      "A10", "A10 b",  "A0011", "B",     "DN 80",         "DN 100"};
   for (std::size_t i = 0; i < std::size(ordered); ++i) {
     for (std::size_t j = 0; j < std::size(ordered); ++j) {
       EXPECT_EQ(less(ordered[i], ordered[j]), i < j) << ordered[i] << " | " << ordered[j];

@@ -112,6 +112,7 @@ const Choice kChoices[] = {
     // The pipe's top is at 57.15, the text lies in the pipe.
     {"NearAPoint", {{kNear, "100,0,60,2.86"}}, "a"},
     {"NotNearEnough", {{kNear, "100,0,60,2.84"}}, ""},
+    {"NearWithPlusSigns", {{kNear, "+100,+0,60,+2.86"}}, "a"},
     {"NearWithoutRadius", {{kNear, "100,0,0,0"}}, "ai"},
     // The box ends 2.85 below the pipe.
     {"TouchingAPipe", {{kTouching, "P-1001"}}, "abi"},
@@ -119,6 +120,9 @@ const Choice kChoices[] = {
     {"NotTouching", {{kTouching, "P-1001", true}}, "cdefghj"},
     {"TouchingOthersOnly", {{kTouching, "P-1001"}, {kHeader, "P-1001", true}}, "i"},
     {"TouchingWhatIsNotThere", {{kTouching, "P-9"}}, ""},
+    // Of a pipe without a place.
+    {"TouchingWhatIsNowhere", {{kTouching, "P-1003"}}, ""},
+    {"NotTouchingWhatIsNowhere", {{kTouching, "P-1003", true}}, "abcdefghij"},
     {"Lines", {{kLines, "3-5"}}, "bcd"},
     {"LinesFrom", {{kLines, "14-"}}, "ij"},
     {"LinesUpTo", {{kLines, "-1"}}, "a"},
@@ -174,6 +178,7 @@ const Refusal kRefusals[] = {
     {kSize, "nan", "--size nan: \"nan\" is neither a size nor a range"},
     {kSize, "inf..", "--size inf..: \"inf..\" is neither a size nor a range"},
     {kSize, "100,5x", "--size 100,5x: \"5x\" is neither a size nor a range"},
+    {kSize, "+-5", "--size +-5: \"+-5\" is neither a size nor a range"},
     {kBox, "1,2,3", "--bbox 1,2,3: not six numbers"},
     {kBox, "1,2,3,4,5,6,7", "--bbox 1,2,3,4,5,6,7: not six numbers"},
     {kBox, "1,2,3,4,5,nan", "--bbox 1,2,3,4,5,nan: not six numbers"},
@@ -263,6 +268,31 @@ TEST(Selection, TakesNoReducerByItsSize) {
   const Red reducer;
   EXPECT_FALSE(selection.takes({reducer, "P-1", "01", 1, 1}));
   EXPECT_TRUE(selection.takes({*kModel[0].geo, "P-1", "01", 1, 1}));
+}
+
+struct HeaderCase {
+  const char* f1;
+  const char* f2;
+  const char* name;
+};
+
+TEST(Headers, AreNamedByBothFieldsWithoutTheirBlanks) {
+  const HeaderCase rows[] = {{"P-1     ", "01", "P-1 01"},
+                             {"P-1     ", "  ", "P-1"},
+                             {"        ", "01", "01"},
+                             {"        ", "  ", ""}};
+  for (const HeaderCase& each : rows) {
+    EXPECT_EQ(headerName(each.f1, each.f2), each.name);
+    EXPECT_TRUE(matchesHeader(each.f1, each.f2, each.name));
+  }
+}
+
+// An element that stands in no file has no lines.
+TEST(Selection, TakesNothingByLinesThatStandsInNoFile) {
+  Selection selection;
+  selection.add(Criterion::kLines, "-9");
+  EXPECT_FALSE(selection.takes({*kModel[0].geo, "P-1", "01", 0, 0}));
+  EXPECT_TRUE(selection.takes({*kModel[0].geo, "P-1", "01", 1, 0}));
 }
 
 struct PatternCase {

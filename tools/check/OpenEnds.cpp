@@ -131,10 +131,30 @@ double distanceOfWays(const GePoint& p, const GeVector& u, const GePoint& q, con
   return distance(p + u * s, q + v * t);
 }
 
+// How far a point is from the whole ring that a bend is a part of, at least; of a bend without a
+// plane 0.
+double distanceOfRing(const Torus& bend, const GePoint& point) {
+  const double one = bend.startVector.length();
+  const double other = bend.endVector.length();
+  const GeVector normal = cross(bend.startVector, bend.endVector);
+  const double length = normal.length();
+  constexpr double kPlane = 1e-6;  // of the sine
+  if (!(length > kPlane * one * other)) return 0.0;
+  const GeVector from = point - bend.centre;
+  const double above = dot(from, normal) / length;
+  const double out = (from - normal * (above / length)).length();
+  const double aside = std::hypot(out - (one + other) / 2.0, above);
+  constexpr double kRoundingOf = 1e-9;
+  return aside - bend.diameter / 2.0 - std::fabs(one - other) / 2.0 - kRoundingOf * (one + other);
+}
+
 // Whether a way may come so near to the solid; quickly, by what is about it.
 bool mayTouch(const Geo& geo, const GePoint& from, const GeVector& way, double margin) {
   const std::optional<Round> round = roundOf(geo);
-  return !round || distanceOfWays(from, way, round->from, round->way) <= round->reach + margin;
+  if (!round) return true;
+  if (distanceOfWays(from, way, round->from, round->way) > round->reach + margin) return false;
+  if (geo.typeCode() != Torus::kTypeCode) return true;
+  return distanceOfRing(static_cast<const Torus&>(geo), from) <= way.length() + margin;
 }
 
 // The search in one file.

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Makes a file a part of a program:
 //
-//   node embed.js INPUT OUTPUT.cpp
+//   node embed.js INPUT OUTPUT.cpp HEADER FUNCTION
 //
+// The header declares the function, which returns the file as a string.
 // Long string literals and constant expressions are more than some compilers take:
 // the file stands in an array of numbers.
 import { readFileSync, writeFileSync } from 'node:fs';
 
 const IN_A_ROW = 24;
 
-const [input, output] = process.argv.slice(2);
+const [input, output, header, name] = process.argv.slice(2);
 const bytes = readFileSync(input);
 
 const rows = [];
@@ -19,7 +20,7 @@ for (let at = 0; at < bytes.length; at += IN_A_ROW) {
 
 writeFileSync(
   output,
-  `#include "view/Page.h"
+  `#include "${header}"
 
 namespace VeskTool {
 namespace {
@@ -30,7 +31,7 @@ ${rows.join('\n')}
 
 }  // namespace
 
-std::string pageTemplate() { return {std::begin(kPage), std::end(kPage)}; }
+std::string ${name}() { return {std::begin(kPage), std::end(kPage)}; }
 
 }  // namespace VeskTool
 `,

@@ -5,11 +5,25 @@ import { gzipSync } from 'node:zlib';
 
 import { defineConfig, transformWithEsbuild } from 'vite';
 
-// The two empty blocks of index.html into which the tool writes a model.
-const PLACES = [
-  '<script type="text/plain" id="vesk-scene"></script>',
-  '<script type="text/plain" id="vesk-data"></script>',
-];
+// What is different of the two pages. The places are empty blocks into which the tool
+// writes a model; the page of a tileset fetches it.
+const PAGES = {
+  view: {
+    input: 'index.html',
+    output: 'template.html',
+    places: [
+      '<script type="text/plain" id="vesk-scene"></script>',
+      '<script type="text/plain" id="vesk-data"></script>',
+    ],
+    fetches: [],
+  },
+  tiles: {
+    input: 'tiles.html',
+    output: 'tiles-page.html',
+    places: [],
+    fetches: ["connect-src 'self'"],
+  },
+};
 
 const hash = (text) => `'sha256-${createHash('sha256').update(text).digest('base64')}'`;
 
@@ -27,13 +41,13 @@ async function loader() {
 
 // One file: script and style stand in the page, and the policy allows these and
 // nothing else. The script is compressed; the loader unpacks it.
-function singleFile() {
+function singleFile(own) {
   return {
     name: 'single-file',
     enforce: 'post',
     async generateBundle(_, bundle) {
       const files = Object.values(bundle);
-      const page = files.find((file) => file.fileName === 'index.html');
+      const page = files.find((file) => file.fileName === own.input);
       const script = inert(files.find((file) => file.type === 'chunk').code.trim());
       const first = await loader();
       const style = files.find((file) => file.fileName.endsWith('.css')).source.trim();
@@ -42,6 +56,7 @@ function singleFile() {
         `script-src ${hash(first)} ${hash(script)}`,
         `style-src ${hash(style)}`,
         'img-src data:',
+        ...own.fetches,
         "base-uri 'none'",
         "form-action 'none'",
       ].join('; ');
@@ -51,23 +66,24 @@ function singleFile() {
         .replace(/\s*<script type="module"[^>]*><\/script>/, '')
         .replace(/\s*<link rel="stylesheet"[^>]*>/, '');
       const put = (place, text) => {
-        if (html.split(place).length !== 2) throw new Error(`index.html needs one ${place}`);
+        if (html.split(place).length !== 2) throw new Error(`${own.input} needs one ${place}`);
         html = html.replace(place, () => text);
       };
       put('<!--policy-->', `<meta http-equiv="Content-Security-Policy" content="${policy}">`);
       put('<!--style-->', `<style>${style}</style>`);
       const code = gzipSync(script, { level: 9 }).toString('base64');
       put('<!--script-->', `<script type="text/plain" id="vesk-code">${code}</script>\n    <script>${first}</script>`);
-      for (const place of PLACES) put(place, place);
+      for (const place of own.places) put(place, place);
       for (const name of Object.keys(bundle)) delete bundle[name];
-      this.emitFile({ type: 'asset', fileName: 'template.html', source: html });
+      this.emitFile({ type: 'asset', fileName: own.output, source: html });
     },
   };
 }
 
-export default defineConfig({
-  plugins: [singleFile()],
+export default defineConfig(({ mode }) => ({
+  plugins: [singleFile(PAGES[mode] ?? PAGES.view)],
   build: {
+    rollupOptions: { input: (PAGES[mode] ?? PAGES.view).input },
     target: 'es2022',
     emptyOutDir: false, // Template.cpp lies there too
     modulePreload: false,
@@ -76,4 +92,4 @@ export default defineConfig({
     chunkSizeWarningLimit: 2000,
     reportCompressedSize: false,
   },
-});
+}));

@@ -22,6 +22,7 @@
 #include "tiles/Tiles.h"
 #include "tiles/TilesFolder.h"
 #include "tiles/TilesMerge.h"
+#include "tiles/TilesPage.h"
 
 namespace VeskTool {
 namespace {
@@ -114,7 +115,8 @@ class ExportCommand : public Command {
         "every value, including those of the sidecar, for SQL queries; these four are streamed. "
         "docs/formats.md describes what each keeps and loses.\n"
         "A folder, -o plant/, becomes a tileset (3D Tiles) for models that are too large for one "
-        "file: a viewer fetches what is in sight. From afar small elements are left out and round "
+        "file: a viewer fetches what is in sight. index.html beside it is one; it needs a web "
+        "server. From afar small elements are left out and round "
         "ones have fewer pieces. Memory does not grow with the model; while the tiles are made, "
         "some 250 bytes for each element wait in files beside them. Zones can be exported each by "
         "itself; given finished tilesets instead of records, export writes one that shows them "
@@ -238,9 +240,24 @@ class ExportCommand : public Command {
     Exit exit = exportStream(files, nameOf(Format::kTiles), choice, writer, strict_, session);
     exit = worst(exit, writer.exit());
     if (choice.isNothing()) return worst(exit, choice.finish(session));
+    const std::string page = pageOrWarning(session);
+    if (!page.empty()) {
+      TileFile file(folder.path() / kTilesPageName);
+      file.write(page);
+      file.close();
+    }
     folder.commit();
     session.note(amount(writer.tiles(), "tile", "tiles"));
     return exit;
+  }
+
+  static std::string pageOrWarning(Session& session) {
+    std::string page = tilesPage();
+    if (page.empty()) {
+      session.warning("the folder has no index.html: this build has no viewer",
+                      "any viewer of 3D Tiles shows tileset.json");
+    }
+    return page;
   }
 
   // A folder may hold its zones already: only the files of the whole are new.
@@ -254,7 +271,16 @@ class ExportCommand : public Command {
     const std::string text = mergedTileset(words_, output_);
     OutputFile tileset(output_ + '/' + kTilesetName, force_);
     tileset.write(text);
-    tileset.commit();
+    std::vector<OutputFile*> files;
+    std::optional<OutputFile> file;
+    const std::string page = pageOrWarning(session);
+    if (!page.empty()) {
+      file.emplace(output_ + '/' + kTilesPageName, force_);
+      file->write(page);
+      files.push_back(&*file);
+    }
+    files.push_back(&tileset);
+    commitTogether(files);
     session.note(amount(words_.size(), "tileset", "tilesets") + " shown as one");
     return Exit::kDone;
   }

@@ -47,7 +47,7 @@ constexpr FormatText kFormats[] = {
      "solids, faces, lines, points in a tree of tiles, coarser from afar; header, kind, file and "
      "line of each element; colours of kinds",
      "texts (left out), arcs, marks and tags", "the finest tiles as --tolerance or --quality says",
-     "a tile; files beside OUT", "the Khronos validator (the tiles)"}};
+     "a tile; files beside OUT", "3d-tiles-renderer 0.4.18, the Khronos validator (the tiles)"}};
 
 void appendPart(std::string& help, std::string_view left, std::string_view text) {
   std::string lines = wrapped(text, 11, kHelpWidth);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 #include "elements/Describe.h"
@@ -19,8 +20,7 @@ namespace {
 constexpr std::size_t kBatch = 1024;  // elements that are measured at once
 constexpr std::size_t kPiece = std::size_t{1} << 16;
 
-// So often tiles are divided by place: what is still together then lies within a
-// sixteen-millionth of the model, and is divided by its order.
+// So often tiles are divided by place; what is still together then is divided by its order.
 constexpr std::size_t kDivisions = 24;
 
 // Of the model's diagonal, and in metres: what rounding to 32 bits may add to a box.
@@ -89,13 +89,20 @@ class Division {
  public:
   static constexpr std::size_t kParts = 8;
 
-  Division(const Vesk::Extents& centres, std::uint64_t count, bool byPlace)
+  // In no more parts than `wanted`, if that is 2 or 4: tiles are better filled then.
+  Division(const Vesk::Extents& centres, std::uint64_t count, bool byPlace, std::uint64_t wanted)
       : middle_(centreOf(centres)), count_(count) {
     const GeVector size = centres.max - centres.min;
-    const double longest = std::max({size.x, size.y, size.z});
-    byPlace_ = byPlace && longest > 0.0;
-    const double least = longest / 2.0;
-    divided_ = {size.x > least, size.y > least, size.z > least};
+    std::array<std::pair<double, std::size_t>, 3> sides{
+        {{size.x, std::size_t{0}}, {size.y, std::size_t{1}}, {size.z, std::size_t{2}}}};
+    std::sort(sides.begin(), sides.end(), std::greater<>());
+    byPlace_ = byPlace && sides[0].first > 0.0;
+    std::uint64_t parts = 1;
+    for (const auto& [length, axis] : sides) {
+      if (parts >= wanted || !(length > sides[0].first / 2.0)) continue;
+      divided_[axis] = true;
+      parts *= 2;
+    }
   }
 
   std::size_t partOf(const GePoint& centre) {
@@ -279,7 +286,8 @@ void TilesWriter::writeTile(Part& part, Above& above, std::size_t depth) {
 std::array<std::unique_ptr<TilesWriter::Part>, TilesWriter::kParts> TilesWriter::divide(
     Part& part, bool byPlace, std::size_t level, TileContent& content) {
   std::array<std::unique_ptr<Part>, kParts> parts;
-  Division division(part.centres, part.count, byPlace);
+  Division division(part.centres, part.count, byPlace,
+                    (part.sum.fine() - 1) / options_.triangles + 1);
   const bool isShown = level < DetailSum::kLevels;
   Filler filler(isShown ? options_.triangles - part.sum.triangles(level) : 0,
                 isShown ? part.sum.leftOut(level) : 0);

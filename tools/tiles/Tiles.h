@@ -37,7 +37,8 @@ struct TilesOptions {
 // tile for origin). Lengths are metres; tiles have z up, their contents y up.
 //
 // The tiles are a tree: a tile that has more than its triangles is divided in the middle
-// of its longer sides, and its elements go where their middles are. Boxes lie in their
+// of its longer sides, of one if halves are few enough, and its elements go where their
+// middles are. Boxes lie in their
 // parents'. Every element is in just one leaf, with its fine shape and the error 0. The
 // others show what the tiles below replace: they leave out the smallest elements, so
 // many as must be, and take coarse shapes where these are no further off than the

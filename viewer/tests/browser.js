@@ -39,8 +39,8 @@ export class Browser {
     rmSync(this.folder, { recursive: true, force: true });
   }
 
-  /** Opens the text of a page, or with `file` a page on the disk. */
-  async open(html, { file = null, before = null, size = SIZE, timeout = 30000, ...options } = {}) {
+  /** Opens the text of a page, with `file` a page on the disk, with `url` one of a server. */
+  async open(html, { file = null, url = null, before = null, size = SIZE, timeout = 30000, ...options } = {}) {
     const context = await this.chromium.newContext({
       viewport: size,
       reducedMotion: 'reduce',
@@ -52,7 +52,7 @@ export class Browser {
     if (before) await page.addInitScript(before);
     const path = file ?? join(this.folder, 'page.html');
     if (!file) writeFileSync(path, html);
-    await page.goto(pathToFileURL(path).href);
+    await page.goto(url ?? pathToFileURL(path).href);
     await page.locator('.stage, [role=alert]').first().waitFor({ timeout });
     await opened.settle();
     return opened;

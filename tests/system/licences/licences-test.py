@@ -46,7 +46,7 @@ INCLUDED = {
     "meshoptimizer.h": "meshoptimizer",
 }
 # A package that the page imports -> name in the list.
-BUNDLED = {"three": "three.js"}
+BUNDLED = {"three": "three.js", "3d-tiles-renderer": "3d-tiles-renderer"}
 
 
 def faults_of_the_bill(project, tool, listed, linked):

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "support/TempFolder.h"
+#include "tiles/TilesPage.h"
 #include "tools/Exported.h"
 #include "tools/Tileset.h"
 #include "tools/ToolRun.h"
@@ -243,6 +244,23 @@ TEST(Tiles, WhatWaitsInFilesIsAllThere) {
   }
 }
 
+// The policy lets it fetch what is on its own server, and nothing else.
+TEST(Tiles, APageShowsThemInABuildWithTheViewer) {
+  const TempFolder folder;
+  const ToolRun run = runTool("export - -o tiles/", kPipe);
+  EXPECT_EQ(run.exit, 0);
+  const std::string page = bytesOf("tiles/index.html");
+  if (VeskTool::tilesPage().empty()) {
+    EXPECT_TRUE(contains(run.err, "this build has no viewer"));
+    EXPECT_FALSE(std::filesystem::exists("tiles/index.html"));
+    return;
+  }
+  EXPECT_TRUE(contains(page, "default-src 'none'; "));
+  EXPECT_TRUE(contains(page, "; connect-src 'self'; "));
+  EXPECT_FALSE(contains(page, "http://")) << "an address";
+  EXPECT_FALSE(contains(page, "https://")) << "an address";
+}
+
 TEST(Tiles, ZonesAreShownAsOne) {
   const TempFolder folder;
   std::filesystem::create_directories("web/all zones");
@@ -313,6 +331,9 @@ constexpr RunCase kCases[] = {
 class TilesRunTest : public testing::TestWithParam<RunCase> {};
 
 TEST_P(TilesRunTest, Runs) {
+  if (VeskTool::tilesPage().empty() && GetParam().exit == 0) {
+    GTEST_SKIP() << "not run: the page of tilesets was left out, and that is said";
+  }
   const TempFolder folder;
   for (const char* each : {"others", "empty", "zones", "zones/odd", "zones/round"}) {
     std::filesystem::create_directory(each);

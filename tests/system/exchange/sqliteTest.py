@@ -67,6 +67,8 @@ check(database.execute('SELECT count(*) FROM boxes').fetchone()[0] == count + 1,
 # The last line, whose data begin with column 22.
 check(database.execute('SELECT file, line, column FROM faults').fetchall() ==
       [(1, sum(1 for _ in open(records)), 22)], 'faults')
+for message, expected in database.execute('SELECT message, expected FROM faults'):
+    check(message and message != expected, 'what is wrong and what was expected')
 check(database.execute("SELECT line, reason FROM elements WHERE reason IS NOT NULL").fetchall() ==
       [(sum(1 for _ in open(records)) - 1, 'length of zero')], 'reasons')
 check(database.execute("SELECT value FROM meta WHERE key = 'unit in millimetres'").fetchone() == ('1',), 'unit')

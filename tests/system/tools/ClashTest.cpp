@@ -77,6 +77,8 @@ const Scene kScenes[] = {
     {"EndToEnd", {{"A", "", kPipe}, {"B", "", "c 1000 0 0,500 0 0,100"}}, "--clearance 50", ""},
     {"EndToEndOfAnotherSize", {{"A", "", kPipe}, {"B", "", "c 1000 0 0,500 0 0,60"}}, "--clearance 50", ""},
     {"EndsWithinTheTolerance", {{"A", "", kPipe}, {"B", "", "c 1000.05 0.05 0,500 0 0,100"}}, "--clearance 50", ""},
+    {"EndsWithinALargerTolerance", {{"A", "", kPipe}, {"B", "", "c 1000.3 0.3 0,500 0 0,100"}}, "--clearance 50 --tolerance 0.5", ""},
+    {"EndsBeyondTheTolerance", {{"A", "", kPipe}, {"B", "", "c 1000.3 0.3 0,500 0 0,100"}}, "--clearance 50", "V502 1-2"},
     {"EndsThatOverlap", {{"A", "", kPipe}, {"B", "", "c 995 0 0,500 0 0,100"}}, "", "V501 1-2"},
     {"BendOnAPipe", {{"A", "", kPipe}, {"B", "", "t 1000 300 0,0 -300 0,300 0 0,100"}}, "--clearance 5", ""},
     {"BendIntoAPipe", {{"A", "", kPipe}, {"B", "", "t 900 300 20,0 -300 0,300 0 0,100"}}, "", "V501 1-2"},

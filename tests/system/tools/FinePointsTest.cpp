@@ -172,6 +172,10 @@ const std::map<std::string, std::string> kFiles = {
      "P-1     01002    00b 5 0 0,0 0 0,0 6 0,0 0 7\n"
      "P-1     01003    00c 0 0 9,0 0 -9,4\n"
      "P-1     01004    00c 0 0 0,0 0 9,4\n"},
+    {"dots.dat",
+     "P-1     01001    00l pt 0 0 0\n"
+     "P-1     01002    00l pt 1000 0 1000\n"},
+    {"way.dat", "P-1     01001    00l pt 1 2 3,pt 10 0 0,pt 10 20 0\n"},
     // A blank behind the record is a note.
     {"blank.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
     {"blank-too.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"},
@@ -449,6 +453,28 @@ const FinePoint kPoints[] = {
      1,
      {},
      {"x.dat is not written, since something would be lost (--strict)"}},
+    {"ASummaryIsAllThatIsSaid",
+     "diff --summary three.dat three-up.dat",
+     1,
+     {"3 moved; 0 in their places\n"},
+     {},
+     {"A:1"}},
+    {"RowsThatOverlapAreLeftOutOfAMerge",
+     "merge from4.dat from1.dat -o x.dat --clash keep",
+     1,
+     {"x.dat: 2 elements; x.attributes.csv: 1 row\n"},
+     {"1 row left out: another row has their elements"}},
+    // 36 from the sides and above, 84 from below: 780 pixels for 1000, in the middle of 828; a dot
+    // is 6 wide.
+    {"DotsStandAtTheirPlaces",
+     "view dots.dat -o - --to svg --from front --pixels 900x900",
+     0,
+     {"<circle cx=\"60\" cy=\"816\" r=\"3\" ", "<circle cx=\"840\" cy=\"36\" r=\"3\" "}},
+    // Three-dimensional, and not closed.
+    {"APolylineOfDxfIsOpen",
+     "export way.dat -o - --to dxf",
+     0,
+     {"AcDb3dPolyline\n 66\n1\n 10\n0\n 20\n0\n 30\n0\n 70\n8\n"}},
     {"NotesAddUpOverFiles",
      "check --json blank.dat blank-too.dat",
      0,
@@ -725,6 +751,54 @@ TEST(ReviewModels, SayWhatTheirSlicesLoseAndWhereARowIsFrom) {
   for (const Json& row : rows) {
     EXPECT_EQ(row["attributes"]["source"], row["header"] == "/DISH" ? "a.rvm" : "b.rvm") << row;
   }
+}
+
+// Of more findings than people are shown programs get all.
+TEST(ManyFindings, AreShownInPartAndHandedOnWhole) {
+  const TempFolder folder;
+  std::string thin;
+  std::string crossing = kPipe;
+  for (int i = 0; i < 25; ++i) {
+    thin += "P-1     01001    00c " + std::to_string(i) + " 0 0,0 0 1000,0\n";
+    crossing += "P-2     01001    00c -500 0 " + std::to_string(20 + 30 * i) + ",1000 0 0,20\n";
+  }
+  writeFile("thin.dat", thin);
+  writeFile("crossing.dat", crossing);
+  EXPECT_EQ(Json::parse(runTool("check --json thin.dat").out)["files"][0]["findings"].size(), 25U);
+  const ToolRun check = runTool("check thin.dat");
+  EXPECT_TRUE(contains(check.out, "thin.dat:20:")) << check.out;
+  EXPECT_FALSE(contains(check.out, "thin.dat:21:")) << check.out;
+  EXPECT_TRUE(contains(check.out, "  5 more of V103\n")) << check.out;
+  EXPECT_EQ(Json::parse(runTool("clash --json crossing.dat").out)["clashes"].size(), 25U);
+  const ToolRun clash = runTool("clash crossing.dat");
+  EXPECT_TRUE(contains(clash.out, "at line 21 ")) << clash.out;
+  EXPECT_FALSE(contains(clash.out, "at line 22 ")) << clash.out;
+  EXPECT_TRUE(contains(clash.out, "  5 more of V501\n")) << clash.out;
+}
+
+// A pipe of 1000 whose pieces may be 100 off has fewer than one of what can't be seen.
+TEST(FinenessOfDrawings, IsAsAskedFor) {
+  const TempFolder folder;
+  writeFile("wide.dat", "P-1     01001    00c 0 0 0,0 0 1000,1000\n");
+  const std::size_t seen = runTool("view wide.dat -o - --to svg --from top").out.size();
+  const std::size_t coarse =
+      runTool("view wide.dat -o - --to svg --from top --tolerance 100").out.size();
+  const std::size_t draft =
+      runTool("view wide.dat -o - --to svg --from top --quality draft").out.size();
+  EXPECT_LT(coarse, draft);
+  EXPECT_LT(draft, seen);
+}
+
+// The row of an element finds it under its new header, of one character in F2.
+TEST(RenamedHeaders, KeepTheirRows) {
+  const TempFolder folder;
+  writeFile("one.dat", kFiles.at("one.dat"));
+  writeFile("one.attributes.csv", kFiles.at("one.attributes.csv"));
+  ASSERT_EQ(runTool("edit one.dat -o x.dat --rename P-1 \"Q 1\"").exit, 0);
+  const Json element = Json::parse(runTool("list --json x.dat").out)["elements"][0];
+  EXPECT_EQ(element["header"], "Q");
+  EXPECT_EQ(element["group"], "1");
+  EXPECT_EQ(element["attributes"]["spec"], "A1");
 }
 
 // So many elements that relations name them in parts; the last part counts too.

@@ -177,6 +177,11 @@ def look_at_the_workbook():
                    stderr=subprocess.DEVNULL)
     expect("the same bytes", pathlib.Path("again.xlsx").read_bytes(),
            pathlib.Path("bill.xlsx").read_bytes())
+    subprocess.run([VESK, "measure", "--by", "kind", "--sums", "--xlsx", "sums.xlsx", "pump.dat"],
+                   check=True, stderr=subprocess.DEVNULL)
+    levels = [row["A"] for row in sheets("sums.xlsx")["by kind"]]
+    kinds = len({row["kind"] for row in measure("pump.dat") if row["level"] == "row"})
+    expect("sums and the total", levels, ["level"] + ["subtotal"] * kinds + ["total"])
     refused = subprocess.run([VESK, "measure", "--xlsx", "again.xlsx", "pump.dat"],
                              stderr=subprocess.DEVNULL).returncode
     expect("code for a workbook that is there", refused, 4)

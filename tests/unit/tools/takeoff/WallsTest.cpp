@@ -211,6 +211,10 @@ TEST(Walls, OfATableOfOnesOwn) {
   EXPECT_EQ(walls.ofSection(300, 400), 0.8);
   EXPECT_EQ(walls.ofSection(600, 200), 1.0);
   EXPECT_EQ(walls.ofSection(600, 300), 0.0);
+  // Within a thousandth of each side.
+  EXPECT_EQ(walls.ofSection(400.3, 299.8), 0.8);
+  EXPECT_EQ(walls.ofSection(400, 301), 0.0);
+  EXPECT_EQ(walls.ofSection(401, 300), 0.0);
 }
 
 TEST(Walls, SayWhichLineIsNone) {

@@ -798,6 +798,7 @@ TEST(RenamedHeaders, KeepTheirRows) {
   const Json element = Json::parse(runTool("list --json x.dat").out)["elements"][0];
   EXPECT_EQ(element["header"], "Q");
   EXPECT_EQ(element["group"], "1");
+  ASSERT_TRUE(element.contains("attributes")) << element;
   EXPECT_EQ(element["attributes"]["spec"], "A1");
 }
 

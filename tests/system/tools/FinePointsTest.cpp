@@ -482,7 +482,7 @@ const FinePoint kPoints[] = {
     {"AFolderIsOneSideOfAClash",
      "clash zones steel.dat",
      1,
-     {"2 clashes, ", "in 3 elements", "zones/a.dat:1: ", "zones/b.dat:1: "}},
+     {"2 clashes, ", "in 3 elements", "a.dat:1: ", "b.dat:1: "}},
     // 2.5 * 2 high.
     {"ATextOfDxfIsAsHighAsItsUpDirection",
      "export tall.dat -o - --to dxf",

@@ -92,6 +92,9 @@ else()
     DESTINATION ${documents} COMPONENT documents)
   install(FILES ${PROJECT_SOURCE_DIR}/cmake/packages/copyright.others
     DESTINATION ${documents} RENAME licences-of-others.txt COMPONENT documents)
+  # Debian has this text in /usr/share/common-licenses.
+  install(FILES ${PROJECT_SOURCE_DIR}/cmake/packages/Apache-2.0.txt
+    DESTINATION ${documents} COMPONENT documents)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documents} COMPONENT documents)
 endif()
 

@@ -15,6 +15,8 @@ settings.register_profile("here", database=None, deadline=None)
 settings.load_profile("here")
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+PAGE = pathlib.Path(vesk.__file__).with_name("page.html")
+needs_page = pytest.mark.skipif(not PAGE.exists(), reason="built without the page of the viewer")
 GOLDEN = sorted((ROOT / "tests" / "golden").glob("*.dat"))
 
 

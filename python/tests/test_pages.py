@@ -3,20 +3,17 @@ import ast
 import html
 import json
 import os
-import pathlib
 import subprocess
 import xml.etree.ElementTree
 
 import pytest
 
 import vesk
-from conftest import GOLDEN, ROOT
+from conftest import GOLDEN, PAGE, ROOT, needs_page
 
 TOOL = os.environ.get("VESK_TOOL")
 NOTEBOOKS = sorted((ROOT / "python" / "examples").glob("*.ipynb"))
-PAGE = pathlib.Path(vesk.__file__).with_name("page.html")
 needs_tool = pytest.mark.skipif(not TOOL, reason="VESK_TOOL names no tool")
-needs_page = pytest.mark.skipif(not PAGE.exists(), reason="built without the page of the viewer")
 
 
 @needs_tool

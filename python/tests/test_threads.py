@@ -10,6 +10,7 @@ import numpy as np
 import pytest
 
 import vesk
+from conftest import needs_page
 from vesk import _vesk
 
 
@@ -77,7 +78,12 @@ CALLS = {
 }
 
 
-@pytest.mark.parametrize("name", CALLS)
+def needed(name):
+    marks = [needs_page] if name == "page" else []
+    return pytest.param(name, marks=marks)
+
+
+@pytest.mark.parametrize("name", [needed(name) for name in CALLS])
 def test_others_go_on_meanwhile(name, long, tmp_path, monkeypatch):
     model = vesk.read(long)
     seen = []

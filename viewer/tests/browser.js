@@ -21,6 +21,9 @@ const FLAGS = [
   '--disable-sync',
 ];
 
+// ms that a busy machine may take for what needs one second.
+const PATIENCE = 120000;
+
 // Small: it is the processor that draws.
 const SIZE = { width: 900, height: 420 };
 
@@ -40,12 +43,13 @@ export class Browser {
   }
 
   /** Opens the text of a page, with `file` a page on the disk, with `url` one of a server. */
-  async open(html, { file = null, url = null, before = null, size = SIZE, timeout = 30000, ...options } = {}) {
+  async open(html, { file = null, url = null, before = null, size = SIZE, timeout = PATIENCE, ...options } = {}) {
     const context = await this.chromium.newContext({
       viewport: size,
       reducedMotion: 'reduce',
       ...options,
     });
+    context.setDefaultTimeout(PATIENCE);
     const page = await context.newPage();
     const opened = new Page(page, this);
     this.last = opened;

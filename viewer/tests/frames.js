@@ -3,9 +3,9 @@
 //
 //   node frames.js [--chromium PROGRAM] [--page FILE | --count N]
 //
-// Prints the size of the page, the time until it shows the model, the draw calls,
-// and the time of a frame while the model moves and when it rests. Here it is the
-// processor that draws; a graphics card is many times as fast.
+// Prints the size of the page, the time until it shows a first picture and all of the
+// model, the draw calls, and the time of a frame while the model moves and when it
+// rests. Here it is the processor that draws; a graphics card is many times as fast.
 import { readFileSync, statSync } from 'node:fs';
 import { parseArgs } from 'node:util';
 
@@ -24,6 +24,22 @@ const template = readFileSync(new URL('../dist/template.html', import.meta.url),
 const many = () =>
   encode({ ...manyPipes(Number(options.count)), meshes: [unitCylinder(32)] });
 
+// Reading a pixel behind the orders of the first frame waits until it is drawn.
+const noteFirstPicture = () => {
+  const { prototype } = WebGL2RenderingContext;
+  const draw = prototype.drawElementsInstanced;
+  prototype.drawElementsInstanced = function (...words) {
+    if (globalThis.firstPicture === undefined) {
+      globalThis.firstPicture = null;
+      Promise.resolve().then(() => {
+        this.readPixels(0, 0, 1, 1, this.RGBA, this.UNSIGNED_BYTE, new Uint8Array(4));
+        globalThis.firstPicture = performance.now();
+      });
+    }
+    return draw.apply(this, words);
+  };
+};
+
 const html = options.page ? '' : fill(template, many());
 const browser = await Browser.start(options.chromium);
 const begin = performance.now();
@@ -31,6 +47,7 @@ const page = await browser.open(html, {
   file: options.page,
   size: { width: 1280, height: 720 },
   timeout: 300000,
+  before: noteFirstPicture,
 });
 const opened = performance.now() - begin;
 
@@ -53,12 +70,14 @@ const figures = await page.evaluate(() => {
   const moving = timed(() => view.drawMoving(), 5);
   return { rest, moving, calls, triangles, movingTriangles: view.statistics.triangles };
 });
+const first = await page.evaluate(() => globalThis.firstPicture);
 const memory = await page.evaluate(() => performance.memory?.usedJSHeapSize ?? 0);
 await browser.stop();
 
 const bytes = options.page ? statSync(options.page).size : html.length;
 const rows = [
   ['page', `${(bytes / 1e6).toFixed(1)} MB`],
+  ['first picture', `${(first / 1000).toFixed(1)} s`],
   ['shown after', `${(opened / 1000).toFixed(1)} s`],
   ['memory of scripts', `${(memory / 1e6).toFixed(0)} MB`],
   ['draw calls', figures.calls],

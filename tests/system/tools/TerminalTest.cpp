@@ -312,7 +312,7 @@ constexpr ShellCase kShells[] = {
     {"ReaderOfCheckDies", "@ check --max 0 large.dat | head -n 1", 141, ""},
     {"ReaderOfDiffDies", "@ diff large.dat pipe.dat | head -n 1", 141, ""},
 #ifndef VESK_SANITIZED  // which takes much memory
-    // 320,000 elements, 13 MB, through 4 MB beside what the program takes for one.
+    // 320,000 elements, 13 MB, through 1.5 MB beside what the program takes for one.
     {"MemoryOfInfoIsConstant", "limited; many | @ info -", 0, ""},
     {"MemoryOfListIsConstant", "limited; many | @ list -", 0, ""},
     {"MemoryOfCheckIsConstant", "limited; many | @ check --ignore V204 -", 0, ""},
@@ -332,9 +332,9 @@ TEST_P(ShellTest, Runs) {
   std::string text =
       "set -o pipefail; many() { for i in $(seq 40); do cat large.dat; done; }; "
       "takesOne() { (ulimit -v $1; @ info pipe.dat) >/dev/null 2>&1; }; "
-      "least() { for kb in $(seq 4000 1000 99000); do takesOne $kb && echo $kb && return; done; "
+      "least() { for kb in $(seq 4000 250 99000); do takesOne $kb && echo $kb && return; done; "
       "}; "
-      "limited() { ulimit -v $(($(least) + 4000)); }; ";
+      "limited() { ulimit -v $(($(least) + 1250)); }; ";
   text += GetParam().command;
   std::string command;
   for (const char c : text) {

@@ -49,7 +49,7 @@ TEST(Schedules, WeighWhatIsKnownOfTwoSizes) {
 struct PoundsCase {
   double dn;
   const char* schedule;
-  double pounds;  // for a foot of plain pipe, as its makers' tables say
+  double pounds;  // for a foot of plain pipe, as usually told
 };
 
 // clang-format off
@@ -96,8 +96,8 @@ constexpr PoundsCase kPounds[] = {
 };
 // clang-format on
 
-// 1 lb/ft is 0.45359237 / 0.3048 kg/m. The tables go by inches and two decimals.
-TEST(Schedules, WeighWhatMakersSay) {
+// 1 lb/ft is 0.45359237 / 0.3048 kg/m. The pounds are of inches and have two decimals.
+TEST(Schedules, WeighTheUsualPoundsForAFoot) {
   for (const PoundsCase& each : kPounds) {
     const double diameter = Vesk::Pcf::sizeOfDn(each.dn)->outside;
     const double expected = each.pounds * 0.45359237 / 0.3048;

@@ -46,6 +46,14 @@ bool isAcross(const GeVector& line, const GeVector& chord) {
 
 bool isHalfTurn(const Component& component) { return std::fabs(component.angle - 180) < 1; }
 
+// By how many degrees a bend turns by its points.
+double turnOf(const Part& part) {
+  if (!isNull(part.halfTurn)) return 180;
+  const GeVector leg1 = part.ends[0].at - *part.centre;
+  const GeVector leg2 = part.ends[1].at - *part.centre;
+  return 180 - leg1.angleTo(leg2) * 180 / kPi;
+}
+
 // The radius of a bend by its points; 0 if they make no arc.
 double radiusOf(const Part& part) {
   const GePoint& from = part.ends[0].at;
@@ -389,13 +397,20 @@ std::string_view Resolver::completeBend(Part& part, const Points& points,
              : "expected a CENTRE-POINT; it follows from the pipe that meets it, for equal legs";
 }
 
-// BEND-RADIUS is a check where the points make an arc.
+// BEND-RADIUS and ANGLE are checks where the points make an arc. ANGLE is the turn or, in
+// the files of some programs, what the legs enclose.
 void Resolver::checkBend(const Part& part, const Component& component) {
   const double drawn = radiusOf(part);
+  if (!(drawn > 0)) return;
   const double radius = plan_.bendRadiusOf(component);
-  if (drawn > 0 && radius > 0 && std::fabs(radius - drawn) > std::max(kSamePlace, 0.01 * drawn))
+  if (radius > 0 && std::fabs(radius - drawn) > std::max(kSamePlace, 0.01 * drawn))
     note(component, "its BEND-RADIUS is not that of its points, which are drawn",
          ": " + textOf(radius) + " and " + textOf(drawn));
+  const double angle = component.angle;
+  const double turn = turnOf(part);
+  if (angle > 0 && std::fabs(angle - turn) > 1 && std::fabs(180 - angle - turn) > 1)
+    note(component, "its ANGLE is not that of its points, which are drawn",
+         ": " + textOf(angle) + " and " + textOf(turn));
 }
 
 // Half a turn has no tangents that meet. Its CENTRE-POINT is the middle of its ends,

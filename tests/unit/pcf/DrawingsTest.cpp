@@ -225,7 +225,8 @@ const DrawingCase kDrawings[] = {
      "l pt 0 0 0,pt 100 0 0\nl pt 100 0 0,pt 0 200 0\nl pt 100 200 0,pt -100 0 0\n", nullptr},
     {"TheAngleAloneIsNoHalfTurn", 1,  // t = 100 sqrt 2, a quarter of R = t about (-100, 100)
      "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 100 100 0\n ANGLE 18000\n",
-     "t -100 100 0,100 -100 0,100 100 0,60.3\nl pt 0 0 0,pt 100 100 0\nl pt 100 100 0,pt -100 100 0\n", nullptr},
+     "t -100 100 0,100 -100 0,100 100 0,60.3\nl pt 0 0 0,pt 100 100 0\nl pt 100 100 0,pt -100 100 0\n",
+     "in.pcf:1: note: BEND: its ANGLE is not that of its points, which are drawn: 180 and 90\n"},
     {"HalfTurnByTheLineThatArrivesAcross", 2,
      "PIPE\n END-POINT -500 0 0 50\n END-POINT 0 0 0 50\n"
      "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 0 100 0\n",

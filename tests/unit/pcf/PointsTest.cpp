@@ -172,6 +172,22 @@ const LegCase kLegs[] = {
      "0 0 0>152.4 0 0 152.4 0 0>152.4 152.4 0", nullptr},
     {"RadiusAgainstThePoints", "BEND\n" QUARTER_152 " BEND-RADIUS 300\n", "0 0 0>152 0 0 152 0 0>152 152 0",
      "note: BEND: its BEND-RADIUS is not that of its points, which are drawn: 300 and 152"},
+    // ---- bends whose ANGLE is a check: the turn or what the legs enclose, within a degree
+    {"AngleOfThePoints", "BEND\n" QUARTER_152 " ANGLE 90\n", "0 0 0>152 0 0 152 0 0>152 152 0", nullptr},
+    {"AngleNearlyOfThePoints", "BEND\n" QUARTER_152 " ANGLE 9099\n", "0 0 0>152 0 0 152 0 0>152 152 0", nullptr},
+    {"AngleJustBelowThePoints", "BEND\n" QUARTER_152 " ANGLE 89.01\n", "0 0 0>152 0 0 152 0 0>152 152 0", nullptr},
+    {"AngleAboveThePoints", "BEND\n" QUARTER_152 " ANGLE 9125\n", "0 0 0>152 0 0 152 0 0>152 152 0",
+     "note: BEND: its ANGLE is not that of its points, which are drawn: 91.25 and 90"},
+    {"AngleBelowThePoints", "BEND\n" QUARTER_152 " ANGLE 88.75\n", "0 0 0>152 0 0 152 0 0>152 152 0",
+     "note: BEND: its ANGLE is not that of its points, which are drawn: 88.75 and 90"},
+    {"AngleOfHalfTheTurn", "BEND\n" QUARTER_152 " ANGLE 4500\n", "0 0 0>152 0 0 152 0 0>152 152 0",
+     "note: BEND: its ANGLE is not that of its points, which are drawn: 45 and 90"},
+    {"AngleOfHalfATurnAgainstACorner", "BEND\n" QUARTER_152 " ANGLE 18000\n", "0 0 0>152 0 0 152 0 0>152 152 0",
+     "note: BEND: its ANGLE is not that of its points, which are drawn: 180 and 90"},
+    {"AngleBetweenTheLegsWithinADegree", "BEND\n END-POINT 0 0 0 100\n END-POINT 170.7107 70.7107 0 100\n CENTRE-POINT 100 0 0\n ANGLE 135.75\n",
+     "0 0 0>100 0 0 100 0 0>170.7107 70.7107 0", nullptr},
+    {"AngleNeitherOfTheTurnNorBetweenTheLegs", "BEND\n END-POINT 0 0 0 100\n END-POINT 170.7107 70.7107 0 100\n CENTRE-POINT 100 0 0\n ANGLE 136.25\n",
+     "0 0 0>100 0 0 100 0 0>170.7107 70.7107 0", "note: BEND: its ANGLE is not that of its points, which are drawn: 136.25 and 45"},
     // ---- bends without a CENTRE-POINT
     {"OnePipeGivesEqualLegs", "BEND\n" ENDS_152 PIPE_BEFORE, "0 0 0>152 0 0 152 0 0>152 152 0",
      "warning: BEND: expected a CENTRE-POINT; it follows from the pipe that meets it, for equal legs"},
@@ -208,11 +224,12 @@ const LegCase kLegs[] = {
     {"HalfATurnByItsFarthestPoint", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 100 100 0\n ANGLE 180\n"
      "PIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n", "0 0 0>100 0 0 100 0 0>100 200 0 100 200 0>0 200 0", nullptr},
     {"FarthestPointThatNothingProvesIsACorner", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 100 100 0\n ANGLE 180\n",
-     "0 0 0>100 100 0 100 100 0>0 200 0", nullptr},
+     "0 0 0>100 100 0 100 100 0>0 200 0", "note: BEND: its ANGLE is not that of its points, which are drawn: 180 and 90"},
     {"FarthestPointWithoutAnAngleIsACorner", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 100 100 0\n"
      "PIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n", "0 0 0>100 100 0 100 100 0>0 200 0", nullptr},
+    // The legs (-150, -100) and (-150, 100): 180 - 2 atan(100 / 150) = 112.6199 degrees
     {"APointThatIsNotTheFarthestIsACorner", "BEND\n END-POINT 0 0 0 50\n END-POINT 0 200 0 50\n CENTRE-POINT 150 100 0\n ANGLE 180\n"
-     "PIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n", "0 0 0>150 100 0 150 100 0>0 200 0", nullptr},
+     "PIPE\n END-POINT -500 200 0 50\n END-POINT 0 200 0 50\n", "0 0 0>150 100 0 150 100 0>0 200 0", "note: BEND: its ANGLE is not that of its points, which are drawn: 180 and 112.62"},
     // ---- what is given twice, and odd things
     {"SameEndTwice",    "PIPE\n END-POINT 0 0 0 100\n END-POINT 0 0 0 100\n", "", "error: PIPE not drawn: has no length"},
     {"OneEndInATee",    "TEE\n END-POINT 0 0 0 100\n CENTRE-POINT 100 0 0\n" BRANCH(1, 100, 90), "100 0 0>0 0 0 100 0 0>100 90 0",

@@ -1,0 +1,722 @@
+// SPDX-License-Identifier: MIT
+// Answers of the tool with each of their numbers, words and exit codes: every row brings its own
+// files, from which what is expected follows.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "support/TempFolder.h"
+#include "tools/ToolRun.h"
+
+namespace VeskTest {
+namespace {
+
+using Files = std::map<std::string, std::string>;
+
+struct Answer {
+  const char* name;
+  Files files;
+  const char* arguments;
+  int exit;
+  std::vector<std::string> out = {};     // parts of stdout
+  std::vector<std::string> err = {};     // parts of stderr
+  std::vector<std::string> absent = {};  // what stands in neither
+};
+
+void PrintTo(const Answer& each, std::ostream* out) { *out << each.arguments; }
+
+// The same pipe in columns.
+const std::string kColumns =
+    "60    01  P-1     001CYL    0.000    0.000    0.000    0.000    0.000 1000.000  100.000\n";
+
+// A quarter of a turn within a reducer of 10, 20 and 30 whose ends are swapped.
+const std::string kSwapped =
+    "P-1     01001    00r 0 0 0,10 0 0,0 20 0,10 20 0,0 0 -30,10 0 -30,0 20 -30,10 20 -30\n";
+
+// A box of two lines behind a pipe.
+const std::string kMarked = kPipe +
+                            "P-1     01002    00b 10 0 0,0 0 0,0 20 0,0 0 30\n"
+                            "P-1     01002    00beed seam 1.25 2.5,ed rim 3 4\n";
+
+// Crossing pipes: 70 apart, with radii of 50 and 30.
+const std::string kCrossing =
+    "P-1     01007    00c 0 0 0,1000 0 0,100\n"
+    "P-2     01009    00c 500 -500 70,0 1000 0,60\n";
+
+std::string manyTimes(int count, const std::string& begin, const std::string& end) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += begin + std::to_string(100 + i) + end;
+  return text;
+}
+
+// Two folders: one file is the same, one differs, one can't be read on the second side, and each
+// has one of its own.
+const Files kFolders = {
+    {"one/same.dat", kPipe},  {"two/same.dat", kPipe},
+    {"one/other.dat", kPipe}, {"two/other.dat", "P-1     01001    00c 0 0 0,0 0 1000,200\n"},
+    {"one/bad.dat", kPipe},   {"two/bad.dat", "nothing of this kind\n"},
+    {"one/first.dat", kPipe}, {"two/second.dat", kPipe},
+};
+
+const Answer kShow[] = {
+    // 24 columns of heading, four blanks and a star, then names with a star behind each.
+    {"NamesInColumnsHaveTheirPlaces",
+     {{"a.dat", kColumns.substr(0, 24).replace(0, 2, "60").replace(21, 3, "BOX") +
+                    "    0.000    0.000    0.000   10.000    0.000    0.000    0.000   20.000"
+                    "    0.000    0.000    0.000   30.000\n"
+                    "63    01  P-1     001BOX    *one*three*\n"
+                    "64    01  P-1     001BOX    *seam*    1.250    2.500\n"}},
+     "show --json a.dat:1",
+     0,
+     {"\"firstLine\": 1,\n  \"lastLine\": 3,",
+      R"({"line": 2, "column": 30, "endColumn": 32, "text": "one", "meaning": "name without values"})",
+      R"({"line": 2, "column": 34, "endColumn": 38, "text": "three", "meaning": "name without values"})",
+      R"({"line": 3, "column": 30, "endColumn": 33, "text": "seam", "meaning": "name"})",
+      R"({"line": 3, "column": 35, "endColumn": 43, "text": "    1.250", "meaning": "value"})",
+      R"({"line": 3, "column": 44, "endColumn": 52, "text": "    2.500", "meaning": "value"})",
+      "\"mark 0\": \"one\"", "\"mark 1\": \"three\"", "\"mark 2\": \"seam 1.25 2.5\""}},
+    // 21 columns of heading, "ed", a blank, and what is up to the comma.
+    {"MarksInTokensHaveTheirPlaces",
+     {{"a.dat", kMarked}},
+     "show --json a.dat:2",
+     0,
+     {"\"firstLine\": 2,\n  \"lastLine\": 3,",
+      R"({"line": 3, "column": 22, "endColumn": 23, "text": "ed", "meaning": "word"})",
+      R"({"line": 3, "column": 25, "endColumn": 37, "text": "seam 1.25 2.5", "meaning": "name and values"})",
+      R"({"line": 3, "column": 39, "endColumn": 40, "text": "ed", "meaning": "word"})",
+      R"({"line": 3, "column": 42, "endColumn": 48, "text": "rim 3 4", "meaning": "name and values"})",
+      "\"mark 0\": \"seam 1.25 2.5\"", "\"mark 1\": \"rim 3 4\""}},
+    {"AnyLineOfAnElementNamesIt",
+     {{"a.dat", kMarked}},
+     "show --json a.dat:3",
+     0,
+     {"\"firstLine\": 2,\n  \"lastLine\": 3,", "\"kind\": \"box\""}},
+    {"TheFieldsOfAllLinesAreShown",
+     {{"a.dat", kMarked}},
+     "show a.dat:3",
+     0,
+     {"box, token style\n  2 | P-1     01002    00b 10 0 0,0 0 0,0 20 0,0 0 30\n  3 | P-1     01002"
+      "    00beed seam 1.25 2.5,ed rim 3 4\n",
+      "\n   2  22-23    '10'             edge 1 x\n", "\n   3  42-48    'rim 3 4'        name"}},
+    {"EachArcHasItsRadius",
+     {{"a.dat", "P-1     01001    00l pt 1 2 3,pt 10 0 0,pt 10 20 0,ar 5 1 2 3,ar 7 4 5 6\n"}},
+     "show --json a.dat:1",
+     0,
+     {"\"arc 0\": \"radius 5 1 2 3\"", "\"arc 1\": \"radius 7 4 5 6\"",
+      R"("column": 55, "endColumn": 55, "text": "5", "meaning": "arc 0 radius")",
+      R"("column": 57, "endColumn": 57, "text": "1", "meaning": "arc 0 value 1")",
+      R"("column": 59, "endColumn": 59, "text": "2", "meaning": "arc 0 value 2")",
+      R"("column": 61, "endColumn": 61, "text": "3", "meaning": "arc 0 value 3")",
+      R"("column": 66, "endColumn": 66, "text": "7", "meaning": "arc 1 radius")",
+      R"("column": 72, "endColumn": 72, "text": "6", "meaning": "arc 1 value 3")"}},
+    // The largest number of eighteen digits is a line, though none is there; one more digit is
+    // none.
+    {"ALineHasEighteenDigits",
+     {{"a.dat", kPipe}},
+     "show a.dat:999999999999999999",
+     3,
+     {},
+     {"a.dat: has 1 lines, not 999999999999999999"}},
+    {"ALineHasNoMoreDigits",
+     {{"a.dat", kPipe}},
+     "show a.dat:9999999999999999999",
+     2,
+     {},
+     {"names no line"}},
+    {"ThereIsNoLineOfZero", {{"a.dat", kPipe}}, "show a.dat:0", 2, {}, {"names no line"}},
+    {"TheLastLineIsOne", {{"a.dat", kMarked}}, "show --json a.dat:1", 0, {"\"lastLine\": 1,"}},
+    {"TheLineBehindTheLastIsNone",
+     {{"a.dat", kMarked}},
+     "show a.dat:4",
+     3,
+     {},
+     {"a.dat: has 3 lines, not 4"}},
+    {"ThePlaceOfAFindingIsALine",
+     {{"a.dat", kMarked}},
+     "show --json a.dat:2:1-40:",
+     0,
+     {"\"firstLine\": 2,"}},
+    {"ANegativeVolumeIsOne",
+     {{"a.dat", kSwapped}},
+     "list --json a.dat",
+     0,
+     {"\"kind\": \"reducer\", \"header\": \"P-1\", \"group\": \"01\", \"counter\": 1, "
+      "\"volume\": -6000,"}},
+    {"ANegativeVolumeIsTakenOff",
+     {{"a.dat", kSwapped + "P-1     01002    00b 10 0 0,0 0 0,0 20 0,0 0 50\n"}},
+     "info --json a.dat",
+     0,
+     {"\"volume\": 4000\n"}},  // 10 * 20 * 50 - 6000
+    {"ANegativeVolumeIsOneForPeople", {{"a.dat", kSwapped}}, "list a.dat", 0, {"volume -6000\n"}},
+    {"ThreeDecimalsAreShown",
+     {{"a.dat", "P-1     01001    00c 0.12345 -1.2345 1234.5678,0 0 9.87654,4.4444\n"}},
+     "list a.dat",
+     0,
+     {"0.123        -1.234      1234.568  length 9.877, diameter 4.444\n"}},
+    {"EachFileHasItsHeading",
+     {{"a.dat", kPipe + kPipe}, {"b.dat", kPipe}},
+     "list a.dat b.dat a.dat",
+     0,
+     {"SIZES\na.dat:\n       1", "\n       2  ", "\nb.dat:\n       1  ", "\na.dat:\n       1  "}},
+    {"TheLimitCountsTheRest",
+     {{"a.dat", kPipe + kPipe + kPipe + kPipe + kPipe}},
+     "list --csv --limit 2 a.dat",
+     0,
+     {"\n1,cylinder", "\n2,cylinder"},
+     {"vesk: 2 of 5 elements listed (--limit)\n"},
+     {"\n3,cylinder"}},
+    {"ALimitOfAllIsNone",
+     {{"a.dat", kPipe + kPipe}},
+     "list --csv --limit 2 a.dat",
+     0,
+     {"\n2,cyl"},
+     {},
+     {"listed"}},
+};
+
+const Answer kRefused[] = {
+    {"AnAngleIsFinite",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --rotate z,inf",
+     2,
+     {},
+     {"--rotate z,inf: not an axis and an angle"}},
+    {"AnAngleIsANumber",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --rotate z,nan",
+     2,
+     {},
+     {"not an axis"}},
+    {"AnAngleIsThere",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --rotate z,",
+     2,
+     {},
+     {"not an axis"}},
+    {"AnAxisIsThere",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --rotate w,90",
+     2,
+     {},
+     {"not an axis"}},
+    {"AScaleIsFinite",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --scale inf",
+     2,
+     {},
+     {"--scale inf: not a number above 0"}},
+    {"AScaleIsAboveZero",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --scale 0",
+     2,
+     {},
+     {"not a number above 0"}},
+    {"AMoveIsFinite",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --move 1,inf,0",
+     2,
+     {},
+     {"--move 1,inf,0: not three numbers"}},
+    {"AMoveHasThreeNumbers",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --move 1,2",
+     2,
+     {},
+     {"not three numbers"}},
+    {"AMoveHasNoMore",
+     {{"a.dat", kPipe}},
+     "convert a.dat x.dat --move 1,2,3,4",
+     2,
+     {},
+     {"not three numbers"}},
+    {"AGridIsAboveZero",
+     {{"a.dat", kPipe}},
+     "split a.dat --by grid --grid 9,0,9 -o new",
+     2,
+     {},
+     {"--grid 9,0,9: not lengths above 0"}},
+    {"AGridHasOneLengthOrThree",
+     {{"a.dat", kPipe}},
+     "split a.dat --by grid --grid 9,9 -o new",
+     2,
+     {},
+     {"not lengths above 0"}},
+    {"PicturesHaveSixteenPixels",
+     {{"a.dat", kPipe}},
+     "view a.dat -o x.png --pixels 16x15",
+     2,
+     {},
+     {"--pixels 16x15: not two sizes"}},
+    {"PicturesHaveNoMoreThanTheMost",
+     {{"a.dat", kPipe}},
+     "view a.dat -o x.png --pixels 8193x16",
+     2,
+     {},
+     {"not two sizes"}},
+    {"AttributesAreOfOneFile",
+     {{"a.dat", kPipe}},
+     "list --attributes a.csv a.dat a.dat",
+     2,
+     {},
+     {"--attributes is for a single file"}},
+    {"AMixtureIsRefused",
+     {{"a.dat", kPipe}},
+     "diff a.dat .",
+     2,
+     {},
+     {". is a folder, the other is not"}},
+};
+
+const Answer kDiffs[] = {
+    {"FoldersAreCounted",
+     kFolders,
+     "diff one two",
+     3,
+     {"other.dat:\n~ A:1 B:1  cylinder P-1 01/1: changed: diameter from 100 to 200\n",
+      "same.dat:\nno difference; 1 in their places\n",
+      "only in one: first.dat\nonly in two: second.dat\n"
+      "1 of 3 files differ, 2 in one folder only\n"},
+     {"bad.dat: this is not a record file"}},
+    {"FoldersAreCountedForPrograms",
+     kFolders,
+     "diff --json --tolerance 0.5 one two",
+     3,
+     {"\"a\": \"one\",\n  \"b\": \"two\",\n  \"onlyA\": [\n    \"first.dat\"\n  ],\n  \"onlyB\": "
+      "[\n"
+      "    \"second.dat\"\n  ],",
+      "other.dat\",\n  \"tolerance\": 0.5,\n"
+      "  \"inPlace\": 0,",
+      "same.dat\",\n  \"tolerance\": 0.5,\n"
+      "  \"inPlace\": 1,"}},
+    {"FoldersThatDiffer",
+     {{"one/a.dat", kPipe}, {"two/a.dat", "P-1     01001    00c 0 0 0,0 0 1000,200\n"}},
+     "diff one two",
+     1,
+     {"1 of 1 file differ\n"}},
+    {"FoldersThatAreTheSame",
+     {{"one/a.dat", kPipe}, {"two/a.dat", kPipe}},
+     "diff one two",
+     0,
+     {"0 of 1 file differ\n"}},
+    {"AFileOfOneFolderIsADifference",
+     {{"one/a.dat", kPipe}, {"two/a.dat", kPipe}, {"two/b.dat", kPipe}},
+     "diff one two",
+     1,
+     {"only in two: b.dat\n0 of 1 file differ, 1 in one folder only\n"}},
+    // The texts have changed places, 5000 away.
+    {"TextsAreFoundByWhatTheySay",
+     {{"a.dat",
+       "P-1     01001    00x 0 0 0,1 0 0,0 1 0,5,4,1,2\nP-1     01001    01x AB\n"
+       "P-1     01002    00x 50 0 0,1 0 0,0 1 0,5,4,1,2\nP-1     01002    01x CD\n"},
+      {"b.dat",
+       "P-1     01011    00x 0 5000 0,1 0 0,0 1 0,5,4,1,2\nP-1     01011    01x CD\n"
+       "P-1     01012    00x 50 5000 0,1 0 0,0 1 0,5,4,1,2\nP-1     01012    01x AB\n"}},
+     "diff a.dat b.dat",
+     1,
+     {"~ A:1 B:3  text P-1 01/1: moved by 50 5000 0\n~ A:3 B:1  text P-1 01/2: moved by "
+      "-50 5000 0\n2 moved; 0 in their places\n"}},
+    {"AMoveHasItsSigns",
+     {{"a.dat", "P-1     01005    00c 10 20 30,0 0 9,4\n"},
+      {"b.dat", "\nP-1     01005    00c 11 18 33,0 0 9,4\n"}},
+     "diff --json a.dat b.dat",
+     1,
+     {"\"lineA\": 1, \"lineB\": 2, \"movedBy\": [1, -2, 3]"}},
+    {"AMoveHasItsLines",
+     {{"a.dat", "P-1     01005    00c 10 20 30,0 0 9,4\n"},
+      {"b.dat", kColumns.substr(0, 0) + "P-1     01006    00c 900 0 0,0 0 9,4\n"
+                                        "P-1     01005    00c 11 18 33,0 0 9,4\n"}},
+     "diff a.dat b.dat",
+     1,
+     {"~ A:1 B:2  cylinder P-1 01/5: moved by 1 -2 3\n",
+      "+        B:1  cylinder P-1 01/6: added at 900 0 0, length 9, diameter 4\n",
+      "1 moved, 1 added; 0 in their places\n"}},
+    // Up to the tolerance nothing differs: 0.5 and a little more.
+    {"WhatIsWithinTheToleranceIsTheSame",
+     {{"a.dat", kPipe}, {"b.dat", "P-1     01001    00c 0 0 0.49,0 0 1000,100\n"}},
+     "diff --tolerance 0.5 a.dat b.dat",
+     0,
+     {"no difference; 1 in their places\n"}},
+    {"WhatIsBeyondTheToleranceIsNot",
+     {{"a.dat", kPipe}, {"b.dat", "P-1     01001    00c 0 0 0.51,0 0 1000,100\n"}},
+     "diff --tolerance 0.5 a.dat b.dat",
+     1,
+     {"moved by 0 0 0.51\n1 moved; 0 in their places\n"}},
+    {"AnotherOrderIsNoDifference",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 50 0 0,0 0 9,4\n"},
+      {"b.dat", "P-1     01002    00c 50 0 0,0 0 9,4\nP-1     01001    00c 0 0 0,0 0 9,4\n"}},
+     "diff a.dat b.dat",
+     0,
+     {"no difference; 2 in their places, in another order\n"}},
+    {"AnotherHeaderIsAnotherName",
+     {{"a.dat", kPipe}, {"b.dat", "P-9     01001    00c 0 0 0,0 0 1000,100\n"}},
+     "diff a.dat b.dat",
+     1,
+     {"cylinder P-1 01/1: renamed: header from P-1 01 to P-9 01\n1 renamed; 0 in their places\n"}},
+};
+
+const Answer kConversions[] = {
+    {"LostHeaderFieldsAreNamed",
+     {{"a.dat", "P-1     01001  Q100c cs AB12,sp XY,1 2 3,40 50 600,100\n"}},
+     "convert a.dat x.dat --style fixed",
+     1,
+     {},
+     {"a.dat:1: warning: cylinder: F5 \"Q1\" is lost [V308]", "cylinder: F7 \"XY\" is lost [V308]",
+      "vesk: 2 times [V308]"}},
+    {"F6IsKept",
+     {{"a.dat", "P-1     01001    00c cs AB12,1 2 3,40 50 600,100\n"}},
+     "convert a.dat - --style fixed",
+     0,
+     {"60AB1201  P-1     001CYL    1.000    2.000    3.000   41.000   52.000  603.000  100.000\n"},
+     {},
+     {"lost"}},
+    {"VerifiedElementsAreCounted",
+     {{"a.dat", kPipe + kPipe + kPipe}},
+     "convert a.dat x.dat --style fixed --verify",
+     0,
+     {},
+     {"vesk: verified 3 elements, 0 differ\n"}},
+    {"OnlyChosenElementsAreVerified",
+     {{"a.dat", kPipe + kPipe + kPipe}},
+     "convert a.dat x.dat --lines 2-3 --verify",
+     0,
+     {},
+     {"vesk: verified 2 elements, 0 differ\n"}},
+};
+
+const Answer kChecks[] = {
+    {"ANoteIsNoErrorIfStrict",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,100 \n"}},
+     "check --strict a.dat",
+     0,
+     {"a.dat: 0 errors, 0 warnings, 1 note in 1 element\n"}},
+    {"BothStylesAreOne",
+     {{"a.dat", kPipe + kColumns}},
+     "check --mixed --json --ignore V204 a.dat",
+     0,
+     {"\"file\": \"a.dat\",\n      \"style\": \"mixed\",\n      \"elements\": 2,"}},
+    {"OneStyleIsNamed",
+     {{"a.dat", kColumns}},
+     "check --mixed --json a.dat",
+     0,
+     {"\"style\": \"fixed\","}},
+    {"ElementsAddUpOverFiles",
+     {{"a.dat", kPipe},
+      {"b.dat", "P-1     01001    00c 0 0 0,0 0 1000,-1\nP-1     01002    00c 0 9 0,0 0 1000,0\n"}},
+     "check --json a.dat b.dat",
+     1,
+     {"\n  \"elements\": 3,\n  \"errors\": 1,\n  \"warnings\": 1,\n  \"notes\": 0\n"}},
+    // Supports at one place are one kind twice: compared as a whole with --joints, by their
+    // shapes without.
+    {"DuplicatesAreNoMatterOfJoints",
+     {{"a.dat",
+       "P-1     01001    00b 10 0 0,0 0 0,0 10 0,0 0 10\nP-1     01002    00b 10 0 0,0 0 0,0 10 "
+       "0,0 0 10\n"},
+      {"a.attributes.csv", "f1,f2,first,last,component\nP-1,01,1,1,SUPPORT\nP-1,01,2,2,SUPPORT\n"}},
+     "check --only V204 a.dat",
+     0,
+     {"a.dat:2: warning: same shape as the element at line 1 [V204]"}},
+    {"SupportsAreComparedAsAWhole",
+     {{"a.dat",
+       "P-1     01001    00b 10 0 0,0 0 0,0 10 0,0 0 10\nP-1     01002    00b 10 0 0,3 4 0,0 10 "
+       "0,0 0 10\n"},
+      {"a.attributes.csv", "f1,f2,first,last,component\nP-1,01,1,1,SUPPORT\nP-1,01,2,2,SUPPORT\n"}},
+     "check --joints --only V208 a.dat",
+     0,
+     {"a.dat:2: warning: ", " at 8 9 5: another stands 5.000 away, at line 1 [V208]"}},
+    {"ASupportIsOfBothItsPlaces",
+     {{"a.dat",
+       "P-1     01001    00b 10 0 0,0 0 0,0 10 0,0 0 10\nP-1     01002    00b 10 0 0,3 4 0,0 10 "
+       "0,0 0 10\n"},
+      {"a.attributes.csv", "f1,f2,first,last,component\nP-1,01,1,1,SUPPORT\nP-1,01,2,2,SUPPORT\n"}},
+     "check --joints --only V208 --lines 1 a.dat",
+     0,
+     {"a.dat:2: warning: ", "another stands 5.000 away, at line 1"}},
+    {"ASupportIsOfItsOwnPlace",
+     {{"a.dat",
+       "P-1     01001    00b 10 0 0,0 0 0,0 10 0,0 0 10\nP-1     01002    00b 10 0 0,3 4 0,0 10 "
+       "0,0 0 10\n"},
+      {"a.attributes.csv", "f1,f2,first,last,component\nP-1,01,1,1,SUPPORT\nP-1,01,2,2,SUPPORT\n"}},
+     "check --joints --only V208 --lines 2 a.dat",
+     0,
+     {"a.dat:2: warning: ", "another stands 5.000 away, at line 1"}},
+    {"ASupportBeyondTheReachIsAnother",
+     {{"a.dat",
+       "P-1     01001    00b 10 0 0,0 0 0,0 10 0,0 0 10\nP-1     01002    00b 10 0 0,3 4 0,0 10 "
+       "0,0 0 10\n"},
+      {"a.attributes.csv", "f1,f2,first,last,component\nP-1,01,1,1,SUPPORT\nP-1,01,2,2,SUPPORT\n"}},
+     "check --joints --only V208 --reach 4.9 a.dat",
+     0,
+     {"0 warnings in 2 elements"}},
+    // "x" stands in column 36, behind 21 of the heading, "0 0 0,0 0 1000".
+    {"SarifCountsColumnsFromOneToBehindTheLast",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,-12.5\n"}},
+     "check --format sarif a.dat",
+     1,
+     {R"("startLine": 1, "startColumn": 37, "endColumn": 42)"}},
+    {"TextCountsColumnsFromOneToTheLast",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,-12.5\n"}},
+     "check a.dat",
+     1,
+     {"a.dat:1:37-41: error: diameter is below zero: -12.5 [V101]\n"
+      "  1 | P-1     01001    00c 0 0 0,0 0 1000,-12.5\n"
+      "    |                                     ^~~~~\n"
+      "  expected: a positive number\n"}},
+    // 20 diameters.
+    {"WhatAnEndFacesIsLookedForAsFarAsThis",
+     {{"a.dat", kPipe}},
+     "check --only V205 a.dat",
+     0,
+     {"end at 0 0 0: open, 100 wide, faces nothing within 2000.000 [V205]",
+      "end at 0 0 1000: open, 100 wide, faces nothing within 2000.000 [V205]"}},
+    {"ABlankCounterIsOne",
+     {{"a.dat", "P-1     01       00c 0 0 0,0 0 1000,100\n"}},
+     "check a.dat",
+     0,
+     {"0 errors, 0 warnings in 1 element"}},
+    {"CountersAreOfBase36",
+     {{"a.dat", "P-1     0100a    00c 0 0 0,0 0 1000,100\n"}},
+     "check a.dat",
+     1,
+     {"a.dat:1:11-13: error: element counter is not base 36: '00a' [V031]"}},
+    {"EveryControlCharacterIsOne",
+     {{"a.dat", "P-1\x7f    01001    00c 0 0 0,0 0 1000,100\n"}},
+     "check a.dat",
+     1,
+     {"a.dat:1:4: error: control character 0x7f [V019]"}},
+    {"BlanksAreCounted",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,100  \n"}},
+     "check a.dat",
+     0,
+     {"a.dat:1:40-41: note: 2 blanks at the end of the line [V032]"}},
+};
+
+const Answer kClashes[] = {
+    // The third pipe stands askew: its box meets that of the first, and it is 800 away.
+    {"PairsAreCounted",
+     {{"a.dat", kCrossing + "P-3     01001    00c 990 -1500 0,1000 1500 0,60\n"}},
+     "clash --json a.dat",
+     1,
+     {"\"elements\": 3,\n  \"withoutRoom\": 0,\n  \"pairs\": 2,",
+      R"("a": {"file": "a.dat", "line": 1, "kind": "cylinder", "header": "P-1 01", "counter": 7},)",
+      R"("b": {"file": "a.dat", "line": 2, "kind": "cylinder", "header": "P-2 01", "counter": 9},)",
+      "\"distance\": 0,\n      \"depth\": ", "\"depthIsLowerBound\": true\n"}},
+    // 31 from each other: 111 - 50 - 30.
+    {"PairsThatAreFarAreNotMeasured",
+     {{"a.dat", kCrossing + "P-3     01001    00c 500 -500 -111,0 1000 0,60\n"}},
+     "clash --json --clearance 30 a.dat",
+     1,
+     {"\"pairs\": 1,", "\"V501\": 1,\n    \"V502\": 0,"}},
+    {"ADistanceIsOne",
+     {{"a.dat", kCrossing + "P-3     01001    00c 500 -500 -111,0 1000 0,60\n"}},
+     "clash --json --clearance 32 a.dat",
+     1,
+     {"\"V501\": 1,\n    \"V502\": 1,", "\"place\": [500, 0, -65.5],\n      \"distance\": 31\n"}},
+    {"ADistanceIsOneForPeople",
+     {{"a.dat", kCrossing + "P-3     01001    00c 500 -500 -111,0 1000 0,60\n"}},
+     "clash --clearance 32 a.dat",
+     1,
+     {"a.dat:1: warning: cylinder of P-1 01 is 31 from the cylinder of P-3 01 at line 3 at "
+      "500 0 -65.5 [V502]",
+      "a.dat: 1 clash, 1 too near, 0 duplicates in 3 elements\n"}},
+    {"FindingsOfSarifAreInTheirOrder",
+     {{"a.dat", kCrossing + "P-3     01001    00c 500 -500 -111,0 1000 0,60\n"}},
+     "clash --format sarif --clearance 32 a.dat",
+     1,
+     {"\"ruleId\": \"V501\",\n          \"level\": \"error\",", "\"startLine\": 1}",
+      "\"ruleId\": \"V502\",\n          \"level\": \"warning\","}},
+};
+
+// Each of 25 headers is in both files, with the same counter.
+const Files kManyHeaders = {{"a.dat", manyTimes(25, "P-", "   01001    00c 0 0 0,0 0 9,4\n")},
+                            {"b.dat", manyTimes(25, "P-", "   01001    00c 0 9 0,0 0 9,4\n")}};
+
+// Seven parts whose names differ only in what names can't hold.
+const Files kLikeNames = {
+    {"a.dat",
+     "A+1     01001    00c 0 0 0,0 0 9,4\nA/1     01001    00c 0 0 0,0 0 9,4\n"
+     "A:1     01001    00c 0 0 0,0 0 9,4\nA;1     01001    00c 0 0 0,0 0 9,4\n"
+     "A?1     01001    00c 0 0 0,0 0 9,4\nA*1     01001    00c 0 0 0,0 0 9,4\n"
+     "A!1     01001    00c 0 0 0,0 0 9,4\nA=1     01001    00c 0 0 0,0 0 9,4\n"}};
+
+const Answer kChanges[] = {
+    {"TheFirstTwentyHeadersAreNamed",
+     kManyHeaders,
+     "merge a.dat b.dat -o x.dat",
+     0,
+     {"b.dat: header P-119 01 clashes: 1 element renumbered, 1 to 1 become 2 to 2\n"
+      "and 5 more headers; -v shows all\nx.dat: 50 elements\n"},
+     {},
+     {"P-120"}},
+    {"AllHeadersAreNamedIfAsked",
+     kManyHeaders,
+     "merge -v a.dat b.dat -o x.dat",
+     0,
+     {"b.dat: header P-124 01 clashes: 1 element renumbered, 1 to 1 become 2 to 2\nx.dat: 50"},
+     {},
+     {"more header"}},
+    // 46655 is the last counter, ZZZ: after 46654 one more fits, two do not.
+    {"CountersGoUpToTheLast",
+     {{"a.dat", "P-1     01ZZY    00c 0 0 0,0 0 9,4\n"},
+      {"b.dat", "P-1     01ZZY    00c 0 9 0,0 0 9,4\n"}},
+     "merge a.dat b.dat -o -",
+     0,
+     {"P-1     01ZZZ    00c 0 9 0,0 0 9,4\n"},
+     {"46654 to 46654 become 46655 to 46655"}},
+    {"CountersRunOutBehindTheLast",
+     {{"a.dat", "P-1     01ZZY    00c 0 0 0,0 0 9,4\n"},
+      {"b.dat", "P-1     01ZZY    00c 0 9 0,0 0 9,4\nP-1     01ZZZ    00c 0 18 0,0 0 9,4\n"}},
+     "merge a.dat b.dat -o x.dat",
+     4,
+     {},
+     {"b.dat: the 46 656 counters of header P-1 01 run out"}},
+    {"ClashesAreForPrograms",
+     {{"a.dat", "P-1     01005    00c 0 0 0,0 0 9,4\n"},
+      {"b.dat", "P-1     01005    00c 0 9 0,0 0 9,4\nP-1     01008    00c 0 18 0,0 0 9,4\n"}},
+     "merge --json a.dat b.dat -o x.dat",
+     0,
+     {"\"written\": true,\n  \"file\": \"x.dat\",\n  \"attributes\": null,\n  \"elements\": 3,\n"
+      "  \"rows\": 0,\n  \"style\": \"token\",\n  \"rowsLeftOut\": 0,\n  \"inputs\": [\n    "
+      "\"a.dat\",\n    "
+      "\"b.dat\"\n  ],",
+      R"({"file": "b.dat", "header": "P-1 01", "elements": 2, "becomes": "P-1 01", "shift": 1})"}},
+    {"RowsLeftOutAreCounted",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 9,4\n"},
+      {"a.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,A1\n"},
+      {"b.dat", "P-1     01001    00c 0 9 0,0 0 9,4\nP-2     01001    00c 0 18 0,0 0 9,4\n"},
+      {"b.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,B2\nP-2,01,1,1,B2\n"}},
+     "extract --json a.dat b.dat -o x.dat",
+     1,
+     {"\"written\": true,\n  \"file\": \"x.dat\",\n  \"attributes\": \"x.attributes.csv\",\n"
+      "  \"elements\": 3,\n  \"rows\": 2,\n  \"rowsLeftOut\": 1,"}},
+    {"RowsLeftOutOfAMergeAreCounted",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 9,4\n"},
+      {"a.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,A1\n"},
+      {"b.dat", "P-1     01001    00c 0 9 0,0 0 9,4\nP-2     01001    00c 0 18 0,0 0 9,4\n"},
+      {"b.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,B2\nP-2,01,1,1,B2\n"}},
+     "merge --clash keep --json a.dat b.dat -o x.dat",
+     1,
+     {"\"elements\": 3,\n  \"rows\": 2,", "\"rowsLeftOut\": 1,"}},
+    {"ADryRunIsNotWritten",
+     {{"a.dat", kPipe}},
+     "extract -n --json a.dat -o x.dat",
+     0,
+     {"\"written\": false,", "\"elements\": 1,\n  \"rows\": 0,"}},
+    // 25 like the first.
+    {"TheFirstTwentyDuplicatesAreNamed",
+     {{"a.dat", manyTimes(26, "P-1     01", "    00c 0 0 0,0 0 9,4\n")}},
+     "edit a.dat -o x.dat --drop-duplicates",
+     0,
+     {"line 21 dropped: cylinder like the one at line 1\n"
+      "and 5 more elements; -v shows all\n25 elements dropped\nx.dat: 1 element\n"},
+     {},
+     {"line 22"}},
+    {"AllDuplicatesAreNamedIfAsked",
+     {{"a.dat", manyTimes(26, "P-1     01", "    00c 0 0 0,0 0 9,4\n")}},
+     "edit -v a.dat -o x.dat --drop-duplicates",
+     0,
+     {"line 26 dropped: cylinder like the one at line 1\n25 elements dropped\n"},
+     {},
+     {"more elements"}},
+    // By their counters 3, 1, 2, 9 become 1, 2, 3, 9: three are in another place. From 4 on all
+    // four have others but the last, whose number would be 7.
+    {"ChangesAreForPrograms",
+     {{"a.dat",
+       "P-1     01003    00c 0 0 0,0 0 9,4\nP-1     01001    00c 9 0 0,0 0 9,4\n"
+       "P-2     01002    00c 18 0 0,0 0 9,4\nP-1     01004    00c 27 0 0,0 0 9,4\n"
+       "P-1     01008    00c 27 0 0,0 0 9,4\n"}},
+     "edit --json a.dat -o x.dat --sort counter --renumber elements --start 3 --rename P-1 Q-7 "
+     "--drop-duplicates",
+     0,
+     {"\"written\": true,\n  \"input\": \"a.dat\",\n  \"file\": \"x.dat\",\n  \"attributes\": "
+      "null,\n"
+      "  \"elements\": 4,\n  \"rows\": 0,",
+      R"({"line": 5, "kind": "cylinder", "like": 4})",
+      R"({"header": "P-1 01", "becomes": "Q-7 01", "elements": 3})",
+      // Q-7 1, 3, 4 become 3, 4, 5; P-2 2 becomes 3.
+      "\"inAnotherPlace\": 3,\n  \"renumbered\": 4,\n  \"componentsApart\": 0\n"}},
+    {"ADryRunOfAnEditIsNotWritten",
+     {{"a.dat", kPipe}},
+     "edit -n --json a.dat -o x.dat --rename P-1 Q-7",
+     0,
+     {"\"written\": false,"}},
+    {"FiveLikeNamesAreWarnedOf",
+     kLikeNames,
+     "split a.dat --by header -o new -n",
+     0,
+     {"new/A+1_01.dat ", "new/A_1_01.dat ", "new/A_1_01-7.dat ",
+      "8 elements in 8 parts; not written"},
+     {"new/A_1_01-2.dat is for \"A:1 01\"", "new/A_1_01-6.dat is for \"A!1 01\""},
+     {"new/A_1_01-7.dat is for"}},
+    {"PartsAreForPrograms",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01001    00c 5 0 0,0 0 9,4\nP-2     01001    "
+       "00c 0 0 0,0 0 9,4\n"},
+      {"a.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,1,A1\n"}},
+     "split --json a.dat --by header -o new",
+     0,
+     {"\"written\": true,\n  \"input\": \"a.dat\",\n  \"by\": \"header\",",
+      R"({"of": "P-1 01", "file": "new/P-1_01.dat", "attributes": "new/P-1_01.attributes.csv", "elements": 2, "rows": 1})",
+      R"({"of": "P-2 01", "file": "new/P-2_01.dat", "attributes": "new/P-2_01.attributes.csv", "elements": 1, "rows": 0})"}},
+    // The middles are at x 25 and y 15: cells 2 and 1 of 10.
+    {"SquaresInPlanAreAsLongAsWide",
+     {{"a.dat", "P-1     01001    00b 2 0 0,24 14 4,0 2 0,0 0 2\n"}},
+     "split a.dat --by grid --grid 10 -o new -n",
+     0,
+     {"new/x2_y1.dat         1  x2_y1\n"}},
+    {"DevicesOfWindowsAreNoNames",
+     {{"a.dat",
+       "LPT1      001    00c 0 0 0,0 0 9,4\nCOM9      001    00c 0 0 0,0 0 9,4\nnul       001    "
+       "00c 0 0 0,0 0 9,4\n"
+       "LPTX      001    00c 0 0 0,0 0 9,4\nCOM10     001    00c 0 0 0,0 0 9,4\n"}},
+     "split a.dat --by header -o new -n",
+     0,
+     {"new/LPT1_.dat ", "new/COM9_.dat ", "new/nul_.dat ", "new/LPTX.dat ", "new/COM10.dat "}},
+    // A pipe of 2 elements of 1 component, and three components that are left out for two reasons.
+    {"ComponentsAndElementsAreCountedApart",
+     {{"a.pcf",
+       "PIPE\n END-POINT 0 0 0 100\n END-POINT 1000 0 0 100\nPIPE\n END-POINT 5 0 0 100\n "
+       "END-POINT 1005 9 0 100\n"}},
+     "import --json a.pcf -o x.dat",
+     0,
+     {"\"elements\": 4,\n  \"components\": 2,\n  \"errors\": 0,\n  \"warnings\": 0,"}},
+};
+
+class AnswerTest : public testing::TestWithParam<Answer> {};
+
+TEST_P(AnswerTest, IsThis) {
+  const TempFolder folder;
+  const Answer& each = GetParam();
+  for (const auto& [name, text] : each.files) {
+    const std::filesystem::path place = std::filesystem::path(name).parent_path();
+    if (!place.empty()) std::filesystem::create_directories(place);
+    writeFile(name, text);
+  }
+  const ToolRun run = runTool(each.arguments);
+  EXPECT_EQ(run.exit, each.exit) << run.out << run.err;
+  for (const std::string& part : each.out) {
+    EXPECT_TRUE(contains(run.out, part)) << part << "\n--- in\n" << run.out;
+  }
+  for (const std::string& part : each.err) {
+    EXPECT_TRUE(contains(run.err, part)) << part << "\n--- in\n" << run.err;
+  }
+  for (const std::string& part : each.absent) {
+    EXPECT_FALSE(contains(run.out + run.err, part)) << part << "\n--- in\n" << run.out << run.err;
+  }
+}
+
+std::string nameOf(const testing::TestParamInfo<Answer>& each) { return each.param.name; }
+
+INSTANTIATE_TEST_SUITE_P(OfShow, AnswerTest, testing::ValuesIn(kShow), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfRefusals, AnswerTest, testing::ValuesIn(kRefused), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfDiff, AnswerTest, testing::ValuesIn(kDiffs), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfConvert, AnswerTest, testing::ValuesIn(kConversions), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfCheck, AnswerTest, testing::ValuesIn(kChecks), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfChanges, AnswerTest, testing::ValuesIn(kChanges), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfClash, AnswerTest, testing::ValuesIn(kClashes), nameOf);
+
+}  // namespace
+}  // namespace VeskTest

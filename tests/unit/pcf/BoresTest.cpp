@@ -42,6 +42,11 @@ const BoreCase kBores[] = {
     {"HundredthOfMillimetres", "MM-HUNDREDTH", "10000",      "114.3", nullptr},
     {"RoundedInches",         "INCH", "1.3 2",               "42.2 60.3", nullptr},
 
+    // Above one inch within 0.061, below within 0.011: 2.07 * 25.4, 0.3 * 25.4, 0.262 * 25.4
+    {"RoundedLargeInches",    "INCH", "2.06 4",              "60.3 114.3", nullptr},
+    {"InchesThatAreNotRounded", "INCH", "2.07 4",            "52.578 114.3", "note: bores that are in no table are drawn as they are: 2.07"},
+    {"RoundedSmallInches",    "INCH", "0.26 2",              "13.7 60.3", nullptr},
+    {"SmallInchesThatAreNotRounded", "INCH", "0.3 0.262 2",  "7.62 6.6548 60.3", "in no table are drawn as they are: 0.262, 0.3"},
     {"SmallMillimetresUnderInches", "INCH", "25 50 15",      "33.4 60.3 21.3", "warning: UNITS-BORE INCH with bores that only millimetres can be"},
     {"InchesThatMightBeMillimetres", "INCH", "20 40 6 8 10", "508 1016 168.3 219.1 273", nullptr},
 
@@ -80,9 +85,12 @@ const BoreCase kBores[] = {
     {"BesideMillimetresTheyStay", "MM", "15 14",             "21.3 14",   "note: bores that are in no table are drawn as they are: 14"},
     {"SmallSizesMightBeInches", "MM", "6 8 12",              "10.3 13.7 12", "warning: all bores can be millimetres or inches: taken as millimetres; --bores inches takes them as inches, 6 to 12"},
     {"ASmallSizeMightBeInches", "MM", "6",                   "10.3",  "warning: all bores can be millimetres or inches: taken as millimetres; --bores inches takes them as inches, 6\n"},
+    {"LargerOnesAreNot",      "MM",   "8 10 15",             "13.7 17.1 21.3", nullptr},
     {"BesideLargerOnesTheyAreNot", "MM", "8 10 100",         "13.7 17.1 114.3", nullptr},
     {"MillimetresUnderInches", "INCH", "50 150 200",         "60.3 168.3 219.1", "warning: UNITS-BORE INCH with bores that only millimetres can be: taken as millimetres, 50 to 200"},
 
+    {"FiveOfNoTable",         "MM",   "41.1 43.1 47.5 55.5 66.6", "41.1 43.1 47.5 55.5 66.6",
+     "note: bores that are in no table are drawn as they are: 41.1, 43.1, 47.5, 55.5, 66.6\n"},
     {"MoreThanFiveOfNoTable", "MM",   "41.1 43.1 47.5 55.5 66.6 361.4", "41.1 43.1 47.5 55.5 66.6 361.4",
      "note: bores that are in no table are drawn as they are: 41.1, 43.1, 47.5, 55.5, 66.6 ..."},
 
@@ -199,6 +207,18 @@ const MissingCase kMissing[] = {
      "TEE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n CENTRE-POINT 100 0 0\n BRANCH1-POINT 100 90 0\n"
      "PIPE\n END-POINT 100 90 0 50\n END-POINT 100 200 0 50\n",
      "c 100 0 0,0 90 0,60.3", nullptr},
+    {"OfAnEndTheWidestNeighbours",
+     "PIPE\n END-POINT 0 0 0\n END-POINT 9 0 0\nPIPE\n END-POINT 9 0 0 100\n END-POINT 20 0 0 100\n"
+     "PIPE\n END-POINT 9 0 0 50\n END-POINT 9 20 0 50\n",
+     "c 0 0 0,9 0 0,114.3", nullptr},
+    {"OfAnEndTheWidestNeighboursFirst",
+     "PIPE\n END-POINT 0 0 0\n END-POINT 9 0 0\nPIPE\n END-POINT 9 0 0 50\n END-POINT 9 20 0 50\n"
+     "PIPE\n END-POINT 9 0 0 100\n END-POINT 20 0 0 100\n",
+     "c 0 0 0,9 0 0,114.3", nullptr},
+    {"OfABranchWithoutANeighbourTheRuns",
+     "TEE\n END-POINT 0 0 0 100\n END-POINT 200 0 0 100\n CENTRE-POINT 100 0 0\n BRANCH1-POINT 100 90 0\n",
+     "c 0 0 0,200 0 0,114.3",
+     "warning: TEE: expected a bore after each of its points; the one given is taken for all"},
     {"ZeroBehindACentreIsNone",
      "ELBOW\n END-POINT 0 0 0 100\n END-POINT 152.4 152.4 0 100\n CENTRE-POINT 152.4 0 0 0\n",
      "t 0 152.4 0,0 -152.4 0,152.4 0 0,114.3", nullptr},

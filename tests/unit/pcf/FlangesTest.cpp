@@ -89,7 +89,12 @@ const FaceCase kFaces[] = {
     // ---- 5. a little further along
     {"GasketThatIsNotListed", "- -", V(103, 300), 100},
     {"PipeAcrossAGap",       "- -", P(-500, -5), 100},
+    {"AcrossTenMillimetres", "- -", V(110, 300), 100},
+    {"AcrossMoreThanTen",    "- -", V(110.1, 300), 0, true},
     {"TooFar",               "- -", V(115, 300), 0, true},
+    {"AlmostBesideTheAxis",  "- -", "VALVE\n END-POINT 105 0.9 0 100\n END-POINT 500 0.9 0 100\n", 100},
+    {"BesideTheAxisByLittle", "- -", "VALVE\n END-POINT 105 1.1 0 100\n END-POINT 500 1.1 0 100\n", 0, true},
+    {"AtTheSamePlaceAlmost", "- -", "GASKET\n END-POINT 100 0.9 0 100\n END-POINT 103 0.9 0 100\n", 100},
     {"BesideTheAxis",        "- -", "PIPE\n END-POINT 105 9 0 100\n END-POINT 500 9 0 100\n", 0, true},
     // ---- 6. an open end
     {"OpenEndIsTheFace",     "- -", P(100, 500), 0},

@@ -255,6 +255,64 @@ TEST(Units, OfBoresAreThoseOfTheCoordinatesIfNoneAreGiven) {
   }
 }
 
+struct LengthCase {
+  const char* unit;
+  double millimetres;
+};
+
+// Ten of them along a pipe; records have millimetres.
+TEST(Units, OfCoordinatesHaveTheseLengths) {
+  static constexpr LengthCase kRows[] = {
+      {"MM", 1},
+      {"MMS", 1},
+      {"MILLIMETRE", 1},
+      {"MILLIMETRES", 1},
+      {"MILLIMETER", 1},
+      {"MILLIMETERS", 1},
+      {"MM-HUNDREDTH", 0.01},
+      {"MM-HUNDREDTHS", 0.01},
+      {"CM", 10},
+      {"M", 1000},
+      {"METRE", 1000},
+      {"METRES", 1000},
+      {"METER", 1000},
+      {"METERS", 1000},
+      {"INCH", 25.4},
+      {"INCHES", 25.4},
+      {"IN", 25.4},
+      {"INCH-SIXTEENTH", 1.5875},
+      {"INCH-SIXTEENTHS", 1.5875},
+      {"FEET", 304.8},
+      {"FOOT", 304.8},
+      {"FT", 304.8},
+      {"inch", 25.4},
+  };
+  for (const LengthCase& row : kRows) {
+    const PcfRun run = runPcf(std::string("UNITS-BORE MM\nUNITS-CO-ORDS ") + row.unit +
+                              "\nPIPE\n END-POINT 0 0 0 100\n END-POINT 1000 2000 -3000 100\n");
+    EXPECT_EQ(run.messageText(), "") << row.unit;
+    const std::vector<double> pipe = numbersOf(run.recordsOf('c').at(0));
+    EXPECT_NEAR(pipe[3], 1000 * row.millimetres, 1e-4) << row.unit;
+    EXPECT_NEAR(pipe[4], 2000 * row.millimetres, 1e-4) << row.unit;
+    EXPECT_NEAR(pipe[5], -3000 * row.millimetres, 1e-4) << row.unit;
+    EXPECT_NEAR(pipe[6], 114.3, 1e-4) << row.unit;
+  }
+}
+
+// A bore of so many is that of 2 feet, 24 inches: 610 wide.
+TEST(Units, OfBoresHaveTheseLengths) {
+  static constexpr std::pair<const char*, const char*> kRows[] = {
+      {"MM", "600"},  {"CM", "60"},  {"M", "0.6"},     {"MM-HUNDREDTHS", "60000"},
+      {"INCH", "24"}, {"IN", "24"},  {"INCHES", "24"}, {"INCH-SIXTEENTH", "384"},
+      {"FEET", "2"},  {"FOOT", "2"}, {"FT", "2"},
+  };
+  for (const auto& [unit, bore] : kRows) {
+    const PcfRun run = runPcf(std::string("UNITS-BORE ") + unit + "\nPIPE\n END-POINT 0 0 0 " +
+                              bore + "\n END-POINT 1000 0 0 " + bore + "\n");
+    EXPECT_NEAR(numbersOf(run.recordsOf('c').at(0)).back(), 610, 1e-4) << unit;
+  }
+}
+
 // ---- junk --------------------------------------------------------------------------
 
 struct JunkCase {

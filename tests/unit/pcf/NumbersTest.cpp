@@ -53,6 +53,11 @@ const NumberCase kNumbers[] = {
     {"MixedOfMoreThanOne",   "1.3/2",        1.3,     false, "/2"},
     {"MixedOverNothing",     "1-2/0",        1,       false, "-2/0"},
     {"SlashFarBehind",       "1234567890.1234567/2", 1234567890.1234567, false, "/2"},
+    {"FractionOfManyDigits", "1234/5",       246.8,   false, ""},
+    {"NineDigitsOverThree",  "123456789/3",  41152263, false, ""},
+    {"SlashAtTheSeventh",    "123456/8",     15432,   false, ""},
+    {"SlashAtTheSixteenth",  "123456789.12345/50000", 123456789.2469, false, ""},
+    {"SlashAtTheSeventeenth", "123456789.123456/500000", 123456789.123456, false, "/500000"},
     {"MoreThanNineDigits",   "1234567890/2", 1234567890, false, "/2"},
     {"NoNumber",             "nan",          NAN,     false, "nan"},
     {"Infinity",             "inf",          NAN,     false, "inf"},
@@ -78,6 +83,20 @@ TEST_P(Numbers, AreTakenSo) {
 
 INSTANTIATE_TEST_SUITE_P(Pcf, Numbers, testing::ValuesIn(kNumbers),
                          [](const auto& row) { return std::string(row.param.name); });
+
+struct TextCase {
+  double number;
+  const char* text;
+};
+
+TEST(Numbers, AreShownToAThousandth) {
+  static constexpr TextCase kRows[] = {
+      {168.3, "168.3"}, {1.0 / 3, "0.333"}, {2.0 / 3, "0.667"},
+      {0.0004, "0"},    {0.0006, "0.001"},  {1234567.0625, "1234567.063"},
+      {-5.5, "-5.5"},   {100, "100"},
+  };
+  for (const TextCase& row : kRows) EXPECT_EQ(textOf(row.number), row.text) << row.number;
+}
 
 struct FeetCase {
   const char* name;

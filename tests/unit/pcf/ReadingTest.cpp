@@ -75,6 +75,11 @@ const ReadingCase kReadings[] = {
     {"RadiusBeyondAllPlants", "BEND\n" QUARTER "    BEND-RADIUS 1e11\n", 1, 1, 0, ""},
     {"OfTwoRadiiTheFirst", "BEND\n" QUARTER "    BEND-RADIUS 152\n    BEND-RADIUS 300\n", 1, 1, 0, ""},
     {"OfTwoRadiiTheFirstIsWrong", "BEND\n" QUARTER "    BEND-RADIUS 300\n    BEND-RADIUS 152\n", 1, 1, 1, "which are drawn: 300 and 152"},
+    // A hundredth of 152 is 1.52.
+    {"RadiusWithinAHundredth", "BEND\n" QUARTER "    BEND-RADIUS 153.5\n", 1, 1, 0, ""},
+    {"RadiusBelowWithinAHundredth", "BEND\n" QUARTER "    BEND-RADIUS 150.5\n", 1, 1, 0, ""},
+    {"RadiusBeyondAHundredth", "BEND\n" QUARTER "    BEND-RADIUS 153.6\n", 1, 1, 1, "which are drawn: 153.6 and 152"},
+    {"RadiusBelowByMoreThanAHundredth", "BEND\n" QUARTER "    BEND-RADIUS 150.4\n", 1, 1, 1, "which are drawn: 150.4 and 152"},
     {"RadiusInInches", "BEND\n" QUARTER "    BEND-RADIUS 5.984252\"\n", 1, 1, 0, ""},  // 152 / 25.4
     // The word without points is none, and neither is its radius the bend's.
     {"RadiusBelowAnUnknownWord", "FOO\n    BEND-RADIUS 300\nBEND\n" QUARTER "    BEND-RADIUS 152\n", 1, 1, 1, "unknown word, taken as a header"},
@@ -187,6 +192,19 @@ TEST(Materials, DescribeTheItemsOfTheirCodes) {
 }
 
 // The ends of 0 and 20 lie about 10.
+// Its place belongs to the tap.
+TEST(Spots, AreNotAtThePlaceOfATap) {
+  const char* const kEnd = "    END-POINT 50 0 0 100\n";
+  const char* const kTap = "    TAP-CONNECTION\n    CO-ORDS 70 80 90\n";
+  const PcfRun alone = runPcf("INSTRUMENT\n" + std::string(kEnd));
+  const PcfRun tapped = runPcf("INSTRUMENT\n" + std::string(kEnd) + kTap);
+  ASSERT_FALSE(alone.records.empty());
+  EXPECT_EQ(tapped.records, alone.records) << tapped.messageText();
+  // Without the tap it would be its own.
+  const PcfRun placed = runPcf("INSTRUMENT\n" + std::string(kEnd) + "    CO-ORDS 70 80 90\n");
+  EXPECT_NE(placed.records, alone.records);
+}
+
 TEST(Spots, BetweenTwoEndsAreInTheMiddle) {
   const std::string pipe = "PIPE\n END-POINT -500 0 0 100\n END-POINT 500 0 0 100\n";
   const PcfRun ends =

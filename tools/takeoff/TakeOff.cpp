@@ -130,7 +130,6 @@ void TakeOff::begin(const std::string& file, const SidecarColumns* sidecar) {
   columns_ = {};
   first_ = -1;
   if (sidecar == nullptr) return;
-  hasSidecar_ = true;
   columns_.component = columnOf(*sidecar, "component");
   columns_.description = columnOf(*sidecar, "description");
 }
@@ -229,7 +228,6 @@ void TakeOff::merge(const TakeOff& later) {
   mergeGroup(all_, later.all_);
   remarks_.merge(later.remarks_);
   faults_ += later.faults_;
-  hasSidecar_ = hasSidecar_ || later.hasSidecar_;
 }
 
 void TakeOff::finish() {

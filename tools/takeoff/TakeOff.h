@@ -83,7 +83,6 @@ class TakeOff {
 
   const TakeOffGroup& all() const { return all_; }
   const Remarks& remarks() const { return remarks_; }
-  bool hasSidecar() const { return hasSidecar_; }
 
   // Elements of which nothing was measured.
   std::uint64_t faults() const { return faults_; }
@@ -108,7 +107,6 @@ class TakeOff {
   TakeOffGroup all_;
   Remarks remarks_;
   std::uint64_t faults_ = 0;
-  bool hasSidecar_ = false;
 
   std::string file_;
   std::vector<GroupValues> values_;

@@ -685,6 +685,197 @@ const Answer kChanges[] = {
      {"\"elements\": 4,\n  \"components\": 2,\n  \"errors\": 0,\n  \"warnings\": 0,"}},
 };
 
+// Texts of 21 elements without a wall, each of another width; the last three times.
+const std::string kWidths = manyTimes(21, "P-1     01001    00c 0 0 0,0 0 1000,", "\n") +
+                            "P-1     01001    00c 0 9 0,0 0 1000,120\n"
+                            "P-1     01001    00c 0 18 0,0 0 1000,120\n";
+
+const Answer kMeasures[] = {
+    // 1200 inches are 100 feet.
+    {"WhatIsAskedForIsSaid",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1200,10\n"}},
+     "measure --json --unit 25.4 --units imperial --density 7000 --content 800 --insulation 30 "
+     "a.dat",
+     0,
+     {"\"unit\": 25.4,\n  \"units\": \"imperial\",\n  \"density\": 7000,\n  \"content_density\": "
+      "800,\n"
+      "  \"insulation\": 30,",
+      "\"diameter1\": 10,", "\"length\": 100,"}},
+    {"WhatIsNotAskedForIsSaidToo",
+     {{"a.dat", kPipe}},
+     "measure --json a.dat",
+     0,
+     {"\"unit\": 1,\n  \"units\": \"metric\",\n  \"density\": 0,\n  \"content_density\": 1000,\n  "
+      "\"insulation\": 0,"}},
+    {"WallsAreOfSteel",
+     {{"a.dat", kPipe}},
+     "measure --json --schedule 40 a.dat",
+     0,
+     {"\"density\": 7850,\n  \"content_density\": 1000,"}},
+    {"TheLargerSideOfADuctComesFirst",
+     {{"a.dat",
+       "P-1     01001    00e 0 0 0,900 0 0,0 900 0,300,400\nP-1     01002    00e 0 0 0,900 0 0,0 "
+       "900 0,400,300\n"}},
+     "measure --csv --sums --by size a.dat",
+     0,
+     {"\nsubtotal,size,400 x 300,,,0,0,0,0,0,0,0,0,0,2,"}},
+    // Within a thousandth, 0.5, of both; 0.1 and 0.3 from them.
+    {"TheNearestWallCounts",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,0 0 1000,500.1\nP-1     01002    00c 0 0 0,0 0 1000,500.3\n"
+       "P-1     01003    00c 0 0 0,0 0 1000,499.4\n"},
+      {"walls.csv", "500,5\n500.4,6\n"}},
+     "measure --csv --walls walls.csv a.dat",
+     0,
+     {"\nrow,,,,cylinder,500.1,0,0,0,0,0,5,0,0,1,", "\nrow,,,,cylinder,500.3,0,0,0,0,0,6,0,0,1,",
+      "\nrow,,,,cylinder,499.4,0,0,0,0,0,0,0,0,1,"},
+     {"a.dat:3: no wall: cylinder of 499.4 mm"}},
+    {"TwentyRemarksAreMade",
+     {{"a.dat", kWidths}, {"walls.csv", "9,1\n"}},
+     "measure --csv --walls walls.csv a.dat",
+     0,
+     {},
+     {"a.dat:20: no wall: cylinder of 119 mm\n",
+      "vesk: warning: and so on, for 3 more elements\n  hint: -v names them\n"},
+     {"cylinder of 120 mm"}},
+    {"AllRemarksAreMadeIfAsked",
+     {{"a.dat", kWidths}, {"walls.csv", "9,1\n"}},
+     "measure -v --csv --walls walls.csv a.dat",
+     0,
+     {},
+     {"a.dat:21: no wall: cylinder of 120 mm (3 times, also a.dat:22, a.dat:23)\n"},
+     {"and so on"}},
+    {"ThreePlacesAreNamed",
+     {{"a.dat", kPipe + kPipe}, {"b.dat", kPipe + kPipe}, {"walls.csv", "9,1\n"}},
+     "measure --json --walls walls.csv a.dat b.dat",
+     0,
+     {R"({"text": "no wall: cylinder of 100 mm", "count": 4, "places": ["a.dat:1", "a.dat:2", "b.dat:1"]})"},
+     {"a.dat:1: no wall: cylinder of 100 mm (4 times, also a.dat:2, b.dat:1 ...)\n"}},
+    // pi / 4 * 0.375 * 0.375 * 100 ft3.
+    {"FourDecimalsOfCubicFeetAreShown",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 30480,114.3\n"}},
+     "measure --units imperial a.dat",
+     0,
+     {" 11.0447\n"}},
+    {"SixDecimalsOfCubicMetresAreShown",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,100\n"}},
+     "measure a.dat",
+     0,
+     {"  1.000       0.314   0.007854\n"}},  // pi * 0.1, pi / 4 * 0.01
+};
+
+const Answer kShapes[] = {
+    // Ends within solids are not open: at 45 degrees of a bend of 300, 330 from its centre.
+    {"AnEndInTheOuterHalfOfABendIsNotOpen",
+     {{"a.dat",
+       "P-1     01001    00t 0 0 0,300 0 0,0 300 0,100\nP-2     01002    00c 233.3 233.3 500,0 0 "
+       "-500,30\n"}},
+     "check --only V205,V206 a.dat",
+     0,
+     {"end at 233.3 233.3 500: "},
+     {},
+     {"end at 233.3 233.3 0: "}},
+    // 351 from the centre and so 1 outside.
+    {"AnEndOutsideABendIs",
+     {{"a.dat",
+       "P-1     01001    00t 0 0 0,300 0 0,0 300 0,100\nP-2     01002    00c 248.2 248.2 500,0 0 "
+       "-500,30\n"}},
+     "check --only V205,V206 a.dat",
+     0,
+     {"end at 248.2 248.2 500: ", "end at 248.2 248.2 0: "}},
+    // At x 190 of 200 the cone has a radius of 48.
+    {"AnEndInTheWideHalfOfAConeIsNotOpen",
+     {{"a.dat",
+       "P-1     01001    00n 0 0 0,200 0 0,20,100\nP-2     01002    00c 190 40 500,0 0 -500,10\n"}},
+     "check --only V205,V206 a.dat",
+     0,
+     {"end at 190 40 500: "},
+     {},
+     {"end at 190 40 0: "}},
+    {"AnEndBesideAConeIs",
+     {{"a.dat",
+       "P-1     01001    00n 0 0 0,200 0 0,20,100\nP-2     01002    00c 190 60 500,0 0 -500,10\n"}},
+     "check --only V205,V206 a.dat",
+     0,
+     {"end at 190 60 500: ", "end at 190 60 0: "}},
+    // Half of the larger diameter is 50, whichever of both it is.
+    {"EndsFaceEachOtherUpToHalfOfTheLargerDiameter",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,1000 0 0,100\nP-1     01002    00c 1049 0 0,1000 0 0,20\n"}},
+     "check --joints --reach 200 --only V201 a.dat",
+     0,
+     {"a.dat:2:22-29: warning: end at 1049 0 0: gap of 49.000 to the end at line 1 [V201]"}},
+    {"EndsFaceEachOtherUpToHalfOfTheLargerDiameterBehindThem",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,1000 0 0,20\nP-1     01002    00c 1049 0 0,1000 0 0,100\n"}},
+     "check --joints --reach 200 --only V201 a.dat",
+     0,
+     {"gap of 49.000 to the end at line 1"}},
+    {"EndsFaceEachOtherNoFurther",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,1000 0 0,100\nP-1     01002    00c 1051 0 0,1000 0 0,20\n"}},
+     "check --joints --reach 200 --only V201 a.dat",
+     0,
+     {"0 warnings in 2 elements"}},
+    {"EndsFaceEachOtherUpToTheReach",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,1000 0 0,100\nP-1     01002    00c 1049 0 0,1000 0 0,20\n"}},
+     "check --joints --reach 48 --only V201 a.dat",
+     0,
+     {"0 warnings in 2 elements"}},
+    // By 60 degrees: the cosine is more than a quarter of the sine.
+    {"AReducerMayBeTurnedByALittle",
+     {{"a.dat",
+       "P-1     01001    00r -10 -10 0,20 0 0,0 20 0,20 20 0,13.660 -3.660 40,23.660 13.660 "
+       "40,-3.660 6.340 40,6.340 23.660 40\n"}},
+     "check a.dat",
+     0,
+     {"0 errors, 0 warnings"}},
+    // By 80 degrees it is less: 0.174 to 0.246.
+    {"AReducerIsTwistedByMore",
+     {{"a.dat",
+       "P-1     01001    00r -10 -10 0,20 0 0,0 20 0,20 20 0,18.112 -1.585 40,21.585 18.112 "
+       "40,-1.585 1.888 40,1.888 21.585 40\n"}},
+     "check a.dat",
+     0,
+     {"reducer is twisted: its second end fits the first better turned [V106]",
+      "0 errors, 1 warning"}},
+    // Columns keep hundredths beyond 9999.999: 100 and 100.03 may then be the same, up to 0.04.
+    {"FarAwayRadiiAreRoundedMore",
+     {{"a.dat",
+       "60    01  P-1     001TOR20000.000    0.000    0.00020100.000    0.000    0.00020000.000  "
+       "100.030    0.000  100.015   20.000\n"}},
+     "check --only V110 a.dat",
+     0,
+     {"0 warnings"}},
+    {"NearRadiiAreNot",
+     {{"a.dat",
+       "60    01  P-1     001TOR 2000.000    0.000    0.000 2100.000    0.000    0.000 2000.000  "
+       "100.030    0.000  100.015   20.000\n"}},
+     "check --only V110 a.dat",
+     0,
+     {"bend has two radii: 100.000 and 100.030 [V110]"}},
+    {"TheVolumeOfSwappedEndsIsNone",
+     {{"a.dat", kSwapped}},
+     "export a.dat -o - --to ifc",
+     0,
+     {"IFCQUANTITYVOLUME('GrossVolume',$,$,6.E-06,$)"}},  // 10 * 20 * 30 mm3
+};
+
+const Answer kImports[] = {
+    // Of one word, two can't be drawn, and one can.
+    {"WhatBecameOfEachIsCounted",
+     {{"a.pcf",
+       "PIPE\n END-POINT 0 0 0 100\n END-POINT 1000 0 0 100\nPIPE\n END-POINT 0 0 0 100\n "
+       "END-POINT 0 0 0 100\n"
+       "PIPE\n END-POINT 9 0 0 100\n END-POINT 9 0 0 100\nBEAM\n END-POINT 0 0 0 100\n"}},
+     "import a.pcf -o x.dat",
+     1,
+     {"x.dat: 2 elements of 4 components\n  drawn: 1\n    1  PIPE\n  not drawn: 3\n"
+      "    2  PIPE: has no length (first in line 4)\n    1  BEAM: "},
+     {"a.pcf:4: error: PIPE not drawn: has no length (2 times, also a.pcf:7)"}},
+};
+
 class AnswerTest : public testing::TestWithParam<Answer> {};
 
 TEST_P(AnswerTest, IsThis) {
@@ -716,6 +907,9 @@ INSTANTIATE_TEST_SUITE_P(OfDiff, AnswerTest, testing::ValuesIn(kDiffs), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfConvert, AnswerTest, testing::ValuesIn(kConversions), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfCheck, AnswerTest, testing::ValuesIn(kChecks), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfChanges, AnswerTest, testing::ValuesIn(kChanges), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfMeasure, AnswerTest, testing::ValuesIn(kMeasures), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfShapes, AnswerTest, testing::ValuesIn(kShapes), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfImport, AnswerTest, testing::ValuesIn(kImports), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfClash, AnswerTest, testing::ValuesIn(kClashes), nameOf);
 
 }  // namespace

@@ -95,6 +95,9 @@ const Scene kScenes[] = {
     {"BranchOfTwoHeadersIsStrict", {{"A", "", kPipe}, {"B", "", "c 500 0 0,0 0 500,60"}}, "--strict", "V504 1-2"},
     {"BranchFromABend", {{"A", "", "t 0 0 0,300 0 0,0 300 0,100"}, {"B", "", "c 212 212 0,0 0 500,60"}}, "", ""},
     {"MitredPipes", {{"A", "", kPipe}, {"B", "", "c 1000 0 0,400 300 0,100"}}, "", ""},
+    {"MitredPipesThatMeetWithinTheTolerance", {{"A", "", kPipe}, {"B", "", "c 1000 -0.05 0,400 300 0,100"}}, "", ""},
+    {"MitredPipesThatDoNotMeet", {{"A", "", kPipe}, {"B", "", "c 1000 -0.5 0,400 300 0,100"}}, "", "V501 1-2"},
+    {"MitredPipesThatMeetWithinALargerTolerance", {{"A", "", kPipe}, {"B", "", "c 1000 -0.5 0,400 300 0,100"}}, "--tolerance 0.6", ""},
     {"ThroughBothSides", {{"A", "", kPipe}, {"B", "", "c 500 0 -60,0 0 500,60"}}, "", "V501 1-2"},
     {"EndInABox", {{"A", "", kPipe}, {"B", "", "b 500 0 0,900 -100 -100,0 200 0,0 0 200"}}, "", "V501 1-2"},
     {"ThroughABendAndBackIn", {{"A", "", "t 0 0 0,300 0 0,0 300 0,100"}, {"B", "", "c 300 20 0,-300 300 0,20"}}, "", "V501 1-2"},
@@ -163,6 +166,10 @@ const DepthCase kDepths[] = {
     {"ParallelPipes", kPipe, "c 0 0 70,1000 0 0,60", 10, false},           // 50 + 30 - 70
     {"CoaxialPipes", kPipe, "c 100 0 0,800 0 0,60", 80, false},            // out sideways
     {"EndsOfParallelPipes", kPipe, "c 995 0 10,500 0 0,100", 5, false},    // out lengthwise
+    {"EndsTheOtherWayRound", kPipe, "c 1495 0 10,-500 0 0,100", 5, false},
+    {"AShortPipeAlongALongOne", kPipe, "c 2 0 40,3 0 0,100", 5, false},    // out by its beginning
+    {"AShortPipeTheOtherWayRound", kPipe, "c 5 0 40,-3 0 0,100", 5, false},
+    {"AShortPipeAtTheFarEnd", kPipe, "c 994 0 40,3 0 0,100", 6, false},
     {"CrossingPipes", kPipe, "c 500 -500 70,0 1000 0,60", 10, true},
     {"PipeInAPlate", kPipe, "b 2000 0 0,-500 -500 -130,0 1000 0,0 0 100", 20, true},
 };

@@ -148,6 +148,35 @@ TEST(Drawing, ScaleBarIsRoundAndInMillimetresOrMetres) {
   EXPECT_FALSE(contains(drawn("--plain"), "</text>"));
 }
 
+// One path for each element, in its own colour, however many strokes it has.
+TEST(Drawing, HasAPathForEachElement) {
+  const TempFolder folder;
+  writeFile("lines.dat",
+            "P-1     01001    00l pt 0 0 0,pt 1000 0 0\n"
+            "P-1     01002    00l pt 0 0 500,pt 1000 0 500,pt 0 0 900\n"
+            "P-1     01003    00l pt 0 0 950,pt 1000 0 0\n");
+  const std::string svg = runTool("view lines.dat -o - --to svg --from front --plain").out;
+  std::size_t paths = 0;
+  for (std::size_t at = 0; (at = svg.find("<path stroke=", at)) != svg.npos; ++at) ++paths;
+  EXPECT_EQ(paths, 3U) << svg;
+}
+
+// Three characters as wide as high: a letter has 0.72 of the size of its font.
+TEST(Drawing, ATextIsAsWideAsItsCharacters) {
+  const TempFolder folder;
+  writeFile("text.dat",
+            "P-1     01001    00b 1000 0 0,0 0 0,0 1000 0,0 0 1000\n"
+            "P-1     01002    00x 500 -10 100,1 0 0,0 0 1,100,100,1,3\n"
+            "P-1     01002    01x ABC\n");
+  const std::string svg = runTool("view text.dat -o - --to svg --from front --plain").out;
+  const auto number = [&](const std::string& name) {
+    const std::size_t at = svg.find(' ' + name + "=\"");
+    return at == svg.npos ? 0.0 : std::stod(svg.substr(at + name.size() + 3));
+  };
+  EXPECT_GT(number("font-size"), 9.0) << svg;
+  EXPECT_NEAR(number("textLength") / number("font-size"), 3 * 0.72, 1e-3);
+}
+
 TEST(Drawing, HasTheColoursOfThePage) {
   const std::string palette = bytesOf(VESK_PAGE_PALETTE);
   const std::vector<Vesk::Colour> colours = VeskTool::kindColours();

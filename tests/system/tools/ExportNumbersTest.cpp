@@ -7,9 +7,11 @@
 #include <cmath>
 #include <map>
 #include <numbers>
+#include <set>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "support/TempFolder.h"
@@ -428,6 +430,79 @@ TEST(ExportNumbers, AreInTheUnitThatIsSaid) {
     for (const char* part : each.parts) {
       EXPECT_TRUE(contains(text, part)) << each.name << ": " << part;
     }
+  }
+}
+
+// A MESH of DXF has so many numbers for its faces as it says, the corners of each behind their
+// number; no corner is beyond its vertices.
+TEST(ExportNumbers, OfDxfAreAsManyAsItSays) {
+  const TempFolder folder;
+  writeFile("solids.dat", kSolids);
+  std::istringstream text(runTool("export solids.dat -o - --to dxf").out);
+  std::vector<std::pair<int, std::string>> pairs;
+  for (std::string code, value; std::getline(text, code) && std::getline(text, value);)
+    pairs.emplace_back(std::stoi(code), value);
+  std::map<int, Triangles> found;
+  int meshes = 0;
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    if (pairs[i] != std::pair(0, std::string("MESH"))) continue;
+    ++meshes;
+    while (pairs[i].first != 92) ++i;
+    std::vector<Point> vertices(std::stoul(pairs[i].second));
+    ++i;
+    for (Point& p : vertices) {
+      for (std::size_t k = 0; k < 3; ++k, ++i) {
+        ASSERT_EQ(pairs[i].first, 10 + 10 * static_cast<int>(k));
+        p[k] = std::stod(pairs[i].second);
+      }
+    }
+    ASSERT_EQ(pairs[i].first, 93);
+    const std::size_t numbers = std::stoul(pairs[i].second);
+    ++i;
+    Triangles triangles;
+    for (std::size_t k = 0; k < numbers; k += 4, i += 4) {
+      ASSERT_EQ(pairs[i], std::pair(90, std::string("3")));
+      Triangle triangle;
+      for (std::size_t corner = 0; corner < 3; ++corner)
+        triangle.corners[corner] = vertices.at(std::stoul(pairs[i + 1 + corner].second));
+      Point across = cross(minus(triangle.corners[1], triangle.corners[0]),
+                           minus(triangle.corners[2], triangle.corners[0]));
+      const double size = std::sqrt(dot(across, across));
+      for (double& each : across) each /= size;
+      triangle.normals = {across, across, across};
+      triangles.push_back(triangle);
+    }
+    ASSERT_EQ(pairs[i], std::pair(94, std::string("0")));
+    while (pairs[i].first != 1001) ++i;
+    EXPECT_EQ(pairs[i + 1].first, 1000);
+    EXPECT_EQ(pairs[i + 2].second.substr(0, 5), "line ");
+    found[std::stoi(pairs[i + 2].second.substr(5))] = triangles;
+  }
+  EXPECT_EQ(meshes, 6);
+  expectSolids(found);
+}
+
+// The colours of twelve headers differ; that of the thirteenth is the first one's again.
+TEST(ExportNumbers, OfStepHaveAColourForEachHeader) {
+  const TempFolder folder;
+  for (const std::size_t headers : {1U, 2U, 12U, 13U}) {
+    std::string records;
+    for (std::size_t i = 0; i < headers; ++i) {
+      const std::string name = "P-" + std::to_string(i);
+      records += name + std::string(8 - name.size(), ' ') + "01001    00c 0 0 0,0 0 9,4\n";
+    }
+    writeFile("pipes.dat", records + records);
+    std::istringstream lines(runTool("export pipes.dat -o - --to step").out);
+    std::set<std::string> colours;
+    std::size_t count = 0;
+    for (std::string line; std::getline(lines, line);) {
+      const std::size_t at = line.find("COLOUR_RGB(");
+      if (at == line.npos) continue;
+      colours.insert(line.substr(at));
+      ++count;
+    }
+    EXPECT_EQ(count, std::min(headers, std::size_t{12}));
+    EXPECT_EQ(colours.size(), count);
   }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The numbers in the answers of the tool, each by the arithmetic beside it. What the answers
 // look like is the matter of the transcripts.
+#include "text/Numbers.h"
+
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -478,6 +480,38 @@ TEST(EncoderTolerance, IsTwoOfTheLastDigits) {
   EXPECT_NEAR(Encoder(Vesk::kFixedColumns).toleranceOf(pipe(100000)), 0.2, 1e-12);  // -400000.0
   EXPECT_NEAR(Encoder(Vesk::kTokens).toleranceOf(pipe(100)), 2e-4, 1e-11);
   EXPECT_NEAR(Encoder(Vesk::kTokens).toleranceOf(pipe(1e9)), 2e-4 + 4e9 * 1e-14, 1e-11);
+}
+
+// Without an exponent from 1e-5 up to 1e16; the shortest that is the number again.
+TEST(ShortestNumbers, HaveAnExponentOnlyFarFromOne) {
+  using VeskTool::shortest;
+  EXPECT_EQ(shortest(0.0), "0");
+  EXPECT_EQ(shortest(-0.5), "-0.5");
+  EXPECT_EQ(shortest(1e-5), "0.00001");
+  EXPECT_EQ(shortest(-1e-5), "-0.00001");
+  EXPECT_EQ(shortest(9e-6), "9e-06");
+  EXPECT_EQ(shortest(9e15), "9000000000000000");
+  EXPECT_EQ(shortest(1e16), "1e+16");
+  EXPECT_EQ(shortest(0.1 + 0.2), "0.30000000000000004");
+}
+
+TEST(RoundedNumbers, KeepTheirDecimals) {
+  EXPECT_EQ(VeskTool::rounded(1.0, 3), "1.000");
+  EXPECT_EQ(VeskTool::rounded(-0.0004, 3), "0.000");
+  EXPECT_EQ(VeskTool::rounded(2.9996, 3), "3.000");
+  EXPECT_EQ(VeskTool::rounded(12.34, 1), "12.3");
+  EXPECT_EQ(VeskTool::trimmedNumber(1.5004, 3), "1.5");
+  EXPECT_EQ(VeskTool::trimmedNumber(-0.0004, 3), "0");
+}
+
+TEST(GroupedNumbers, HaveABlankForEachThousand) {
+  EXPECT_EQ(VeskTool::grouped(0), "0");
+  EXPECT_EQ(VeskTool::grouped(999), "999");
+  EXPECT_EQ(VeskTool::grouped(1000), "1 000");
+  EXPECT_EQ(VeskTool::grouped(1234567), "1 234 567");
+  EXPECT_EQ(VeskTool::counted(1, "element"), "1 element");
+  EXPECT_EQ(VeskTool::counted(0, "element"), "0 elements");
+  EXPECT_EQ(VeskTool::counted(2000, "element"), "2 000 elements");
 }
 
 // By the place in A; what is added comes last, by its place in B.

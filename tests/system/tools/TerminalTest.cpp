@@ -11,11 +11,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "support/JsonSchema.h"
 #include "support/TempFolder.h"
+#include "terminal/Progress.h"
 #include "tools/ToolRun.h"
 
 namespace VeskTest {
@@ -134,6 +136,56 @@ TEST(Terminal, ProgressIsShownAndCleared) {
   const std::size_t blanks = screen.rfind("\r          ");
   EXPECT_LT(screen.rfind("vesk info: "), blanks);
   EXPECT_EQ(screen.find("vesk info: ", answer), std::string::npos);
+}
+
+// The numbers of one line belong together, whatever the clock says: 1 of 4 MB is a quarter, and
+// three quarters at this speed take the seconds that are left.
+TEST(Terminal, ProgressIsAQuarterOfTheWay) {
+  constexpr std::uint64_t kAll = 4000000;
+  for (const bool isLine : {false, true}) {
+    using VeskTool::Progress;
+    Progress progress("vesk info", isLine ? Progress::Mode::kLine : Progress::Mode::kJson);
+    progress.expect(kAll);
+    usleep(220000);
+    testing::internal::CaptureStderr();
+    progress.advance(kAll / 4);
+    const std::string text = testing::internal::GetCapturedStderr();
+    if (isLine) {
+      EXPECT_TRUE(text.starts_with("\rvesk info: 25 %, 1.0 of 4.0 MB, ")) << text;
+      EXPECT_TRUE(contains(text, " MB/s, ")) << text;
+      continue;
+    }
+    const auto json = nlohmann::json::parse(text);
+    EXPECT_EQ(json["bytes"], kAll / 4);
+    EXPECT_EQ(json["total"], kAll);
+    const double left = json["secondsLeft"].get<double>();
+    const double seconds = kAll / 4 / json["bytesPerSecond"].get<double>();
+    EXPECT_NEAR(left, 3 * seconds, 0.05 + 1e-3);
+  }
+}
+
+// Of a file that grows while it is read no end is known.
+TEST(Terminal, ProgressBeyondTheEndHasNone) {
+  VeskTool::Progress progress("vesk info", VeskTool::Progress::Mode::kJson);
+  progress.expect(999);
+  usleep(120000);
+  testing::internal::CaptureStderr();
+  progress.advance(1000);
+  const auto json = nlohmann::json::parse(testing::internal::GetCapturedStderr());
+  EXPECT_EQ(json["bytes"], 1000);
+  EXPECT_FALSE(json.contains("total")) << json;
+  EXPECT_FALSE(json.contains("secondsLeft")) << json;
+}
+
+// Text of a header that would set a colour.
+TEST(Terminal, CsvHasNoControlCharacters) {
+  for (const char* form : {"--csv", "--limit=0"}) {
+    AtTerminal run({"list", "-", form, "--color", "never"}, false);
+    run.give("P\x1b[31m  01001    00c 0 0 0,0 0 1000,100\n");
+    run.endInput();
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_TRUE(contains(run.screen(0), "P?[31m")) << run.screen(0);
+  }
 }
 
 TEST(Terminal, NoProgressForWhatIsQuick) {
@@ -311,6 +363,24 @@ constexpr ShellCase kShells[] = {
     // What is found is not "nothing", whoever reads it.
     {"ReaderOfCheckDies", "@ check --max 0 large.dat | head -n 1", 141, ""},
     {"ReaderOfDiffDies", "@ diff large.dat pipe.dat | head -n 1", 141, ""},
+    // Another file behind a named pipe: the third element is the second of those that were chosen.
+    {"VerifySaysWhatDiffersAndWhatIsMore",
+     "mkfifo way; { cat way >/dev/null; cat other.dat >way; } & "
+     "@ convert three.dat way -f --lines 2-3 --verify",
+     1,
+     "three.dat:3: error: differs in line 2 of way [V311]\n"
+     "three.dat:3: error: more elements in way [V311]\n"
+     "vesk: verified 2 elements, 2 differ\n"},
+    {"VerifySaysWhatIsMissing",
+     "mkfifo way; { cat way >/dev/null; cat pipe.dat >way; } & "
+     "@ convert three.dat way -f --lines 1-2 --verify",
+     1,
+     "three.dat:2: error: missing or damaged in way [V311]\n"
+     "vesk: verified 2 elements, 1 differ\n"},
+    {"AReplacedFileKeepsItsRights",
+     "cp pipe.dat mine.dat; chmod 604 mine.dat; @ convert -f pipe.dat mine.dat && "
+     "test $(stat -c %a mine.dat) = 604",
+     0, ""},
 #ifndef VESK_SANITIZED  // which takes much memory
     // 320,000 elements, 13 MB, through 1.5 MB beside what the program takes for one.
     {"MemoryOfInfoIsConstant", "limited; many | @ info -", 0, ""},
@@ -327,6 +397,8 @@ TEST_P(ShellTest, Runs) {
   const TempFolder folder;
   writeFile("pipe.dat", kPipe);
   writeFile("old.dat", "an older file\n");
+  writeFile("three.dat", kPipe + kPipe + kPipe);
+  writeFile("other.dat", kPipe + "P-1     01001    00c 0 0 0,0 0 1001,100\n" + kPipe);
   writeFile("large.dat", manyPipes());
   writeFile("wide.dat", "P-1     01001    00l pt 99999999.5 0 0\n");
   std::string text =

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
@@ -229,6 +230,64 @@ TEST(Tiles, ElementsInOnePlaceAreDividedByTheirOrder) {
   for (const ReadTile& tile : tiles) EXPECT_LE(tile.triangles(), 5000U);
 }
 
+// A single zone fills the whole: 1.25 times its error is more than the diagonal of its box.
+TEST(Tiles, ErrorsFallTowardsTheZone) {
+  const TempFolder folder;
+  std::filesystem::create_directories("web");
+  writeFile("zone.dat", kPipe);
+  ASSERT_EQ(runTool("export -q zone.dat -o web/zone/").exit, 0);
+  ASSERT_EQ(runTool("export -q web/zone -o web/").exit, 0);
+  const auto zone = nlohmann::json::parse(bytesOf("web/zone/tileset.json"));
+  const auto whole = nlohmann::json::parse(bytesOf("web/tileset.json"));
+  const double error = zone["geometricError"];
+  EXPECT_NEAR(error, std::sqrt(0.1 * 0.1 + 0.1 * 0.1 + 1.0), 1e-6);
+  EXPECT_NEAR(whole["root"]["geometricError"].get<double>(), 1.25 * error, 1e-9);
+  EXPECT_NEAR(whole["geometricError"].get<double>(), 1.25 * 1.25 * error, 1e-9);
+  EXPECT_EQ(whole["root"]["children"][0]["geometricError"], error);
+}
+
+// Pipes above one another, along each axis in turn: their tiles are no longer than half of all.
+TEST(Tiles, AreDividedAlongTheirLongestSide) {
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    const TempFolder folder;
+    std::string text;
+    for (int i = 0; i < 120; ++i) {
+      int at[3] = {9000, 5000, 1000};
+      at[axis] += i * 1000;
+      text += "P-1     01001    00c " + std::to_string(at[0]) + ' ' + std::to_string(at[1]) + ' ' +
+              std::to_string(at[2]) + ",0 0 100,100\n";
+    }
+    writeFile("row.dat", text);
+    ASSERT_EQ(runTool("export -q row.dat -o tiles/ --tile-triangles 10000").exit, 0);
+    const std::vector<ReadTile> tiles = readTileset("tiles/tileset.json", Points::kLeft);
+    EXPECT_EQ(shownInLeaves(tiles), linesOf("row.dat", 120));
+    const double all = tiles[0].high[axis] - tiles[0].low[axis];
+    std::size_t leaves = 0;
+    for (const ReadTile& tile : tiles) {
+      if (!tile.isLeaf) continue;
+      ++leaves;
+      EXPECT_LT(tile.high[axis] - tile.low[axis], 0.52 * all) << axis;
+    }
+    EXPECT_EQ(leaves, 2U) << axis;
+  }
+}
+
+// A line through 5001 points has 5000 segments, which fit into a tile; one more does not.
+TEST(Tiles, SegmentsAreCounted) {
+  const TempFolder folder;
+  for (const int segments : {5000, 5001}) {
+    std::string text = "P-1     01001    00l pt 0 0 0";
+    for (int i = 0; i < segments; ++i) {
+      text += i % 2 == 0 ? ",pt 1 0 0" : ",pt 0 1 0";
+    }
+    writeFile("way.dat", text + '\n');
+    const ToolRun run = runTool("export -f way.dat -o tiles/ --tile-triangles 5000");
+    EXPECT_EQ(run.exit, segments == 5000 ? 0 : 1) << run.err;
+    EXPECT_EQ(contains(run.err, "--tile-triangles 5001 has room for them"), segments == 5001)
+        << run.err;
+  }
+}
+
 // What does not fit into memory waits in files: some 250 bytes for each of these are more
 // than a megabyte.
 TEST(Tiles, WhatWaitsInFilesIsAllThere) {
@@ -288,6 +347,19 @@ TEST(Tiles, ZonesAreShownAsOne) {
   writeFile("web/tileset.json", text);
   const std::vector<ReadTile> tiles = readTileset("web/tileset.json", Points::kLeft);
   EXPECT_EQ(shownInLeaves(tiles), lines);
+  const auto whole = nlohmann::json::parse(text);
+  EXPECT_EQ(whole["extras"]["elements"], 900);
+  // Errors fall by a quarter of the child's at least.
+  double largest = 0.0;
+  for (int zone = 1; zone <= 3; ++zone) {
+    const auto own = nlohmann::json::parse(
+        bytesOf("web/all zones/zone" + std::to_string(zone) + "/tileset.json"));
+    EXPECT_EQ(own["extras"]["elements"], 300);
+    largest = std::max(largest, own["geometricError"].get<double>());
+  }
+  const double rootError = whole["root"]["geometricError"];
+  EXPECT_GE(rootError, 1.25 * largest - 1e-9);
+  EXPECT_GE(whole["geometricError"].get<double>(), 1.25 * rootError - 1e-9);
   for (const ReadTile& tile : tiles) {
     const ReadTile& parent = tiles[tile.parent];
     if (tile.depth > 0) {

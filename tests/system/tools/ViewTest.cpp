@@ -396,6 +396,89 @@ TEST_F(PageTest, MarksWhatMovedChangedAppearedAndVanished) {
             "2 added: length 9, diameters 4 and 2\n");
 }
 
+// How each element is shown: whole, as context, or hidden.
+std::vector<std::uint8_t> shownIn(const WrittenPage& page) {
+  return page.block<std::uint8_t>(page.head["elements"]["shown"]);
+}
+
+// Of what did not change nothing is chosen, and what changed is shown all the same.
+TEST_F(PageTest, OfDifferencesWhatIsNotChosenIsHidden) {
+  const TempFolder folder;
+  const std::string steady = "P-2     01001    00c 500 0 0,0 0 9,4\n";
+  writeFile("a.dat", "P-1     01001    00c 0 0 0,0 0 9,4\n" + steady);
+  writeFile("b.dat", "P-1     01001    00c 0 0 7,0 0 9,4\n" + steady);
+  const auto all = shownIn(pageOf("diff a.dat b.dat --view"));
+  const auto some = shownIn(pageOf("diff a.dat b.dat --view --header P-1"));
+  ASSERT_EQ(all.size(), 3U);
+  ASSERT_EQ(some.size(), 3U);
+  EXPECT_EQ(all[0], some[0]);
+  EXPECT_EQ(all[1], all[0]);    // whole
+  EXPECT_NE(some[1], some[0]);  // hidden
+}
+
+TEST_F(PageTest, WhatIsNotChosenIsHiddenOrContext) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     01001    00c 0 0 0,0 0 9,4\n"
+            "P-2     01001    00c 500 0 0,0 0 9,4\n");
+  const auto whole = shownIn(pageOf("view a.dat"));
+  const auto hidden = shownIn(pageOf("view a.dat --header P-2"));
+  const auto context = shownIn(pageOf("view a.dat --header P-2 --context"));
+  EXPECT_EQ(whole[0], whole[1]);
+  EXPECT_EQ(hidden[1], whole[1]);
+  EXPECT_EQ(context[1], whole[1]);
+  EXPECT_NE(hidden[0], whole[0]);
+  EXPECT_NE(context[0], whole[0]);
+  EXPECT_NE(context[0], hidden[0]);
+}
+
+// Each of both sides has its own mark, at its own element and with the other one's line.
+TEST_F(PageTest, MarksBothSidesOfAClash) {
+  const TempFolder folder;
+  writeFile("a.dat", kPipe + "P-2     01001    00c -500 0 500,1000 0 0,60\n");
+  const WrittenPage page = pageOf("clash a.dat --view");
+  ASSERT_EQ(page.head["marks"].size(), 2u);
+  for (std::size_t i = 0; i < 2; ++i) {
+    const Json& mark = page.head["marks"][i];
+    EXPECT_EQ(mark["element"], i);
+    EXPECT_EQ(mark["code"], "V501");
+    EXPECT_EQ(mark["level"], "error");
+    const auto text = mark["text"].get<std::string>();
+    const std::string both[] = {"cylinder of P-1 01 overlaps the cylinder of P-2 01 at line 2 at ",
+                                "cylinder of P-2 01 overlaps the cylinder of P-1 01 at line 1 at "};
+    EXPECT_TRUE(text.starts_with(both[i])) << text;
+  }
+}
+
+// The words of a finding, and what was expected.
+TEST_F(PageTest, MarksSayWhatIsExpected) {
+  const TempFolder folder;
+  writeFile("a.dat", "P-1     01001    00c 0 0 0,0 0 1000,-5\n");
+  const WrittenPage page = pageOf("check a.dat --view");
+  ASSERT_EQ(page.head["marks"].size(), 1u);
+  EXPECT_EQ(page.head["marks"][0]["text"],
+            "diameter is below zero: -5; expected a positive number");
+}
+
+// A box has six directions, of 127 along one axis and 0 along the others.
+TEST_F(PageTest, DirectionsAreInSteps) {
+  const TempFolder folder;
+  writeFile("a.dat", "P-1     01001    00b 10 0 0,0 0 0,0 20 0,0 0 30\n");
+  const WrittenPage page = pageOf("view a.dat");
+  const auto normals = page.block<std::int8_t>(page.head["meshes"][0]["normals"], 3);
+  ASSERT_EQ(normals.size(), 24u * 3);  // four corners of six sides
+  int sums[3][2] = {};
+  for (std::size_t i = 0; i < normals.size(); ++i) {
+    if (normals[i] == 0) continue;
+    EXPECT_EQ(std::abs(int{normals[i]}), 127);
+    ++sums[i % 3][normals[i] > 0];
+  }
+  for (const auto& axis : sums) {
+    EXPECT_EQ(axis[0], 4);
+    EXPECT_EQ(axis[1], 4);
+  }
+}
+
 // A damaged record between two others belongs to neither.
 TEST_F(PageTest, MarksNoElementForAFindingBesideThem) {
   const TempFolder folder;

@@ -125,6 +125,7 @@ Drawing::Drawing(const Scene& scene, const DrawingStyle& style)
   SeenLines seen = findSeenLines(surfaces_, style_.width, style_.height,
                                  widthOf(LineWeight::kOutline), style_.poll);
   strokes_ = std::move(seen.strokes);
+  instances_ = std::move(seen.instances);
   for (std::size_t i = 0; i < scene_.points.size(); ++i) {
     if (!seen.points[i]) continue;
     dots_.push_back({projection_.point(scene_.points[i].position), scene_.points[i].element});

@@ -79,6 +79,10 @@ class Drawing {
   const Surfaces& surfaces() const { return surfaces_; }
 
   const std::vector<Stroke>& strokes() const { return strokes_; }
+  // Of a band, in the order of nearestFirst().
+  const std::vector<std::uint32_t>& instancesIn(int band) const {
+    return instances_[static_cast<std::size_t>(band)];
+  }
   const std::vector<Dot>& dots() const { return dots_; }
   const std::vector<Label>& labels() const { return labels_; }
 
@@ -120,6 +124,7 @@ class Drawing {
   double pen_;  // the unit of lines and points of the model, unit_ at the most
   Colour ink_;
   std::vector<Stroke> strokes_;
+  std::vector<std::vector<std::uint32_t>> instances_;
   std::vector<Dot> dots_;
   std::vector<Label> labels_;
   std::size_t farTexts_ = 0;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <tuple>
 #include <utility>
 
@@ -21,6 +22,7 @@ constexpr double kReach = 1e-5;
 // triangle found there covers it: some are narrower than samples. Of lines each
 // pixel counts by itself.
 constexpr double kWellBehind = 1.0;
+constexpr double kRounding = 1e-6;
 
 // In depth. What is further behind than so many times the distance in the drawing
 // is another body or another part of it.
@@ -84,10 +86,15 @@ void Occlusion::findNearest(const ScreenPoint& a, const ScreenPoint& b, const Li
   const ScreenPoint end = between(a, b, part.to);
   const double longest = std::max(std::fabs(end.x - start.x), std::fabs(end.y - start.y));
   const int steps = static_cast<int>(longest * kSamples * 2.0) + 1;
+  int lastColumn = std::numeric_limits<int>::min();
+  int lastRow = lastColumn;
   for (int i = 0; i <= steps; ++i) {
     const ScreenPoint p = between(start, end, static_cast<double>(i) / steps);
     const int column = sampleBefore(p.x);
     const int row = sampleBefore(p.y);
+    if (column == lastColumn && row == lastRow) continue;
+    lastColumn = column;
+    lastRow = row;
     for (int k = 0; k < 4; ++k) {
       const DepthSample* sample = band_.at(column + k % 2, row + k / 2);
       if (sample == nullptr || sample->isEmpty() || own.has(*sample)) continue;
@@ -152,6 +159,18 @@ void Occlusion::dropWellBehind(const ScreenPoint& a, const ScreenPoint& b,
     }
   }
   std::swap(seen, left_);
+}
+
+bool Occlusion::isHidden(const ScreenBox& box) const {
+  const bool isInBand = sampleBefore(box.left) > 0 &&
+                        sampleBefore(box.right) + 2 < band_.columns() &&
+                        sampleBefore(box.top) > band_.firstSampleRow() &&
+                        sampleBefore(box.bottom) + 2 < band_.endSampleRow();
+  return isInBand && band_.isBehind(box, kWellBehind + kRounding);
+}
+
+bool Occlusion::isHidden(const ScreenPoint& a, const ScreenPoint& b) const {
+  return band_.isBehind(a, b, kWellBehind + kRounding);
 }
 
 bool Occlusion::isSeen(const ScreenPoint& p) const {

@@ -47,6 +47,11 @@ class Occlusion {
   void seenParts(const ScreenPoint& a, const ScreenPoint& b, const LinePart& part,
                  const OwnTriangles& own, std::vector<LinePart>& seen);
 
+  // Whether surfaces hide all lines that are in the box. What they hide of some of them
+  // only seenParts() tells.
+  bool isHidden(const ScreenBox& box) const;
+  bool isHidden(const ScreenPoint& a, const ScreenPoint& b) const;
+
   bool isSeen(const ScreenPoint& p) const;
 
   // Whether the drawing falls back or ends on one side of the line through p

@@ -109,9 +109,11 @@ class Painter {
         width_(drawing.style().width),
         band_(surfaces_, width_) {}
 
-  // The rows of a band, into the picture.
-  void paint(int row, int end, Picture& picture) {
-    if (hasFaces_) band_.draw(row, end, 0, bands_);
+  // A band, into the picture.
+  void paint(int band, Picture& picture) {
+    const int row = band * kBandRows;
+    const int end = std::min(row + kBandRows, drawing_.style().height);
+    if (hasFaces_) band_.draw(row, end, 0, drawing_.instancesIn(band), bands_);
     first_ = row * kSamples;
     end_ = end * kSamples;
     samples_.assign(
@@ -276,10 +278,7 @@ Picture paint(const Drawing& drawing, bool hasFaces) {
   Bands bands(drawing.style().poll);
   bands.run(bandsOf(height), [&] {
     const auto painter = std::make_shared<Painter>(drawing, inks, hasFaces, bands);
-    return [&, painter](int band) {
-      const int row = band * kBandRows;
-      painter->paint(row, std::min(row + kBandRows, height), picture);
-    };
+    return [&, painter](int band) { painter->paint(band, picture); };
   });
   return picture;
 }

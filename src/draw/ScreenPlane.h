@@ -11,6 +11,8 @@ namespace Vesk {
 // The plane of a triangle that is not seen from its edge.
 class ScreenPlane {
  public:
+  ScreenPlane() = default;  // at depth 0
+
   explicit ScreenPlane(const ScreenTriangle& t) : origin_(t[0]) {
     const ScreenPoint u = t[1] - t[0];
     const ScreenPoint v = t[2] - t[0];

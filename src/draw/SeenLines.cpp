@@ -42,6 +42,11 @@ std::optional<LinePart> partBetween(const ScreenPoint& a, const ScreenPoint& b, 
   return part;
 }
 
+// The part of a box between two heights.
+ScreenBox boxBetween(const ScreenBox& box, double top, double bottom) {
+  return {box.left, box.right, std::max(box.top, top), std::min(box.bottom, bottom), box.nearest};
+}
+
 bool hasLength(const ScreenPoint& a, const ScreenPoint& b) {
   return std::fabs(a.x - b.x) > kNoLength || std::fabs(a.y - b.y) > kNoLength;
 }
@@ -76,6 +81,7 @@ struct SeenInBand {
   std::vector<LinePiece> freePieces;
   std::vector<std::size_t> points;
   std::vector<std::size_t> texts;
+  std::vector<std::uint32_t> instances;
 };
 
 // Looks at bands, one after the other.
@@ -95,9 +101,11 @@ class Finder {
   SeenInBand look(int firstRow, int endRow, double top, double bottom) {
     SeenInBand seen;
     band_.draw(firstRow, endRow, kMargin, bands_);
+    seen.instances = band_.instancesIn(firstRow, endRow);
     for (std::uint32_t i = 0; i < surfaces_.count(); ++i) {
       if (!surfaces_.isBetween(i, top, bottom)) continue;
       bands_.check();
+      if (occlusion_.isHidden(boxBetween(surfaces_.boxOf(i), top, bottom))) continue;
       lookAtInstance(i, seen.meshPieces, top, bottom);
     }
     const std::vector<FreeLine>& free = lines_.free();
@@ -154,6 +162,7 @@ class Finder {
               std::uint64_t line, std::vector<LinePiece>& pieces, double top, double bottom) {
     const std::optional<LinePart> part = partBetween(a, b, top, bottom);
     if (!part) return;
+    if (occlusion_.isHidden(between(a, b, part->from), between(a, b, part->to))) return;
     occlusion_.seenParts(a, b, *part, own, parts_);
     for (const LinePart& each : parts_) {
       const ScreenPoint middle = between(a, b, (each.from + each.to) / 2.0);
@@ -200,6 +209,7 @@ class StrokeMaker {
     for (SeenInBand& each : found) {
       append(meshPieces_, each.meshPieces);
       append(freePieces_, each.freePieces);
+      seen_.instances.push_back(std::move(each.instances));
       for (const std::size_t i : each.points) seen_.points[i] = true;
       for (const std::size_t i : each.texts) seen_.texts[i] = true;
     }

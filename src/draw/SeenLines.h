@@ -31,6 +31,9 @@ struct SeenLines {
   std::vector<Stroke> strokes;
   std::vector<bool> points;
   std::vector<bool> texts;
+
+  // Of each band, the instances that are seen in it, in the order of nearestFirst().
+  std::vector<std::vector<std::uint32_t>> instances;
 };
 
 // In a drawing of this size. `lineWidth` in pixels says how far from a line the

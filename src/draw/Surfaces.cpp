@@ -20,14 +20,23 @@ double squareOf(const ScreenPoint& a, const ScreenPoint& b) {
   return (b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y);
 }
 
-double acrossOf(const std::vector<ScreenPoint>& points) {
-  ScreenPoint low = points.front();
-  ScreenPoint high = low;
+constexpr double kNowhere = std::numeric_limits<double>::infinity();
+
+// The corners of the box around some points.
+struct Bounds {
+  ScreenPoint low{kNowhere, kNowhere, kNowhere};
+  ScreenPoint high{-kNowhere, -kNowhere, -kNowhere};
+
+  double across() const { return std::hypot(high.x - low.x, high.y - low.y, high.z - low.z); }
+};
+
+Bounds boundsOf(const std::vector<ScreenPoint>& points) {
+  Bounds b;
   for (const ScreenPoint& p : points) {
-    low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-    high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    b.low = {std::min(b.low.x, p.x), std::min(b.low.y, p.y), std::min(b.low.z, p.z)};
+    b.high = {std::max(b.high.x, p.x), std::max(b.high.y, p.y), std::max(b.high.z, p.z)};
   }
-  return std::hypot(high.x - low.x, high.y - low.y, high.z - low.z);
+  return b;
 }
 
 double medianOf(std::vector<double>& numbers) {
@@ -47,8 +56,6 @@ Solid solidOf(const SceneInstance& instance) {
            p.origin.z}};
 }
 
-constexpr double kNowhere = std::numeric_limits<double>::infinity();
-
 }  // namespace
 
 bool facesEye(const ScreenTriangle& t) {
@@ -61,31 +68,26 @@ Surfaces::Surfaces(const Scene& scene, const Projection& projection)
     : scene_(scene), projection_(projection) {
   std::vector<ScreenPoint> points;
   std::vector<double> thicknesses;
-  std::vector<double> nearest;
   const double pixel = 1.0 / projection.scale();
   std::set<Solid> solids;
   for (std::uint32_t i = 0; i < count(); ++i) {
     project(i, points);
+    const Bounds bounds = boundsOf(points);
     const double volume = scene.instances[i].volume;
     if (volume > 0.0) {
-      thicknesses.push_back(std::sqrt(volume / (acrossOf(points) * pixel)) / pixel);
+      thicknesses.push_back(std::sqrt(volume / (bounds.across() * pixel)) / pixel);
     }
-    const auto [top, bottom] =
-        std::minmax_element(points.begin(), points.end(),
-                            [](const ScreenPoint& a, const ScreenPoint& b) { return a.y < b.y; });
     // What is drawn at one place again would be painted over and over, and not be seen.
     const bool isNew = solids.insert(solidOf(scene.instances[i])).second;
-    tops_.push_back(isNew && !points.empty() ? top->y : kNowhere);
-    bottoms_.push_back(isNew && !points.empty() ? bottom->y : -kNowhere);
-    double near = -kNowhere;
-    for (const ScreenPoint& p : points) near = std::max(near, p.z);
-    nearest.push_back(near);
+    boxes_.push_back({bounds.low.x, bounds.high.x, isNew ? bounds.low.y : kNowhere,
+                      isNew ? bounds.high.y : -kNowhere, bounds.high.z});
   }
   thickness_ = medianOf(thicknesses);
-  nearestFirst_.resize(nearest.size());
+  nearestFirst_.resize(boxes_.size());
   std::iota(nearestFirst_.begin(), nearestFirst_.end(), 0U);
-  std::stable_sort(nearestFirst_.begin(), nearestFirst_.end(),
-                   [&](std::uint32_t a, std::uint32_t b) { return nearest[a] > nearest[b]; });
+  std::stable_sort(
+      nearestFirst_.begin(), nearestFirst_.end(),
+      [&](std::uint32_t a, std::uint32_t b) { return boxes_[a].nearest > boxes_[b].nearest; });
 }
 
 void Surfaces::project(std::uint32_t instance, std::vector<ScreenPoint>& points) const {

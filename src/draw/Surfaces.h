@@ -19,6 +19,15 @@ inline double doubleArea(const ScreenTriangle& t) {
   return (t[2].x - t[0].x) * (t[1].y - t[0].y) - (t[1].x - t[0].x) * (t[2].y - t[0].y);
 }
 
+// Where something may be in the drawing, and how near to the eye it comes.
+struct ScreenBox {
+  double left;
+  double right;
+  double top;
+  double bottom;
+  double nearest;
+};
+
 // Whether a triangle is seen, and not from its edge.
 bool facesEye(const ScreenTriangle& t);
 
@@ -39,8 +48,11 @@ class Surfaces {
   // Whether an instance has a part between these heights. Of instances that are the
   // same, at the same place, the first alone has any.
   bool isBetween(std::uint32_t instance, double top, double bottom) const {
-    return tops_[instance] <= bottom && bottoms_[instance] >= top;
+    return boxes_[instance].top <= bottom && boxes_[instance].bottom >= top;
   }
+
+  // Of what isBetween some heights.
+  const ScreenBox& boxOf(std::uint32_t instance) const { return boxes_[instance]; }
 
   // All instances, the one that comes nearest to the eye first.
   const std::vector<std::uint32_t>& nearestFirst() const { return nearestFirst_; }
@@ -58,8 +70,7 @@ class Surfaces {
  private:
   const Scene& scene_;
   const Projection& projection_;
-  std::vector<double> tops_;
-  std::vector<double> bottoms_;
+  std::vector<ScreenBox> boxes_;
   std::vector<std::uint32_t> nearestFirst_;
   double thickness_;
 };

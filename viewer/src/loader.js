@@ -3,11 +3,9 @@
 // names the code by its hash, as it does this.
 const alone = document.currentScript;
 const say = (text) => {
-  const line = document.createElement('p');
-  line.className = 'loading';
+  const line = document.querySelector('.loading p');
   line.setAttribute('role', 'alert');
   line.textContent = text;
-  document.getElementById('app').replaceChildren(line);
 };
 
 async function load() {

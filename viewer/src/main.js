@@ -15,6 +15,7 @@ function take(id) {
 
 async function start() {
   const root = document.getElementById('app');
+  const waiting = root.firstElementChild;
   try {
     const [head, data] = await Promise.all([take('vesk-scene'), take('vesk-data')]);
     const scene = decodeScene(JSON.parse(new TextDecoder().decode(head)), data);
@@ -22,7 +23,8 @@ async function start() {
     // For scripts and tests.
     globalThis.vesk = new App(root, scene);
   } catch (error) {
-    root.replaceChildren(h('p', { class: 'loading', role: 'alert' }, `The model can't be shown: ${error.message}`));
+    waiting.querySelector('p').replaceWith(h('p', { role: 'alert' }, `The model can't be shown: ${error.message}`));
+    root.replaceChildren(waiting);
   }
 }
 

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Opens pages in headless Chromium and looks at them.
-import { mkdtempSync, rmSync, writeFileSync } from 'node:fs';
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { pathToFileURL } from 'node:url';
 
 import { chromium } from 'playwright-core';
+
+const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 
 // Drawn by software, so that any machine will do; without talk to the network.
 const FLAGS = [
@@ -118,6 +121,15 @@ class Page {
     await this.evaluate(
       () => new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(() => done()))),
     );
+  }
+
+  /** What a reader of screens, or of a keyboard only, would stumble over: a rule and where. */
+  async violations() {
+    await this.evaluate(axe);
+    return this.evaluate(async () => {
+      const { violations } = await globalThis.axe.run(document, { resultTypes: ['violations'] });
+      return violations.flatMap(({ id, nodes }) => nodes.map(({ target }) => `${id}: ${target}`));
+    });
   }
 
   async press(...keys) {

@@ -566,6 +566,14 @@ const checks = {
     return page;
   },
 
+  async WhatIsChosenCanBeReadInTheDark(browser) {
+    const page = await open(browser, {}, { colorScheme: 'dark' });
+    const { width, height } = await page.stage();
+    await page.click([width / 2, height / 2]);
+    assert.equal(await page.locator('.row[aria-selected=true]').count(), 1);
+    return page;
+  },
+
   async SavesAPicture(browser) {
     const page = await open(browser, { title: 'Pump / house' });
     const wait = page.page.waitForEvent('download');
@@ -1421,6 +1429,18 @@ const toolChecks = {
   },
 };
 
+// After these a page has all that it can have beside the model, or nothing else. axe takes a
+// good part of a second.
+const FOR_ANYONE = new Set([
+  'ClickShowsTheRecord', 'TreeGroupsByKind', 'Searches', 'CutsAreFilled', 'MeasuresAnglesAndGaps',
+  'MarksAreColouredAndListed', 'FailuresAreToldAtTheElement', 'HostileTextsStayTexts',
+  'ColoursByHeaderSizeAndItem', 'AComponentIsOneThing', 'SearchResultsAreSelectedAndCopied',
+  'ViewsAreSaved', 'ABoxCutsByNumbers', 'WhatIsChosenCanBeReadInTheDark', 'HelpListsTheKeys',
+  'EverythingHasANameAndTheKeyboard', 'SmallScreensHaveOneRowOfTools',
+  'ATapTellsTheDetailsOnSmallScreens', 'AnEmptyModelIsAPage', 'AnOldBrowserIsTold',
+  'DamagedDataIsSaid', 'WithoutWebGLItIsSaid', 'FindingsAreFlownTo', 'ToolMarksWhatDiffers',
+]);
+
 async function main() {
   const browser = await Browser.start(options.chromium);
   const folder = browser.folder;
@@ -1444,6 +1464,7 @@ async function main() {
       if (options.shots) await page.page.screenshot({ path: join(options.shots, `${name}.png`) });
       assert.deepEqual(page.errors, [], 'errors on the console');
       assert.equal(page.requests.length, 1, `requests: ${page.requests}`);
+      if (FOR_ANYONE.has(name)) assert.deepEqual(await page.violations(), [], 'hard to reach');
       await page.close();
       console.log(`passed  ${name}  ${Date.now() - begin} ms`);
     } catch (error) {

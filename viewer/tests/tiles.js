@@ -133,6 +133,7 @@ for (const [name, check] of Object.entries(checks)) {
   try {
     const page = await check(browser, address, folder);
     assert.deepEqual(page.errors, []);
+    assert.deepEqual(await page.violations(), []);
     const strange = page.requests.filter((url) => !url.startsWith(address) && !/^(file|data):/.test(url));
     assert.deepEqual(strange, []);
     if (options.shots) writeFileSync(join(options.shots, `${name}.png`), await page.page.screenshot());

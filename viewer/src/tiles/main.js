@@ -34,8 +34,11 @@ const VIEW = new Vector3(-1, -1, 0.8).normalize();
 const CLICK = 4;
 const NAMES = { header: 'Header', kind: 'Kind', file: 'File', line: 'Line' };
 
+const heading = () => h('h1', {}, document.title);
+
 function say(text) {
-  document.getElementById('app').replaceChildren(h('p', { class: 'loading', role: 'alert' }, text));
+  const alert = h('p', { role: 'alert' }, text);
+  document.getElementById('app').replaceChildren(h('div', { class: 'loading' }, heading(), alert));
 }
 
 class Page {
@@ -58,7 +61,7 @@ class Page {
     this.details = h('div', { class: 'details', role: 'status', hidden: true });
     const fit = h('button', { type: 'button' }, 'Fit');
     fit.addEventListener('click', () => this.fit());
-    root.replaceChildren(canvas, h('div', { class: 'bar' }, fit, this.count), this.details);
+    root.replaceChildren(canvas, h('div', { class: 'bar' }, heading(), fit, this.count), this.details);
 
     this.#camera.up.set(0, 0, 1);
     this.#scene.add(new AmbientLight(0xffffff, 1.2), this.#light, this.#tiles.group);

@@ -8,6 +8,7 @@
 #include <memory>
 #include <ostream>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "draw/Bands.h"
@@ -81,6 +82,28 @@ TEST(DepthBandTest, OfTwoAtOneDepthTheFirstIsTaken) {
   band.draw(0, kSide, 0, bands);
   for (int row = 8; row < kSide * kSamples - 8; ++row) {
     EXPECT_EQ(band.at(kSide, row)->instance, 0U) << row;
+  }
+}
+
+// Where a smaller plate ends within a tile too, whichever of both comes first.
+TEST(DepthBandTest, OfTwoAtOneDepthTheFirstIsTakenUpToItsEnd) {
+  for (const bool isSmallFirst : {true, false}) {
+    Model model{face({{0, 0, 0}, {40, 0, 0}, {40, 100, 0}, {0, 100, 0}}),
+                face({{0, 0, 0}, {100, 0, 0}, {100, 100, 0}, {0, 100, 0}})};
+    if (!isSmallFirst) std::swap(model[0], model[1]);
+    const Scene scene = sceneOf(model);
+    const Projection projection = topOf(scene);
+    const Surfaces surfaces(scene, projection);
+    DepthBand band(surfaces, kSide);
+    Bands bands({});
+    band.draw(0, kSide, 0, bands);
+    for (int row = 0; row < kSide * kSamples; ++row) {
+      for (int column = 0; column < kSide * kSamples; ++column) {
+        const double x = (column + 0.5) / (kSide * kSamples) * 100;
+        ASSERT_EQ(band.at(column, row)->instance, isSmallFirst && x > 40 ? 1U : 0U)
+            << x << ' ' << row;
+      }
+    }
   }
 }
 

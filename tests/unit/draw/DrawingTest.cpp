@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -212,6 +215,201 @@ TEST(DrawingTexts, AreLeftOutWhereAHundredOthersLie) {
     EXPECT_EQ(drawing.labels().size(), each.drawn) << each.name;
     EXPECT_EQ(drawing.buriedTexts(), each.texts - each.drawn) << each.name;
     EXPECT_EQ(drawing.labels().front().text, "0NOT") << each.name;
+  }
+}
+
+constexpr double kDegree = 3.14159265358979323846 / 180;
+
+std::shared_ptr<Geo> leaningText(const GeVector& along, const GeVector& up, double height) {
+  return std::make_shared<Txt>(GePoint(500, -1, 500), along, up, height / 4, height, 1, 0, "LLLL");
+}
+
+GeVector directionAt(double degrees) {
+  return {std::cos(degrees * kDegree), 0, std::sin(degrees * kDegree)};
+}
+
+struct ReadableCase {
+  const char* name;
+  double along;  // degrees
+  double up;
+  double height;
+  bool isReadable;
+};
+
+// Of 300 by 300 a plate of 1000 takes 300 - 2 * 36 * 0.7 = 249.6 pixels: a text of 7 * 0.7 pixels
+// is 19.63 high. Between both directions the sine is above a quarter from 14.48 degrees on,
+// counted forwards.
+const ReadableCase kReadable[] = {
+    {"Upright", 0, 90, 100, true},
+    {"Slanting", 30, 120, 100, true},
+    {"UpsideDown", 180, 270, 100, true},
+    {"Mirrored", 180, 90, 100, false},
+    {"MirroredUpsideDown", 0, 270, 100, false},
+    {"LeaningFarForwards", 0, 15, 100, true},
+    {"LeaningTooFarForwards", 0, 14, 100, false},
+    {"LeaningFarBack", 0, 165, 100, true},
+    {"LeaningTooFarBack", 0, 166, 100, false},
+    {"SevenPixelsHigh", 0, 90, 19.64, true},
+    {"NotSevenPixelsHigh", 0, 90, 19.62, false},
+};
+
+TEST(DrawingTexts, LieInTheirPlaneWhereTheyCanBeRead) {
+  for (const ReadableCase& each : kReadable) {
+    Model model = plate(1000, 1000);
+    model.push_back(leaningText(directionAt(each.along), directionAt(each.up), each.height));
+    const Scene scene = sceneOf(model);
+    const Drawing drawing(scene, plainStyle("front", 300, 300));
+    ASSERT_EQ(drawing.labels().size(), 1U) << each.name;
+    const Label& label = drawing.labels()[0];
+    const double pixels = each.height * 0.2496;
+    // As wide as its height; level ones are 6.3 high and as wide as the font makes them.
+    EXPECT_NEAR(label.width, each.isReadable ? 1.0 : 0.0, 1e-9) << each.name;
+    const GeVector along = directionAt(each.along) * pixels;
+    const GeVector up = directionAt(each.up) * pixels;
+    EXPECT_NEAR(label.along.x, each.isReadable ? along.x : 6.3, 1e-9) << each.name;
+    EXPECT_NEAR(label.along.y, each.isReadable ? -along.z : 0.0, 1e-9) << each.name;
+    EXPECT_NEAR(label.up.x, each.isReadable ? up.x : 0.0, 1e-9) << each.name;
+    EXPECT_NEAR(label.up.y, each.isReadable ? -up.z : -6.3, 1e-9) << each.name;
+    // 0.18 of the height, and 2.5 * 0.7 at the most.
+    const double halo = each.isReadable ? std::min(0.18 * pixels, 1.75) : 0.18 * 6.3;
+    EXPECT_NEAR(drawing.haloOf(label), halo, 1e-9) << each.name;
+  }
+}
+
+struct EdgeCase {
+  const char* name;
+  int pixels;
+  GePoint at;
+  const char* text;
+  double x;
+  double y;
+};
+
+// Of 300 by 300 a plate of 1000 takes 25.2 to 274.8, and a level text is 6.3 high: LLLL, 22 sixths
+// wide, takes 23.1 and keeps 6.3 from the edge. Of 40 by 40 it takes 5 to 35, and L takes 4.2.
+const EdgeCase kEdges[] = {
+    {"InTheMiddle", 300, {500, -1, 500}, "LLLL", 150, 150},
+    {"AtTheLeft", 300, {0, -1, 500}, "LLLL", 25.2, 150},
+    {"AtTheRight", 300, {1000, -1, 500}, "LLLL", 300 - 23.1 - 6.3, 150},
+    {"AtTheLeftOfASmallOne", 40, {0, -1, 500}, "L", 6.3, 20},
+    {"AtTheRightOfASmallOne", 40, {1000, -1, 500}, "L", 40 - 4.2 - 6.3, 20},
+    {"WiderThanTheDrawing", 40, {500, -1, 500}, "LLLLLLLLLLLL", 6.3, 20},
+    {"AtTheTopOfASmallOne", 40, {500, -1, 1000}, "L", 20, 12.6},
+    {"AtTheBottomOfASmallOne", 40, {500, -1, 0}, "L", 20, 40 - 6.3},
+};
+
+TEST(DrawingTexts, LevelOnesStayWithinTheDrawing) {
+  for (const EdgeCase& each : kEdges) {
+    Model model = plate(1000, 1000);
+    model.push_back(std::make_shared<Txt>(each.at, GeVector(1, 0, 0), GeVector(0, 0, 1), 0.01, 0.01,
+                                          1, 0, each.text));
+    const Scene scene = sceneOf(model);
+    const Drawing drawing(scene, plainStyle("front", each.pixels, each.pixels));
+    ASSERT_EQ(drawing.labels().size(), 1U) << each.name;
+    EXPECT_NEAR(drawing.labels()[0].place.x, each.x, 1e-3) << each.name;
+    EXPECT_NEAR(drawing.labels()[0].place.y, each.y, 1e-3) << each.name;
+  }
+}
+
+struct OverlapCase {
+  const char* name;
+  double right;  // of the second text from the first, pixels
+  double up;
+  std::size_t labels;
+};
+
+// Each takes 23.1 by 6.3 and keeps 0.3 of its height free at the sides and above, 0.4 below: 26.88
+// by 10.71.
+const OverlapCase kOverlaps[] = {
+    {"SamePlace", 0, 0, 1},         {"BesideIt", 26.8, 0, 1},       {"FurtherBesideIt", 27, 0, 2},
+    {"BeforeIt", -26.8, 0, 1},      {"FurtherBeforeIt", -27, 0, 2}, {"AboveIt", 0, 10.6, 1},
+    {"FurtherAboveIt", 0, 10.8, 2}, {"BelowIt", 0, -10.6, 1},       {"FurtherBelowIt", 0, -10.8, 2},
+    {"Aslant", 26.8, -10.6, 1},
+};
+
+TEST(DrawingTexts, OfLevelOnesOverEachOtherTheFirstStays) {
+  for (const OverlapCase& each : kOverlaps) {
+    Model model = plate(1000, 1000);
+    model.push_back(std::make_shared<Txt>(GePoint(500, -1, 500), GeVector(1, 0, 0),
+                                          GeVector(0, 0, 1), 0.01, 0.01, 1, 0, "LLLL"));
+    model.push_back(
+        std::make_shared<Txt>(GePoint(500 + each.right / 0.2496, -1, 500 + each.up / 0.2496),
+                              GeVector(1, 0, 0), GeVector(0, 0, 1), 0.01, 0.01, 1, 0, "TTTT"));
+    const Scene scene = sceneOf(model);
+    const Drawing drawing(scene, plainStyle("front", 300, 300));
+    ASSERT_EQ(drawing.labels().size(), each.labels) << each.name;
+    EXPECT_EQ(drawing.labels()[0].text, "LLLL") << each.name;
+  }
+}
+
+// An outline is 1.6, an edge 0.9, a polyline 2.2 and a point 3 to each side, in a drawing of 900.
+// Small drawings have 0.7 of that at least.
+TEST(DrawingLines, HaveTheirWidths) {
+  const Scene scene = sceneOf(plate(1000, 1000));
+  struct Row {
+    int pixels;
+    double unit;
+  };
+  const Row rows[] = {{720, 0.8}, {450, 0.7}, {90, 0.7}};
+  for (const Row& row : rows) {
+    const Drawing drawing(scene, plainStyle("front", row.pixels, row.pixels));
+    EXPECT_NEAR(drawing.widthOf(LineWeight::kOutline), 1.6 * row.unit, 1e-9) << row.pixels;
+    EXPECT_NEAR(drawing.widthOf(LineWeight::kEdge), 0.9 * row.unit, 1e-9) << row.pixels;
+    EXPECT_NEAR(drawing.widthOf(LineWeight::kLine), 2.2 * row.unit, 1e-9) << row.pixels;
+    EXPECT_NEAR(drawing.dotRadius(), 3.0 * row.unit, 1e-9) << row.pixels;
+  }
+}
+
+// 36 to either side, eight times as much at the most.
+TEST(DrawingArea, MarginsGrowWithTheDrawing) {
+  const Scene scene = sceneOf(plate(1000, 1000));
+  struct Row {
+    int pixels;
+    double margin;
+  };
+  const Row rows[] = {{1800, 72}, {7200, 288}, {9000, 288}};
+  for (const Row& row : rows) {
+    const DrawingStyle style = plainStyle("front", row.pixels, row.pixels);
+    EXPECT_NEAR(Drawing::scaleOf(scene, style) * 1000, row.pixels - 2 * row.margin, 1e-9);
+  }
+}
+
+struct InkCase {
+  Colour paper;
+  Colour ink;
+};
+
+TEST(DrawingLines, AreDarkOnLightPaperAndLightOnDark) {
+  const Scene scene = sceneOf(plate(1000, 1000));
+  const InkCase rows[] = {
+      {{255, 255, 255}, {28, 36, 48}}, {{0, 0, 0}, {228, 233, 239}},
+      {{128, 128, 128}, {28, 36, 48}}, {{100, 100, 100}, {228, 233, 239}},
+      {{0, 255, 0}, {28, 36, 48}},     {{0, 0, 255}, {228, 233, 239}},
+  };
+  for (const InkCase& row : rows) {
+    DrawingStyle style = plainStyle("front");
+    style.background = row.paper;
+    EXPECT_EQ(Drawing(scene, style).ink(), row.ink) << int{row.paper.red};
+  }
+}
+
+struct LengthCase {
+  double width;  // of a plate that 249.6 pixels of 300 show, half as high
+  const char* text;
+};
+
+// A quarter of 300 pixels at 249.6 for the plate: 0.30048 of its width, and the largest of 1, 2
+// and 5 below; metres from 10 on.
+TEST(DrawingFurniture, ScaleBarHasARoundLength) {
+  const LengthCase rows[] = {
+      {332, "50 mm"},   {333, "100 mm"},  {664, "100 mm"},   {667, "200 mm"},    {1663, "200 mm"},
+      {1665, "500 mm"}, {3327, "500 mm"}, {3329, "1000 mm"}, {33278, "5000 mm"}, {33281, "10 m"},
+      {66554, "10 m"},  {66561, "20 m"},  {5, "1 mm"},       {0.5, "0.1 mm"},    {1e7, "2000 m"},
+  };
+  for (const LengthCase& row : rows) {
+    const Scene scene = sceneOf({box({0, 0, 0}, {row.width, row.width, row.width / 2})});
+    const Drawing drawing(scene, styleOf("front", 300, 300));
+    EXPECT_EQ(drawing.labels().at(0).text, row.text) << row.width;
   }
 }
 

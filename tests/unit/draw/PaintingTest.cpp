@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <ostream>
@@ -9,6 +10,7 @@
 
 #include "draw/Models.h"
 #include "draw/Painter.h"
+#include "draw/StrokeFont.h"
 
 namespace Vesk {
 
@@ -228,6 +230,28 @@ TEST(Painting, LargeTextsHaveWideStrokes) {
   const Picture picture = pictureOf({text({0, 0, 0}, "L")}, plainStyle("front"));
   EXPECT_EQ(picture.at(15, 40), kInk);
   EXPECT_EQ(picture.at(17, 40), kWhite);
+}
+
+// The text over the scale bar is as far to its left as to its right.
+TEST(Painting, NotesStandAboutTheirMiddle) {
+  DrawingStyle style = plainStyle("front", 300, 300);
+  style.isPlain = false;
+  const Scene scene = sceneOf({box({0, 0, 0}, {1000, 1, 1})});
+  const Drawing drawing(scene, style);
+  const Label& label = drawing.labels().at(0);
+  const Picture picture = paint(drawing, true);
+  int left = 300;
+  int right = 0;
+  for (int y = static_cast<int>(label.place.y) - 7; y < static_cast<int>(label.place.y); ++y) {
+    for (int x = 0; x < 150; ++x) {
+      if (picture.at(x, y) == kWhite) continue;
+      left = std::min(left, x);
+      right = std::max(right, x + 1);
+    }
+  }
+  EXPECT_NEAR((left + right) / 2.0, label.place.x, 1.0);
+  // As wide as the font makes it, and half a pixel of ink on either side.
+  EXPECT_NEAR(right - left, 6.3 * StrokeFont::widthOf(label.text) + 1.0, 1.5);
 }
 
 // A thousand plates at one place look as one does, and take no longer to draw.

@@ -460,6 +460,16 @@ TEST_P(DepthOf, IsMeasuredUntilItIsEnough) {
   EXPECT_LE(depthOf(*a, *b, 0.1), GetParam().depth + kDistanceError);
 }
 
+// Short of what would be enough it is as exact as without a limit.
+TEST_P(DepthOf, IsMeasuredUpToWhatIsEnough) {
+  const std::optional<Body> a = Body::of(*GetParam().a);
+  const std::optional<Body> b = Body::of(*GetParam().b);
+  ASSERT_TRUE(a && b);
+  if (GetParam().depth < 1) return;
+  EXPECT_GE(depthOf(*a, *b, GetParam().depth * 1.2), GetParam().depth - 1.0);
+  EXPECT_GE(depthOf(*b, *a, GetParam().depth * 1.2), GetParam().depth - 1.0);
+}
+
 // The point that an overlap is named by is in both.
 TEST_P(DepthOf, HasAPlaceInBoth) {
   const std::optional<Body> a = Body::of(*GetParam().a);

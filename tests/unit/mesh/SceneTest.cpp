@@ -454,6 +454,37 @@ TEST(Scene, HeadersAreKeptOnce) {
   EXPECT_EQ(builder.headerId("C"), 0U);  // as new
 }
 
+// Both fields tell headers apart, wherever one ends and the other begins.
+TEST(Scene, HeadersAreOfBothFields) {
+  SceneBuilder builder(k32);
+  EXPECT_EQ(builder.headerId("A", "BC"), 0U);
+  EXPECT_EQ(builder.headerId("AB", "C"), 1U);
+  EXPECT_EQ(builder.headerId("ABC", ""), 2U);
+  EXPECT_EQ(builder.headerId("ABC"), 2U);
+  EXPECT_EQ(builder.headerId("A", "BC"), 0U);
+  const Scene scene = builder.finish();
+  EXPECT_EQ(scene.headers, (std::vector<std::string>{"A", "AB", "ABC"}));
+  EXPECT_EQ(scene.groups, (std::vector<std::string>{"BC", "C", ""}));
+}
+
+// The same corners, with a normal of its own at the first or at the second.
+TEST(Scene, FacesOfOtherNormalsAreOtherMeshes) {
+  const auto triangle = [](std::size_t which) {
+    auto made = std::make_shared<Pgon>();
+    const GePoint corners[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+    for (std::size_t i = 0; i < 3; ++i) {
+      if (i == which) {
+        made->addVertex(corners[i], {0, 3, 4});
+      } else {
+        made->addVertex(corners[i]);
+      }
+    }
+    return made;
+  };
+  EXPECT_EQ(sceneOf({*triangle(0), *triangle(1)}).meshes.size(), 2U);
+  EXPECT_EQ(sceneOf({*triangle(0), *triangle(0)}).meshes.size(), 1U);
+}
+
 struct SegmentCase {
   const char* name;
   double radius;

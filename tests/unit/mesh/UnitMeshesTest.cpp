@@ -101,6 +101,16 @@ TEST(UnitMeshes, NormalsAreThoseOfTheTrueSurface) {
     EXPECT_NEAR(n.y, p.y / radius / 1.25, 1e-12);
     EXPECT_NEAR(n.z, 0.75 / 1.25, 1e-12);
   }
+  // At the apex each side has the direction of its middle, 22.5 degrees further on.
+  const Mesh tip = unitCone(8, 0);
+  for (std::size_t i = 0; i < 8; ++i) {
+    const double angle = (static_cast<double>(i) + 0.5) * std::acos(-1.0) / 4;
+    const GeVector& n = tip.normals[tip.triangleNormals[i][2]];
+    EXPECT_EQ(tip.positions[tip.triangles[i][2]], GePoint(0, 0, 1)) << i;
+    EXPECT_NEAR(n.x, std::cos(angle) / std::sqrt(2.0), 1e-12) << i;
+    EXPECT_NEAR(n.y, std::sin(angle) / std::sqrt(2.0), 1e-12) << i;
+    EXPECT_NEAR(n.z, 1 / std::sqrt(2.0), 1e-12) << i;
+  }
   // Away from the middle of the tube.
   const Mesh bend = unitTorus(4, 8, 0.25, 1);
   for (std::size_t i = 0; i < std::size_t{4 * 8 * 2}; ++i) {

@@ -54,6 +54,10 @@ const HoleCase kCases[] = {
     {"SideThatLeansInward", {{{0, 0}, {100, 0}, {90, 100}, {0, 100}}, kHole}, 10, 9500 - 400},
     {"ToothFromBelowAndASideThatLeansInward",
      {{{0, 0}, {50, 0}, {60, 25}, {70, 0}, {100, 0}, {90, 100}, {0, 100}}, kArrow}, 12, 9500 - 250 - 100},
+    // To the right is a side that leans far over the hole: its upper end, or its lower one, lies
+    // to the left of it, behind another side of the hole.
+    {"SideThatLeansOverTheHole", {{{0, 0}, {10, 0}, {0.5, 4}}, {{1, 1}, {1, 3.4}, {2, 2}}}, 8, 20 - 1.2},
+    {"SideThatLeansUnderTheHole", {{{0.5, 0}, {10, 4}, {0, 4}}, {{1, 3}, {2, 2}, {1, 0.6}}}, 8, 20 - 1.2},
     {"HoleBeyondTheRight", {kSquare, {{120, 20}, {120, 40}, {140, 40}}}, 0, 0},
     {"HoleAbove", {kSquare, {{20, 120}, {20, 140}, {40, 140}}}, 0, 0},
     {"HoleTouchingTheOutline", {kSquare, {{20, 20}, {20, 40}, {100, 30}}}, 9, 10000 - 80 * 20 / 2},

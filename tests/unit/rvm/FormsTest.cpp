@@ -242,6 +242,84 @@ TEST(ReviewForms, WhatIsOddIsCounted) {
   }
 }
 
+// Of what is odd more than once the first place is told: the byte of a chunk, or its line.
+TEST(ReviewForms, FirstOfManyOddPlacesIsTold) {
+  for (const auto form : kForms) {
+    ReviewWriter writer(form);
+    writer.group("/A");
+    const std::string& bytes = writer.bytes();
+    const auto lines = static_cast<std::uint64_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+    const std::uint64_t place = form == kForms[0] ? bytes.size() : lines + 1;
+    for (int i = 0; i < 3; ++i) {
+      writer.chunk("ABCD", {1, 2, 3});
+      writer.shape(8, kUpright, kBox, kPipe);
+    }
+    writer.end();
+    const ReviewReading reading = readReviewText(writer.finish());
+    const Vesk::ReviewOddityCount& odd =
+        reading.counts.oddities[static_cast<std::size_t>(Vesk::ReviewOddity::kUnknownChunk)];
+    EXPECT_EQ(odd.count, 3U);
+    EXPECT_EQ(odd.first, place);
+  }
+}
+
+struct IntegerCase {
+  const char* text;
+  bool isTaken;
+};
+
+// The material of a group in the text form, which the binary one has in 32 bits.
+TEST(ReviewForms, WholeNumbersOfATextAreThoseOf32Bits) {
+  const IntegerCase rows[] = {
+      {"0", true},   {"65536", true}, {"4294967295", true}, {"4294967296", false},
+      {"-1", false}, {"1.5", false},  {"7.0", true},        {"+7", true},
+  };
+  for (const IntegerCase& row : rows) {
+    ReviewWriter writer(kForms[1]);
+    writer.group("/A", 123456);
+    writer.shape(8, kUpright, kBox, kPipe);
+    writer.end();
+    std::string bytes = writer.finish();
+    const std::size_t at = bytes.find("123456");
+    ASSERT_NE(at, std::string::npos);
+    bytes.replace(at, 6, row.text);
+    const ReviewReading reading = readReviewText(bytes);
+    EXPECT_EQ(
+        reading.fault.find("a whole number of the chunk CNTB was expected") == std::string::npos,
+        row.isTaken)
+        << row.text << ": " << reading.fault;
+    EXPECT_EQ(reading.elements.size(), row.isTaken ? 1U : 0U) << row.text;
+  }
+}
+
+struct VersionCase {
+  const char* version;
+  std::size_t newer;
+};
+
+// What follows a group's material is odd up to version 2; from 3 on it may say more.
+TEST(ReviewForms, GroupsOfATextMaySayMoreFromVersionThreeOn) {
+  for (const VersionCase& row : {VersionCase{"1", 1}, {"2", 1}, {"3", 0}, {"4", 0}}) {
+    ReviewWriter writer(kForms[1]);
+    writer.group("/A", 123456);
+    writer.shape(8, kUpright, kBox, kPipe);
+    writer.end();
+    std::string bytes = writer.finish();
+    bytes.replace(bytes.find("123456"), 6, "7\n     50");
+    const std::size_t group = bytes.find("CNTB\n");
+    ASSERT_NE(group, std::string::npos);
+    const std::size_t end = bytes.find('\n', group + 5);
+    bytes.replace(end - 1, 1, row.version);
+    const ReviewReading reading = readReviewText(bytes);
+    EXPECT_EQ(reading.fault, "") << row.version;
+    EXPECT_EQ(
+        reading.counts.oddities[static_cast<std::size_t>(Vesk::ReviewOddity::kNewerBody)].count,
+        row.newer)
+        << row.version;
+    EXPECT_EQ(reading.elements.size(), 1U) << row.version;
+  }
+}
+
 TEST(ReviewForms, HeadAndModelComeOnceAndFirst) {
   const std::string head = "HEAD\n1 1\na\nb\nc\nd\n";
   const std::string model = "MODL\n1 1\np\nm\n";

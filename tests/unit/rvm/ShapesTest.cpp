@@ -151,6 +151,61 @@ TEST(ReviewBends, AreOf120DegreesAtMost) {
   }
 }
 
+struct SweepCase {
+  const char* name;
+  std::uint32_t kind;
+  Numbers parameters;
+  Numbers box;
+};
+
+constexpr double kDegree = kPi / 180.0;
+
+// Of a ring of 50 or a section from 100 to 300 that turns so far from x towards y: it is as wide
+// as its ends and the axes that it passes. sin 45 = cos 45 = 0.707107, sin 200 = -0.342020.
+const SweepCase kSweeps[] = {
+    {"RingOf45", 4, {300, 50, 45 * kDegree}, {176.777, 0, -50, 350, 247.487, 50}},
+    {"RingOf120", 4, {300, 50, 120 * kDegree}, {-175, 0, -50, 350, 350, 50}},
+    {"RingOf200", 4, {300, 50, 200 * kDegree}, {-350, -119.707, -50, 350, 350, 50}},
+    {"RingOf300", 4, {300, 50, 300 * kDegree}, {-350, -350, -50, 350, 350, 50}},
+    {"RingOf360", 4, {300, 50, 360 * kDegree}, {-350, -350, -50, 350, 350, 50}},
+    {"SectionOf45", 3, {100, 300, 50, 45 * kDegree}, {70.711, 0, -25, 300, 212.132, 25}},
+    {"SectionOf120", 3, {100, 300, 50, 120 * kDegree}, {-150, 0, -25, 300, 300, 25}},
+    {"SectionOf200", 3, {100, 300, 50, 200 * kDegree}, {-300, -102.606, -25, 300, 300, 25}},
+    {"SectionOf300", 3, {100, 300, 50, 300 * kDegree}, {-300, -300, -25, 300, 300, 25}},
+    // A bowl of 500 across and 250 high; more than half a sphere: of 300 at its rim and 600 high
+    // the sphere has a radius of (300 * 300 + 600 * 600) / 1200 = 375.
+    {"EllipticalDish", 5, {500, 250}, {-500, -500, 0, 500, 500, 250}},
+    {"SphericalDish", 6, {500, 250}, {-500, -500, 0, 500, 500, 250}},
+    {"MoreThanHalfASphere", 6, {300, 600}, {-375, -375, 0, 375, 375, 600}},
+    {"SnoutThatLeans", 7, {100, 50, 200, 40, -20, 0, 0, 0, 0}, {-120, -90, -100, 80, 110, 100}},
+};
+
+// Each number of the box that stands beside them counts, two millimetres of it.
+TEST(ReviewBoxes, AreThoseOfTheShapes) {
+  for (const SweepCase& row : kSweeps) {
+    for (std::size_t i = 0; i <= 6; ++i) {
+      for (const double by : {-2.0, 2.0}) {
+        Numbers box = row.box;
+        if (i < 6) box[i] += by;
+        ReviewWriter writer(ReviewWriter::Form::kBinary);
+        writer.shape(row.kind, kUpright, box, row.parameters);
+        EXPECT_EQ(readReviewText(writer.finish()).counts.boxesDisagree, i < 6 ? 1U : 0U)
+            << row.name << ' ' << i << ' ' << by;
+      }
+    }
+  }
+}
+
+// Lengths agree within 0.02 mm and a thousandth.
+TEST(ReviewBoxes, AgreeWithinAThousandth) {
+  for (const auto& [half, disagree] : {std::pair(500.51, 0U), std::pair(500.54, 1U),
+                                       std::pair(499.49, 0U), std::pair(499.46, 1U)}) {
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.shape(8, kUpright, {-50, -50, -500, 50, 50, half}, {50, 1000});
+    EXPECT_EQ(readReviewText(writer.finish()).counts.boxesDisagree, disagree) << half;
+  }
+}
+
 // Volumes of what is sliced or faceted, from formulas.
 struct RoundCase {
   const char* name;
@@ -251,6 +306,33 @@ TEST(ReviewRound, IsSlicedOrFacetedWithinTheTolerance) {
     }
     EXPECT_LT(before, 1e-3 * row.volume) << row.name;
   }
+}
+
+// Of two spheres the one that is further off counts, whichever comes first.
+TEST(ReviewRound, DeviationOfAKindIsTheLargest) {
+  const auto deviationOf = [](const std::vector<double>& diameters) {
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    for (const double d : diameters) {
+      const double r = d / 2;
+      writer.shape(9, kUpright, {-r, -r, -r, r, r, r}, {d});
+    }
+    return readReviewText(writer.finish(), {.tolerance = 1.0}).counts.kinds[9].deviation;
+  };
+  // Of 4 there are pieces of 45 degrees: 2 (1 - cos 22.5 degrees).
+  EXPECT_NEAR(deviationOf({4}), 2 * (1 - std::cos(kPi / 8)), 1e-9);
+  EXPECT_GT(deviationOf({4000}), 0.9);
+  EXPECT_EQ(deviationOf({4000, 4}), deviationOf({4000}));
+  EXPECT_EQ(deviationOf({4, 4000}), deviationOf({4000}));
+}
+
+// Axes askew make lengths longer by their squares together at the most: sqrt(1 + 1.04 + 4) of 100
+// is 245.8, of which pieces within 1 are of 10.34 degrees: 34.8, so 36, two of them a body.
+TEST(ReviewRound, OfAxesAskewIsAsFineAsTheirLengthsTogetherAsk) {
+  ReviewWriter writer(ReviewWriter::Form::kBinary);
+  writer.shape(8, {0.001, 0, 0, 0.0002, 0.001, 0, 0, 0, 0.002, 0, 0, 0},
+               {-100, -100, -5, 100, 100, 5}, {100, 10});
+  const ReviewReading reading = readReviewText(writer.finish(), {.tolerance = 1.0});
+  EXPECT_EQ(reading.elements.size(), 18U);
 }
 
 TEST(ReviewRound, SphereThatItsBoxDoesNotDecideIsDoubtful) {
@@ -423,6 +505,74 @@ TEST(ReviewPlaces, AxesThatRoundingSetsApartGetTheirMean) {
   EXPECT_NEAR(axes[2].length(), 0.0007, 1e-12);
 }
 
+struct LengthsCase {
+  const char* name;
+  double x;
+  double y;
+  double z;
+  double xAfter;
+  double yAfter;
+  double zAfter;
+};
+
+// In thousandths: within a hundredth of 1 all are 1. Others are one where they differ by 0.018 and
+// a hundredth of the shorter at the most.
+const LengthsCase kLengths[] = {
+    {"Customary", 1, 1, 1, 1, 1, 1},
+    {"AlmostCustomary", 1.0099, 0.9901, 1.005, 1, 1, 1},
+    {"NotCustomary", 1.0101, 2, 3, 1.0101, 2, 3},
+    {"NotCustomaryBelow", 0.9899, 2, 3, 0.9899, 2, 3},
+    {"ShortWithinAHundredth", 0.5, 0.5049, 0.7, 0.50245, 0.50245, 0.7},
+    {"ShortBeyondAHundredth", 0.5, 0.5051, 0.7, 0.5, 0.5051, 0.7},
+    {"LongWithinTheRounding", 2, 2.0179, 3, 2.00895, 2.00895, 3},
+    {"LongBeyondTheRounding", 2, 2.0181, 3, 2, 2.0181, 3},
+    {"AllThree", 2, 2.009, 2.0135, 2.0075, 2.0075, 2.0075},
+    {"ThirdTooFarFromTheFirst", 2, 2.009, 2.019, 2.0045, 2.0045, 2.019},
+    {"ThirdTooFarFromTheSecond", 2.009, 2, 2.019, 2.0045, 2.0045, 2.019},
+    {"FirstCustomary", 1, 1.0105, 1.011, 1, 1.0105, 1.011},
+};
+
+TEST(ReviewPlaces, AxesHaveOneLengthWhereRoundingSetsThemApart) {
+  for (const LengthsCase& row : kLengths) {
+    Vesk::Axes axes = {GeVector(row.x * 1e-3, 0, 0), GeVector(0, row.y * 1e-3, 0),
+                       GeVector(0, 0, row.z * 1e-3)};
+    Vesk::repairAxes(axes);
+    EXPECT_NEAR(axes[0].length(), row.xAfter * 1e-3, 1e-9) << row.name;
+    EXPECT_NEAR(axes[1].length(), row.yAfter * 1e-3, 1e-9) << row.name;
+    EXPECT_NEAR(axes[2].length(), row.zAfter * 1e-3, 1e-9) << row.name;
+  }
+}
+
+// Up to a cosine of 0.025 from a right angle, between any two; then they stay as they are.
+TEST(ReviewPlaces, AxesFarFromRightAnglesStay) {
+  for (std::size_t which = 0; which < 3; ++which) {
+    for (const auto& [cosine, isRepaired] : {std::pair(0.0249, true), std::pair(0.0251, false)}) {
+      Vesk::Axes axes = {GeVector(0.001, 0, 0), GeVector(0, 0.001, 0), GeVector(0, 0, 0.001)};
+      const GeVector toward = axes[(which + 1) % 3];
+      axes[which] = axes[which] * std::sqrt(1 - cosine * cosine) + toward * cosine;
+      EXPECT_EQ(Vesk::isFrame(axes), isRepaired) << which;
+      EXPECT_EQ(Vesk::repairAxes(axes), isRepaired) << which;
+      const double left = std::fabs(dot(axes[which], toward)) / 1e-6;
+      EXPECT_NEAR(left, isRepaired ? cosine / 2 : cosine, 1e-3) << which;
+      for (std::size_t i = 0; i < 3 && isRepaired; ++i) {
+        EXPECT_NEAR(dot(axes[i], axes[(i + 1) % 3]), 0, 1e-15) << which;
+      }
+    }
+  }
+}
+
+// Lengths of a frame differ by a fiftieth at the most.
+TEST(ReviewPlaces, AxesOfAFrameAreOfOneLength) {
+  for (std::size_t which = 1; which < 3; ++which) {
+    for (const auto& [length, isOne] : {std::pair(1.019, true), std::pair(1.021, false),
+                                        std::pair(0.981, true), std::pair(0.979, false)}) {
+      Vesk::Axes axes = {GeVector(1, 0, 0), GeVector(0, 1, 0), GeVector(0, 0, 1)};
+      axes[which] = axes[which] * length;
+      EXPECT_EQ(Vesk::isFrame(axes), isOne) << which << ' ' << length;
+    }
+  }
+}
+
 TEST(ReviewPlaces, TextAxesThatRoundingSetsApartHaveOneScale) {
   const double c = std::cos(0.4) / 500;
   const double s = std::sin(0.4) / 500;
@@ -581,6 +731,20 @@ TEST(ReviewFacets, ThatAreNotPlaneAreFacetedWithTheirDeviation) {
   EXPECT_EQ(reading.elements.size(), 2U);
   EXPECT_EQ(reading.counts.kinds[11].fates[3], 1U);
   EXPECT_NEAR(reading.counts.kinds[11].deviation, 2.0, 0.01);
+}
+
+// A hundredth of a millimetre and a millionth of the girth are rounding.
+TEST(ReviewFacets, ThatAreAlmostPlaneAreFaces) {
+  for (const auto& [height, fate] : {std::pair(0.0095, 0), std::pair(0.0110, 3)}) {
+    ReviewWriter writer(ReviewWriter::Form::kBinary);
+    writer.facets(kUpright, {0, 0, 0, 100, 100, 0},
+                  {{{{0, 0, height}, {100, 0, -height}, {100, 100, height}, {0, 100, -height}}}});
+    const ReviewReading reading = readReviewText(writer.finish());
+    const Vesk::ReviewKindCount& kind = reading.counts.kinds[11];
+    EXPECT_EQ(kind.fates[static_cast<std::size_t>(fate)], 1U) << height;
+    EXPECT_EQ(reading.elements.size(), fate == 0 ? 1U : 2U) << height;
+    EXPECT_NEAR(kind.deviation, fate == 0 ? 0 : height, 1e-6) << height;
+  }
 }
 
 TEST(ReviewFacets, AreTurnedRoundInAMirroredFrame) {

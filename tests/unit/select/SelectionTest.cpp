@@ -107,6 +107,11 @@ const Choice kChoices[] = {
     {"SizeOfABoxIsAnyEdge", {{kSize, "500"}}, "e"},
     {"BoxByTrueShape", {{kBox, "0,900,400,100,1000,600"}}, ""},
     {"BoxOnTheDiagonal", {{kBox, "400,400,400,600,600,600"}}, "c"},
+    // The pipe a is 57.15 wide to each side of the x axis and ends at 1000.
+    {"BoxAtTheSideOfAPipe", {{kBox, "100,57.14,-1,200,60,1"}}, "a"},
+    {"BoxBesideAPipe", {{kBox, "100,57.16,-1,200,60,1"}}, ""},
+    {"BoxBeforeAPipe", {{kBox, "-9,-1,-1,-0.01,1,1"}}, ""},
+    {"BoxAtTheStartOfAPipe", {{kBox, "-9,-1,-1,0,1,1"}}, "a"},
     {"BoxWithCornersInAnyOrder", {{kBox, "600,600,600,400,400,400"}}, "c"},
     {"BoxWithBlanks", {{kBox, "600 600 600 400 400 400"}}, "c"},
     // The pipe's top is at 57.15, the text lies in the pipe.
@@ -118,6 +123,8 @@ const Choice kChoices[] = {
     {"TouchingAPipe", {{kTouching, "P-1001"}}, "abi"},
     {"TouchingUpToATolerance", {{kTouching, "P-1001"}}, "abei", 2.86},
     {"NotTouching", {{kTouching, "P-1001", true}}, "cdefghj"},
+    {"TouchingJustWithinTheTolerance", {{kTouching, "P-1001"}}, "abei", 2.8500},
+    {"TouchingJustBeyondTheTolerance", {{kTouching, "P-1001"}}, "abi", 2.8490},
     {"TouchingOthersOnly", {{kTouching, "P-1001"}, {kHeader, "P-1001", true}}, "i"},
     {"TouchingWhatIsNotThere", {{kTouching, "P-9"}}, ""},
     // Of a pipe without a place.
@@ -126,6 +133,9 @@ const Choice kChoices[] = {
     {"Lines", {{kLines, "3-5"}}, "bcd"},
     {"LinesFrom", {{kLines, "14-"}}, "ij"},
     {"LinesUpTo", {{kLines, "-1"}}, "a"},
+    {"LinesUpToTheSecond", {{kLines, "-2"}}, "ab"},
+    {"LinesWithinAnElement", {{kLines, "6-7"}}, "d"},
+    {"LinesAtTheEndOfAnElement", {{kLines, "8"}}, "d"},
     {"LinesByNumber", {{kLines, "7, 12"}}, "dh"},
     {"AllMustBeMet", {{kHeader, "P-*"}, {kOnly, "pipe"}, {kSize, "..100"}}, "c"},
     {"ThoseButNotThese", {{kHeader, "P-*"}, {kSize, "114.3", true}, {kOnly, "triangle", true}}, "c"},

@@ -20,6 +20,7 @@ constexpr Colour kOther{154, 164, 176};
 constexpr double kMargin = 36.0;
 constexpr double kFooter = 84.0;  // below, with scale bar and axes
 constexpr double kLeastText = 7.0;
+constexpr double kLeastCharacter = 0.5;  // its width
 constexpr double kLevelText = 9.0;
 constexpr double kAxis = 30.0;
 constexpr double kOutlineWidth = 1.6;
@@ -199,8 +200,10 @@ void Drawing::addLabels(const std::vector<bool>& isSeen) {
     const double height = lengthOf(label.up);
     const double width = lengthOf(whole);
     const double area = label.up.x * whole.y - label.up.y * whole.x;  // of what is read forwards
+    const double least =
+        std::max(kLeastCharacter * unit_ * StrokeFont::widthOf(text.text), kNoDirection);
     const bool isReadable =
-        height >= kLeastText * unit_ && width > kNoDirection && area > 0.25 * height * width;
+        height >= kLeastText * unit_ && width > least && area > 0.25 * height * width;
     if (isReadable) {
       label.along = whole * (height / width);
       label.width = width / height;

@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <deque>
+#include <cstddef>
+#include <limits>
 #include <memory>
 #include <span>
 #include <utility>
@@ -31,37 +32,44 @@ struct Ink {
   double bottom;
 };
 
-// All lines of a drawing, in the order in which they cover each other.
+// The lines of a label, side by side in memory: a text may have millions of them.
+struct TextInk {
+  std::vector<ScreenPoint> points;
+  std::vector<std::size_t> ends;  // of each line, behind its last point
+  double radius = 0.0;
+  double halo = 0.0;  // around that; 0: none
+  Colour colour;
+  double top = std::numeric_limits<double>::infinity();
+  double bottom = -std::numeric_limits<double>::infinity();
+};
+
+// All lines of a drawing, in the order in which they cover each other; the texts cover the rest.
 class Inks {
  public:
   explicit Inks(const Drawing& drawing) : drawing_(drawing) { addAll(); }
 
-  const std::vector<Ink>& all() const { return inks_; }
+  const std::vector<Ink>& lines() const { return lines_; }
+  const std::vector<TextInk>& texts() const { return texts_; }
 
  private:
-  void addOwn(std::vector<ScreenPoint> points, double radius, const Colour& colour) {
-    own_.push_back(std::move(points));
-    addInk(own_.back(), radius, colour);
-  }
-
   void addInk(std::span<const ScreenPoint> points, double radius, const Colour& colour) {
     const auto [top, bottom] =
         std::minmax_element(points.begin(), points.end(),
                             [](const ScreenPoint& a, const ScreenPoint& b) { return a.y < b.y; });
     const double least = top->y - radius;
     const double most = bottom->y + radius;
-    inks_.push_back({points, radius, colour, least, most});
+    lines_.push_back({points, radius, colour, least, most});
   }
 
   void addAll() {
-    inks_.reserve(drawing_.strokes().size() + drawing_.dots().size());
+    lines_.reserve(drawing_.strokes().size() + drawing_.dots().size());
     for (const Stroke& stroke : drawing_.strokes()) {
       const bool isLine = stroke.weight == LineWeight::kLine;
       addInk(stroke.points, drawing_.widthOf(stroke.weight) / 2.0,
              isLine ? drawing_.colourOf(stroke.element) : drawing_.ink());
     }
     for (const Dot& dot : drawing_.dots()) {
-      addOwn({dot.place}, drawing_.dotRadius(), drawing_.colourOf(dot.element));
+      addInk({&dot.place, 1}, drawing_.dotRadius(), drawing_.colourOf(dot.element));
     }
     for (const auto* lines : {&drawing_.scaleBar(), &drawing_.axes()}) {
       for (const InkLine& line : *lines) addInk(line.points, line.width / 2.0, line.colour);
@@ -76,25 +84,44 @@ class Inks {
     std::vector<FontLine> lines;
     StrokeFont::append(label.text, lines);
     const double height = std::sqrt(label.up.x * label.up.x + label.up.y * label.up.y);
-    const double radius = std::max(0.055 * height, 0.5);
-    std::vector<std::vector<ScreenPoint>> placed;
+    const bool hasHalo = drawing_.style().background.alpha == 255;
+    TextInk ink;
+    ink.radius = std::max(0.055 * height, 0.5);
+    ink.halo = hasHalo ? drawing_.haloOf(label) : 0.0;
+    ink.colour = label.colour;
+    std::vector<ScreenPoint> placed;
     for (const FontLine& line : lines) {
-      placed.emplace_back();
+      placed.clear();
       for (const FontPoint& p : line) {
-        placed.back().push_back(label.place + label.along * ((p.x + shift) * stretch) +
-                                label.up * p.y);
+        placed.push_back(label.place + label.along * ((p.x + shift) * stretch) + label.up * p.y);
       }
+      addLine(placed, ink);
     }
-    const Colour paper = drawing_.style().background;
-    if (paper.alpha == 255) {
-      for (const auto& points : placed) addOwn(points, radius + drawing_.haloOf(label), paper);
+    if (!ink.points.empty()) texts_.push_back(std::move(ink));
+  }
+
+  // Unless it is beside the drawing.
+  void addLine(const std::vector<ScreenPoint>& line, TextInk& ink) const {
+    ScreenPoint low = line.front();
+    ScreenPoint high = low;
+    for (const ScreenPoint& p : line) {
+      low = {std::min(low.x, p.x), std::min(low.y, p.y), 0.0};
+      high = {std::max(high.x, p.x), std::max(high.y, p.y), 0.0};
     }
-    for (auto& points : placed) addOwn(std::move(points), radius, label.colour);
+    const double reach = ink.radius + ink.halo;
+    if (high.x + reach < 0.0 || low.x - reach > drawing_.style().width || high.y + reach < 0.0 ||
+        low.y - reach > drawing_.style().height) {
+      return;
+    }
+    ink.top = std::min(ink.top, low.y - reach);
+    ink.bottom = std::max(ink.bottom, high.y + reach);
+    ink.points.insert(ink.points.end(), line.begin(), line.end());
+    ink.ends.push_back(ink.points.size());
   }
 
   const Drawing& drawing_;
-  std::deque<std::vector<ScreenPoint>> own_;  // points that no drawing keeps
-  std::vector<Ink> inks_;
+  std::vector<Ink> lines_;
+  std::vector<TextInk> texts_;
 };
 
 // Paints bands, one after the other.
@@ -120,9 +147,14 @@ class Painter {
         static_cast<std::size_t>(band_.columns()) * static_cast<std::size_t>(end_ - first_),
         drawing_.style().background);
     if (hasFaces_) paintFaces();
-    for (const Ink& ink : inks_.all()) {
+    for (const Ink& ink : inks_.lines()) {
       bands_.check();
-      paintInk(ink);
+      if (isInBand(ink.top, ink.bottom)) paintLine(ink.points, ink.radius, ink.colour);
+    }
+    for (const TextInk& ink : inks_.texts()) {
+      if (!isInBand(ink.top, ink.bottom)) continue;
+      if (ink.halo > 0.0) paintText(ink, ink.radius + ink.halo, drawing_.style().background);
+      paintText(ink, ink.radius, ink.colour);
     }
     const std::size_t rowBytes = static_cast<std::size_t>(width_) * 4;
     std::uint8_t* to = picture.bytes.data() + static_cast<std::size_t>(row) * rowBytes;
@@ -171,24 +203,38 @@ class Painter {
     return ScreenPlane(corners);
   }
 
-  void paintInk(const Ink& ink) {
+  bool isInBand(double inkTop, double inkBottom) const {
     const double top = static_cast<double>(first_) / kSamples;
     const double bottom = static_cast<double>(end_) / kSamples;
-    if (ink.bottom < top || ink.top > bottom) return;
-    if (ink.points.size() == 1) paintSegment(ink.points[0], ink.points[0], ink);
-    for (std::size_t i = 1; i < ink.points.size(); ++i) {
-      paintSegment(ink.points[i - 1], ink.points[i], ink);
+    return inkBottom >= top && inkTop <= bottom;
+  }
+
+  void paintText(const TextInk& ink, double radius, const Colour& colour) {
+    const std::span<const ScreenPoint> points(ink.points);
+    std::size_t begin = 0;
+    for (const std::size_t end : ink.ends) {
+      bands_.check();
+      paintLine(points.subspan(begin, end - begin), radius, colour);
+      begin = end;
+    }
+  }
+
+  void paintLine(std::span<const ScreenPoint> points, double radius, const Colour& colour) {
+    if (points.size() == 1) paintSegment(points[0], points[0], radius, colour);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      paintSegment(points[i - 1], points[i], radius, colour);
     }
   }
 
   // All samples that are no further from the segment than the radius.
-  void paintSegment(const ScreenPoint& a, const ScreenPoint& b, const Ink& ink) {
+  void paintSegment(const ScreenPoint& a, const ScreenPoint& b, double radius,
+                    const Colour& colour) {
     const auto limit = [](double place, int least, int most) {
       return static_cast<int>(
           std::clamp(place * kSamples, static_cast<double>(least), static_cast<double>(most)));
     };
-    const int firstRow = limit(std::min(a.y, b.y) - ink.radius - 1.0, first_, end_);
-    const int endRow = limit(std::max(a.y, b.y) + ink.radius + 1.0, first_, end_);
+    const int firstRow = limit(std::min(a.y, b.y) - radius - 1.0, first_, end_);
+    const int endRow = limit(std::max(a.y, b.y) + radius + 1.0, first_, end_);
     const double dx = b.x - a.x;
     const double dy = b.y - a.y;
     const double square = dx * dx + dy * dy;
@@ -197,21 +243,21 @@ class Painter {
       // Of a long line only what is near this row.
       double left = std::min(a.x, b.x);
       double right = std::max(a.x, b.x);
-      if (std::fabs(dy) > ink.radius) {
-        const double reach = ink.radius * (1.0 + std::fabs(dx / dy)) + 1.0;
+      if (std::fabs(dy) > radius) {
+        const double reach = radius * (1.0 + std::fabs(dx / dy)) + 1.0;
         const double middle = a.x + dx * ((y - a.y) / dy);
         left = std::max(left, middle - reach);
         right = std::min(right, middle + reach);
       }
-      const int endColumn = limit(right + ink.radius + 1.0, 0, band_.columns());
-      for (int column = limit(left - ink.radius - 1.0, 0, band_.columns()); column < endColumn;
+      const int endColumn = limit(right + radius + 1.0, 0, band_.columns());
+      for (int column = limit(left - radius - 1.0, 0, band_.columns()); column < endColumn;
            ++column) {
         const double px = (column + 0.5) / kSamples - a.x;
         const double py = y - a.y;
         const double t = square > 0.0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
         const double ex = px - dx * t;
         const double ey = py - dy * t;
-        if (ex * ex + ey * ey <= ink.radius * ink.radius) sampleAt(column, row) = ink.colour;
+        if (ex * ex + ey * ey <= radius * radius) sampleAt(column, row) = colour;
       }
     }
   }

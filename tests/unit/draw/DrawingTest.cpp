@@ -203,6 +203,38 @@ const HeapCase kHeaps[] = {
     {"ARowThatNoHundredShare", 150, 5.333, 150},
 };
 
+// As wide as ten letters. A drawing of 900 shows its 1000 of 1200 as 690 pixels; L is 4 sixths of
+// a letter's height wide, with 2 between two: n of them n - 1/3. Half a pixel for each: 1380.
+struct NarrowCase {
+  const char* name;
+  std::size_t letters;
+  bool isInItsPlace;
+};
+
+const NarrowCase kNarrow[] = {
+    {"TenStandInTheirPlace", 10, true},
+    {"ThirteenHundredStill", 1300, true},
+    {"FifteenHundredStandLevel", 1500, false},
+    {"AMillionToo", 1'000'000, false},
+};
+
+TEST(DrawingTexts, StandLevelWhereTheyAreTooNarrowToBeRead) {
+  for (const NarrowCase& each : kNarrow) {
+    const auto narrow = std::make_shared<Txt>();
+    narrow->position = {100, -1, 500};
+    narrow->direction = {1, 0, 0};
+    narrow->upDirection = {0, 0, 1};
+    narrow->charWidth = 1000.0 / static_cast<double>(each.letters);
+    narrow->height = 100;
+    narrow->alignment = 1;
+    narrow->text = std::string(each.letters, 'L');
+    const Scene scene = sceneOf({box({0, 0, 0}, {1200, 100, 1200}), narrow});
+    const Drawing drawing(scene, plainStyle("front", 900, 900));
+    ASSERT_EQ(drawing.labels().size(), 1U) << each.name;
+    EXPECT_EQ(drawing.labels().front().width > 0.0, each.isInItsPlace) << each.name;
+  }
+}
+
 TEST(DrawingTexts, AreLeftOutWhereAHundredOthersLie) {
   for (const HeapCase& each : kHeaps) {
     Model model{box({0, 0, 0}, {1200, 100, 1200})};

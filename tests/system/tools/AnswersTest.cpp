@@ -876,6 +876,308 @@ const Answer kImports[] = {
      {"a.pcf:4: error: PIPE not drawn: has no length (2 times, also a.pcf:7)"}},
 };
 
+// A chunk of a review model: a pipe of 1000 and 100.
+std::string pipeChunk(const std::string& name) {
+  return name +
+         "\n 1 1\n 8\n 0.001 0 0 0\n 0 0.001 0 0\n 0 0 0.001 0\n -50 -50 -500 50 50 500\n"
+         " 50 1000\n";
+}
+
+std::string groupChunk(const std::string& name, const std::string& inside) {
+  return "CNTB\n 1 2\n" + name + "\n 0 0 0\n 9\n" + inside + "CNTE\n 1 1\n";
+}
+
+std::string times(int count, const std::string& text) {
+  std::string all;
+  for (int i = 0; i < count; ++i) all += text;
+  return all;
+}
+
+// Everything that is remarked on is there another number of times.
+const std::string kReview =
+    "HEAD\n 1 1\na plant\na note\ntoday\nsomeone\nMODL\n 1 1\nPROJECT\nMODEL\n" +
+    times(6, "COLR\n 1 1\n 1 2 3 4\n") +
+    groupChunk("/A",
+               pipeChunk("PRIM") + times(7, pipeChunk("OBST")) + times(8, pipeChunk("INSU"))) +
+    groupChunk("/EMPTY", "") + times(5, groupChunk("/B", times(2, pipeChunk("PRIM")))) +
+    "END:\n 1 1\n";
+
+const std::string kReviewAttributes =
+    "CADC_Attributes_File v1.0 , start: NEW , end: END , name_end: := , sep: &end&\n"
+    "NEW /A\nDesign Temp.:=A1\nDesign Temp.:=A2\nEND\nNEW /EMPTY\nNote:=x\nEND\n"
+    "NEW /C\nEND\nNEW /D\nEND\nNEW /E\nEND\n" +
+    times(4, "what is this\n");
+
+// A pipe in /A and two in each of five groups.
+TEST(ReviewAnswers, CountEverythingThatIsRemarkedOn) {
+  const TempFolder folder;
+  writeFile("a.rvm", kReview);
+  writeFile("a.att", kReviewAttributes);
+  const ToolRun run = runTool("import a.rvm --attributes a.att -o x.dat");
+  EXPECT_EQ(run.exit, 1) << run.err;
+  for (const char* part :
+       {"x.dat: 11 elements of 11 shapes in 7 groups\n  cylinder: 11 exact; 11 elements\n",
+        "  7 obstructions, skipped (--obstructions draws them)\n",
+        "  8 insulations, skipped (--insulations draws them)\n", "  6 colours, dropped\n",
+        "  5 groups without attributes\n",
+        "  1 groups without shapes whose attributes are dropped\n",
+        "  3 blocks of attributes without a group\n",
+        "  4 lines that are not attributes or belong to no block\n",
+        "  1 attributes given again in their block, the last one kept\n"}) {
+    EXPECT_TRUE(contains(run.out, part)) << part << run.out;
+  }
+  const ToolRun drawn = runTool("import a.rvm --attributes a.att -o y.dat --obstructions");
+  EXPECT_TRUE(contains(drawn.out, "y.dat: 18 elements of 18 shapes in 7 groups\n")) << drawn.out;
+  EXPECT_FALSE(contains(drawn.out, "--obstructions draws them")) << drawn.out;
+  EXPECT_TRUE(contains(drawn.out, "  8 insulations, skipped")) << drawn.out;
+  const ToolRun some = runTool("import a.rvm --group /A -o z.dat");
+  EXPECT_TRUE(contains(some.out, "z.dat: 1 element of ")) << some.out;
+  EXPECT_TRUE(contains(some.out, "  10 shapes of groups that were not selected\n")) << some.out;
+}
+
+// The first shape stands in line 34, behind 10 lines, 6 times 3 of colours and 5 of its group.
+TEST(ReviewAnswers, HaveARowForEachShape) {
+  const TempFolder folder;
+  writeFile("a.rvm", kReview);
+  writeFile("a.att", kReviewAttributes);
+  const ToolRun run = runTool("import --json a.rvm --attributes a.att -o x.dat");
+  for (const char* part :
+       {"\"file\": \"x.dat\",\n  \"attributes\": \"x.attributes.csv\",\n  \"inputs\": [\n"
+        "    \"a.rvm\"\n  ],\n  \"elements\": 11,\n  \"shapes\": 11,\n  \"groups\": 7,",
+        R"({"kind": "cylinder", "exact": 11, "in pieces": 0, "sliced": 0, "faceted": 0, )"
+        R"("doubtful": 0, "refused": 0, "elements": 11, "deviation": 0, "volumeLost": 0})",
+        R"({"text": "colours, dropped", "count": 6})",
+        R"({"text": "groups without attributes", "count": 5})"}) {
+    EXPECT_TRUE(contains(run.out, part)) << part << run.out;
+  }
+  const std::string rows = readFile("x.attributes.csv");
+  EXPECT_TRUE(rows.starts_with(
+      "f1,f2,first,last,path,component,kind,written,source,transparency,material,position,"
+      "design-temp,note\n/A,01,1,1,/A,/A,cylinder,exact,a.rvm,0,9,34,A2,\n"))
+      << rows;
+}
+
+// A record behind its heading, what is found in it, and what is expected instead.
+struct Found {
+  const char* record;
+  const char* finding;
+  const char* expected = "";
+};
+
+constexpr Found kInTokens[] = {
+    {"c 1 2 3,0 0 1000,-200", "37-40: error: diameter is below zero: -200 [V101]",
+     "a positive number"},
+    {"n 1 2 3,0 0 1000,20,-1", "40-41: error: diameter is below zero: -1 [V101]",
+     "a positive number"},
+    {"n 1 2 3,0 0 1000,-20,1", "37-39: error: diameter is below zero: -20 [V101]"},
+    {"t 0 0 0,9 0 0,0 9 0,-4", "40-41: error: diameter is below zero: -4 [V101]"},
+    {"e 0 0 0,9 0 0,0 9 0,4,-5", "42-43: error: width is below zero: -5 [V101]"},
+    {"e 0 0 0,9 0 0,0 9 0,-4,5", "40-41: error: depth is below zero: -4 [V101]"},
+    {"e 0 0 0,9 0 0,0 9 0,0.003,5", "40-44: warning: nothing to be seen: depth is 0.003 [V103]"},
+    {"e 0 0 0,9 0 0,0 9 0,4,0.002", "42-46: warning: nothing to be seen: width is 0.002 [V103]"},
+    {"t 0 0 0,9 0 0,0 9 0,18.1",
+     "40-43: error: tube of 18.100 is wider than its bend of radius 9.000 [V102]",
+     "at most twice the radius"},
+    {"e 0 0 0,9 0 0,0 9 0,19,4",
+     "40-41: error: section of 19.000 is wider than its bend of radius 9.000 [V102]"},
+    {"c 1 2 3,0 0 0.009,200", "28-36: warning: nothing to be seen: length is 0.009 [V103]"},
+    {"c 1 2 3,0 0 1000,0", "37: warning: nothing to be seen: diameter is 0 [V103]"},
+    {"n 1 2 3,0 0 1000,0.002,0.001",
+     "37-47: warning: nothing to be seen: both diameters is 0.002 [V103]"},
+    {"n 1 2 3,0 0 1000,0.001,0.002",
+     "37-47: warning: nothing to be seen: both diameters is 0.002 [V103]"},
+    {"n 1 2 3,0 0 0,20,9", "28-32: warning: nothing to be seen: length is 0 [V103]"},
+    {"b 0.003 0 0,1 1 1,0 20 0,0 0 30", "22-30: warning: nothing to be seen: edge is 0.003 [V103]"},
+    {"b 9 0 0,1 1 1,0 0.004 0,0 0 30", "34-42: warning: nothing to be seen: edge is 0.004 [V103]"},
+    {"b 9 0 0,1 1 1,0 20 0,0 0 0", "41-45: warning: nothing to be seen: edge is 0 [V103]"},
+    {"b 9 0 0,1 1 1,0 20 0,5 5 0", "22-45: warning: box is flat: its edges lie in a plane [V103]"},
+    {"t 0 0 0,9 0 0,0 0.002 0,4",
+     "34-42: warning: nothing to be seen: bend radius is 0.002 [V103]"},
+    {"t 0 0 0,0.003 0 0,0 9 0,4",
+     "28-36: warning: nothing to be seen: bend radius is 0.003 [V103]"},
+    {"l pt 1 2 3,pt 0 0 0", "25-38: warning: nothing to be seen: length is 0 [V103]"},
+    {"g pt 0 0 0,pt 1 0 0,pt 2 0 0",
+     "25-47: warning: face has no area: its points lie in a line [V103]"},
+    {"t 0 0 0,9 0 0,0 9.1 0,4", "28-40: warning: bend has two radii: 9.000 and 9.100 [V110]",
+     "start and end at the same distance from the centre"},
+    {"t 0 0 0,9 0 0,-9 0 0,4",
+     "28-39: error: bend without a plane: its start and end lie in a line [V112]"},
+    {"t 0 0 0,9 0 0,-9 0.0015 0,4",
+     "28-44: warning: bend of half a turn: rounding decides on which side it lies [V113]",
+     "two bends of a quarter"},
+    {"g pt 0 0 0,pt 9 0 0,pt 0 9 0,pt 9 9 0", "25-56: error: quadrangle crosses itself [V108]",
+     "four points round the face"},
+    {"g pt 0 0 0,pt 9 9 0,pt 9 0 0,pt 0 9 0,pt -5 5 0",
+     "25-66: error: polygon crosses itself [V108]", "points round the face"},
+    {"l pt 1 1000000000000 3",
+     "27-39: warning: number of 1000000000000 has no decimals left [V121]"},
+    {"c 1 inf 3,0 0 1000,200", "24-26: error: number is not finite [V105]", "a finite number"},
+    {"x 1 2 3,1 0 0,0 1 0,-2,0.5,5,0", "40-41: error: height is below zero: -2 [V101]"},
+    {"x 1 2 3,1 0 0,0 1 0,2,-0.5,5,0", "42-45: error: character width is below zero: -0.5 [V101]"},
+    {"x 1 2 3,0 0 0,0 1 0,2,0.5,5,0", "28-32: warning: nothing to be seen: direction is 0 [V103]"},
+    {"x 1 2 3,1 0 0,0 0 0,2,0.5,5,0",
+     "34-38: warning: nothing to be seen: up direction is 0 [V103]"},
+    {"x 1 2 3,1 0 0,0 1 0,0,0.5,5,0", "40: warning: nothing to be seen: height is 0 [V103]"},
+    {"x 1 2 3,1 0 0,0 1 0,2,0,5,0", "42: warning: nothing to be seen: character width is 0 [V103]"},
+};
+
+// Each in a line of its own; a text has an empty second one.
+TEST(CheckAnswers, SayWhatIsWrongWhereAndByHowMuch) {
+  const TempFolder folder;
+  std::string records;
+  for (const Found& each : kInTokens) {
+    const std::string heading = "P-1     01001    00";
+    const std::string record = each.record;
+    records += heading + record + '\n';
+    if (record[0] == 'x') records += "P-1     01001    01x \n";
+  }
+  writeFile("a.dat", records);
+  const std::string out = runTool("check --max 0 --ignore V204,V032 a.dat").out;
+  int line = 0;
+  for (const Found& each : kInTokens) {
+    ++line;
+    const std::string finding = "a.dat:" + std::to_string(line) + ':' + each.finding + '\n';
+    if (each.record[0] == 'x') ++line;
+    const std::size_t at = out.find(finding);
+    EXPECT_NE(at, out.npos) << finding << out.substr(0, 3000);
+    if (at == out.npos || *each.expected == '\0') continue;
+    const std::string rest = out.substr(at, out.find("\na.dat:", at) - at);
+    EXPECT_TRUE(contains(rest, std::string("\n  expected: ") + each.expected)) << rest;
+  }
+}
+
+const std::string kRun = "P-1     01001    00c 0 0 0,1000 0 0,100\n";
+
+// Four kinds of joints, and what open ends face.
+const Answer kJoints[] = {
+    {"AGapIsAlongTheAxis",
+     {{"a.dat", kRun + "P-1     01002    00c 1002.5 0.05 0,500 0 0,100\n"}},
+     "check --joints a.dat",
+     0,
+     {"a.dat:2:22-34: warning: end at 1002.5 0.05 0: gap of 2.500 to the end at line 1 [V201]"}},
+    {"AnOverlapIsAlongTheAxis",
+     {{"a.dat", kRun + "P-1     01002    00c 997.5 0.05 0,500 0 0,100\n"}},
+     "check --joints a.dat",
+     0,
+     {"overlap of 2.500 with the end at line 1 [V201]"}},
+    {"AnOffsetIsAcrossTheAxis",
+     {{"a.dat", kRun + "P-1     01002    00c 1002.5 3 4,500 0 0,100\n"}},
+     "check --joints a.dat",
+     0,
+     {"end at 1002.5 3 4: axis is off by 5.000 from the end at line 1 [V202]"}},
+    // At the second end's own diameter: "0 0 0,1000 0 0," are 15, behind 21 of the heading.
+    {"DiametersMeet",
+     {{"a.dat", kRun + "P-1     01002    00c 1000 0 0,500 0 0,90\n"}},
+     "check --joints a.dat",
+     0,
+     {"a.dat:2:39-40: warning: end at 1000 0 0: diameter 90 meets 100, the end at line 1 [V203]"}},
+    // 1.5 % of 100 are 1.5.
+    {"DiametersOfOneNominalSizeMayMeet",
+     {{"a.dat", kRun + "P-1     01002    00c 1000 0 0,500 0 0,98.5\n"}},
+     "check --joints --only V203 a.dat",
+     0,
+     {"0 warnings"}},
+    {"DiametersOfTwoNominalSizesMayNot",
+     {{"a.dat", kRun + "P-1     01002    00c 1000 0 0,500 0 0,98.4\n"}},
+     "check --joints --only V203 a.dat",
+     0,
+     {"diameter 98.4 meets 100, the end at line 1 [V203]"}},
+    // The surface of the run is at z 50.
+    {"ABranchMayStopShort",
+     {{"a.dat", kRun + "P-2     01002    00c 500 0 500,0 0 -442.5,60\n"}},
+     "check --joints --only V206 a.dat",
+     0,
+     {"a.dat:2:32-41: warning: end at 500 0 57.5: stops 7.500 short of the cylinder at line 1 "
+      "[V206]"}},
+    {"ABranchMayPassBeside",
+     {{"a.dat", kRun + "P-2     01002    00c 500 60 500,0 0 -500,60\n"}},
+     "check --joints --only V206 a.dat",
+     0,
+     {"end at 500 60 0: passes beside the cylinder at line 1, 10.000 away [V206]"}},
+    {"APieceMayBeMissing",
+     {{"a.dat", kRun + "P-1     01002    00c 1300.5 0 0,500 0 0,100\n"}},
+     "check --joints --only V207 a.dat",
+     0,
+     {"nothing for 300.500 up to the open end at line "}},
+    {"AnOpenEndFacesWhatIsAhead",
+     {{"a.dat", kRun + "B-1     01001    00b 10 0 0,1400.25 -500 -500,0 1000 0,0 0 1000\n"}},
+     "check --joints --only V205 a.dat",
+     0,
+     {"a.dat:1:28-35: note: end at 1000 0 0: open, 100 wide, faces the box at line 2, 400.250 "
+      "away [V205]"}},
+};
+
+const Answer kSiblings[] = {
+    // A pipe of 1000 becomes one of 10, whose middle is 195 from that of the other, along y and z.
+    {"WhatIsCutShortIsNearAlongY",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 1000 0,4\n"},
+      {"b.dat", "P-1     01002    00c 0 300 0,0 10 0,6\n"}},
+     "diff a.dat b.dat",
+     1,
+     {"A:1 B:1 ", "moved and changed: by 0 300 0; "}},
+    {"WhatIsCutShortIsNearAlongZ",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,4\n"},
+      {"b.dat", "P-1     01002    00c 0 0 300,0 0 10,6\n"}},
+     "diff a.dat b.dat",
+     1,
+     {"A:1 B:1 ", "moved and changed: by 0 0 300; "}},
+    // 1500 are more than the box from corner to corner.
+    {"WhatIsFurtherThanItsLengthIsAnother",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,4\n"},
+      {"b.dat", "P-1     01002    00c 0 0 2000,0 0 10,6\n"}},
+     "diff a.dat b.dat",
+     1,
+     {"- A:1 ", "+        B:1 ", "1 added, 1 removed; 0 in their places\n"}},
+    {"CountersAreListedForPeople",
+     {{"a.dat", kPipe + "P-1     0100A    00c 0 0 0,0 0 1000,100\n"}},
+     "list a.dat",
+     0,
+     {"       2  cylinder    P-1 01            10         0.000 "}},
+    {"WithoutALossStrictWrites",
+     {{"a.dat", kPipe}, {"b.dat", kColumns}},
+     "merge --strict --clash keep a.dat b.dat -o -",
+     0,
+     {kPipe + kPipe}},
+    {"WithALossStrictDoesNotWrite",
+     {{"a.dat", kColumns}, {"b.dat", "P-1     01001    00c 0 0 0,0 0 1000,100,ft 7\n"}},
+     "merge --strict a.dat b.dat -o x.dat",
+     1,
+     {},
+     {"ft \"7\" is lost [V308]", "x.dat is not written, since something would be lost (--strict)"}},
+    {"ALossOfAMergeIsTold",
+     {{"a.dat", kColumns}, {"b.dat", "P-1     01001    00c 0 0 0,0 0 1000,100,ft 7\n"}},
+     "merge a.dat b.dat -o x.dat",
+     1,
+     {"x.dat: 2 elements\n"},
+     {"b.dat:1: warning: cylinder: ft \"7\" is lost [V308]"}},
+    // Counters 1, 2 and 3, of which the row has 1 and 3.
+    {"ARowOfCountersApartIsTwo",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01009    00c 9 0 0,0 0 9,4\nP-1     01002    "
+       "00c 18 0 0,0 0 9,4\n"},
+      {"a.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,2,A1\n"}},
+     "edit a.dat -o x.dat --renumber elements",
+     0,
+     {"2 elements renumbered\n1 component split: a row for each range of counters\nx.dat: 3 "
+      "elements; x.attributes.csv: 2 rows\n"}},
+    {"ARowOfCountersSideBySideIsOne",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 18 0 0,0 0 9,4\nP-1     01009    "
+       "00c 9 0 0,0 0 9,4\n"},
+      {"a.attributes.csv", "f1,f2,first,last,spec\nP-1,01,1,2,A1\n"}},
+     "edit a.dat -o x.dat --renumber elements",
+     0,
+     {"1 element renumbered\nx.dat: 3 elements; x.attributes.csv: 1 row\n"}},
+    {"TheFirstOfEachIsInItsFile",
+     {{"a.pcf", "PIPE\n END-POINT 0 0 0 100\n END-POINT 1000 0 0 100\n"},
+      {"b.pcf", "\nPIPE\n END-POINT 9 0 0 100\n END-POINT 9 0 0 100\n"}},
+     "import a.pcf b.pcf -o x.dat",
+     1,
+     {"x.dat: 2 elements of 2 components in 2 files\n",
+      "1  PIPE: has no length (first in b.pcf:2)\n"},
+     {"b.pcf:2: error: PIPE not drawn: has no length"}},
+};
+
 class AnswerTest : public testing::TestWithParam<Answer> {};
 
 TEST_P(AnswerTest, IsThis) {
@@ -910,6 +1212,8 @@ INSTANTIATE_TEST_SUITE_P(OfChanges, AnswerTest, testing::ValuesIn(kChanges), nam
 INSTANTIATE_TEST_SUITE_P(OfMeasure, AnswerTest, testing::ValuesIn(kMeasures), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfShapes, AnswerTest, testing::ValuesIn(kShapes), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfImport, AnswerTest, testing::ValuesIn(kImports), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfJoints, AnswerTest, testing::ValuesIn(kJoints), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfSiblings, AnswerTest, testing::ValuesIn(kSiblings), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfClash, AnswerTest, testing::ValuesIn(kClashes), nameOf);
 
 }  // namespace

@@ -506,6 +506,23 @@ TEST(ExportNumbers, OfStepHaveAColourForEachHeader) {
   }
 }
 
+// 250 bytes go into a line of a text of DXF; what is more stands before its last one.
+TEST(ExportNumbers, OfDxfHaveTextsInLinesOf250) {
+  const TempFolder folder;
+  for (const std::size_t length : {1U, 250U, 251U, 500U, 501U}) {
+    const std::string size = std::to_string(length);
+    writeFile("text.dat", "P-1     01001    00x 1 2 3,1 0 0,0 1 0,5,4,1," + size +
+                              "\nP-1     01001    01x " + std::string(length, 'a') + '\n');
+    const std::string text = runTool("export text.dat -o - --to dxf").out;
+    std::string expected;
+    std::size_t left = length;
+    for (; left > 250; left -= 250) expected += "  3\n" + std::string(250, 'a') + '\n';
+    expected += "  1\n" + std::string(left, 'a') + "\n  7\nStandard\n";
+    EXPECT_TRUE(contains(text, "\n 72\n1\n" + expected))
+        << length << text.substr(text.find("MTEXT"));
+  }
+}
+
 struct ClassCase {
   const char* component;  // of a piping file; "": the element has no row
   const char* record;

@@ -450,6 +450,19 @@ TEST_F(PageTest, MarksBothSidesOfAClash) {
   }
 }
 
+// Of two files each finding is at the element of its own, by the number of the element in the page.
+TEST_F(PageTest, MarksAClashInBothFiles) {
+  const TempFolder folder;
+  writeFile("a.dat", "P-9     01001    00c 0 5000 0,0 0 9,4\n" + kPipe);
+  writeFile("b.dat", "P-2     01001    00c -500 0 500,1000 0 0,60\n");
+  const WrittenPage page = pageOf("clash a.dat b.dat --view");
+  ASSERT_EQ(page.head["marks"].size(), 2u);
+  EXPECT_EQ(page.head["marks"][0]["element"], 1);
+  EXPECT_EQ(page.head["marks"][1]["element"], 2);
+  EXPECT_TRUE(contains(page.head["marks"][0]["text"], "at b.dat:1 ")) << page.head["marks"];
+  EXPECT_TRUE(contains(page.head["marks"][1]["text"], "at a.dat:2 ")) << page.head["marks"];
+}
+
 // The words of a finding, and what was expected.
 TEST_F(PageTest, MarksSayWhatIsExpected) {
   const TempFolder folder;

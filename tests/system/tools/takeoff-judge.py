@@ -152,6 +152,17 @@ def sheets(name):
         return found
 
 
+def bold_lines(name, number):
+    """The numbers of the lines of a sheet all of whose cells are bold."""
+    with zipfile.ZipFile(name) as book:
+        styles = ElementTree.fromstring(book.read("xl/styles.xml"))
+        bold = [font.find(SHEET + "b") is not None for font in styles.find(SHEET + "fonts")]
+        formats = [bold[int(each.get("fontId"))] for each in styles.find(SHEET + "cellXfs")]
+        root = ElementTree.fromstring(book.read(f"xl/worksheets/sheet{number}.xml"))
+        return [int(row.get("r")) for row in root.iter(SHEET + "row")
+                if all(formats[int(cell.get("s", "0"))] for cell in row.iter(SHEET + "c"))]
+
+
 def look_at_the_workbook():
     if not pathlib.Path("bill.xlsx").exists():
         return
@@ -171,6 +182,15 @@ def look_at_the_workbook():
                 expect(f"{name} of {line['group']}", cell, text)
     for letter in letters[5:]:
         expect("numbers are numbers", {type(row[letter]) for row in rows[1:]}, {float})
+    # The titles, the sums and the total.
+    lines = measure("--by", "header,size", "--schedule", "40", "--insulation", "50", "pump.dat")
+    expect("bold lines", bold_lines("bill.xlsx", 2),
+           [1] + [i + 2 for i, line in enumerate(lines) if line["level"] != "row"])
+    subprocess.run([VESK, "measure", "--units", "imperial", "--xlsx", "feet.xlsx", "pump.dat"],
+                   check=True, stderr=subprocess.DEVNULL)
+    feet = measure("--units", "imperial", "pump.dat")
+    titles = sheets("feet.xlsx")["take-off"][0]
+    expect("titles in feet", [titles.get(letter) for letter in letters], list(feet[0]))
     time.sleep(2.1)  # the clock of a zip file goes by two seconds
     arguments = ["--by", "item", "--by", "header,size", "--schedule", "40", "--insulation", "50"]
     subprocess.run([VESK, "measure", *arguments, "--xlsx", "again.xlsx", "pump.dat"], check=True,
@@ -198,10 +218,11 @@ def look_at_odd_workbooks():
     column = "a-name-of-a-column-that-is-longer-than-a-sheet's"
     row = f"f1,f2,first,last,{column},text\n=1+1,01,1,1,=2+2,"
     pathlib.Path("odd.attributes.csv").write_text(row + "short\n")
-    subprocess.run([VESK, "measure", "--by", "header", "--by", "header", "--by", column,
-                    "--xlsx", "odd.xlsx", "odd.dat"], check=True)
+    subprocess.run([VESK, "measure", "--by", "header", "--by", "header", "--by", column, "--by",
+                    column, "--xlsx", "odd.xlsx", "odd.dat"], check=True)
     found = sheets("odd.xlsx")
-    expect("sheets", list(found), ["by header", "by header 2", ("by " + column)[:31]])
+    expect("sheets", list(found), ["by header", "by header 2", ("by " + column)[:31],
+                                   ("by " + column)[:29] + " 2"])
     expect("a header like a formula", found["by header"][1]["C"], "=1+1 01")
     expect("a value like a formula", found[("by " + column)[:31]][1]["C"], "=2+2")
     pathlib.Path("odd.attributes.csv").write_text(row + "x" * 32768 + "\n")

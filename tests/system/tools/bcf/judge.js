@@ -44,6 +44,8 @@ async function main(archive, answer, plant) {
     const topic = markup.topic;
     expect(topic.labels[0] === clash.code, `${topic.guid}: label ${topic.labels}`);
     expect(topic.title.includes(clash.a.header), `${topic.guid}: title ${topic.title}`);
+    const place = `${clash.a.file}:${clash.a.line}: `;
+    expect(topic.description === place + topic.title, `${topic.guid}: ${topic.description}`);
     expect(topic.creation_date === "2000-01-01T00:00:00Z", `date ${topic.creation_date}`);
     const selected = selectedIn(archive, topic.guid);
     expect(selected.length === 2 && selected[0] !== selected[1], `${topic.guid}: ${selected}`);

@@ -13,6 +13,7 @@
 #include "vesk/Pgon.h"
 #include "vesk/Pline.h"
 #include "vesk/Red.h"
+#include "vesk/Relb.h"
 
 namespace VeskTest {
 namespace {
@@ -42,6 +43,17 @@ TEST(GeoBytesTest, EveryKindHasTheSameNumbersAgain) {
       EXPECT_EQ(back->typeCode(), kind.typeCode);
       EXPECT_EQ(VeskTool::propertiesOf(*back), VeskTool::propertiesOf(*geo)) << kind;
     }
+  }
+}
+
+TEST(GeoBytesTest, AnElbowKeepsTheSideOfItsPoints) {
+  for (const bool isFlipped : {false, true}) {
+    Vesk::Relb elbow;
+    elbow.flipped = isFlipped;
+    std::string bytes;
+    VeskTool::appendGeo(bytes, elbow);
+    const std::unique_ptr<Vesk::Geo> back = VeskTool::geoOf(bytes);
+    EXPECT_EQ(dynamic_cast<const Vesk::Relb&>(*back).flipped, isFlipped);
   }
 }
 

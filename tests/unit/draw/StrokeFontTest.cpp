@@ -3,12 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
 namespace VeskTest {
 namespace {
 
+using Vesk::charactersOf;
 using Vesk::FontLine;
 using Vesk::FontPoint;
 using Vesk::StrokeFont;
@@ -67,6 +69,93 @@ TEST(StrokeFont, LettersDifferAndStayInTheirCells) {
       }
     }
   }
+}
+
+struct HeightCase {
+  const char* letters;
+  double top;  // sixths
+  double bottom;
+};
+
+// Capitals and digits are six high, small letters four; what hangs down goes down by two.
+TEST(StrokeFont, LettersAreAsHighAsTheirKind) {
+  const HeightCase rows[] = {
+      {"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789", 6, 0},
+      {"bdfhiklt", 6, 0},
+      {"acemnorsuvwxz", 4, 0},
+      {"gpqy", 4, -2},
+  };
+  for (const HeightCase& row : rows) {
+    for (const char* c = row.letters; *c != '\0'; ++c) {
+      double top = -9;
+      double bottom = 9;
+      double left = 9;
+      for (const FontLine& line : linesOf(std::string(1, *c))) {
+        for (const FontPoint& p : line) {
+          top = std::max(top, p.y * 6);
+          bottom = std::min(bottom, p.y * 6);
+          left = std::min(left, p.x * 6);
+        }
+      }
+      EXPECT_NEAR(top, row.top, 1e-9) << *c;
+      EXPECT_NEAR(bottom, row.bottom, 1e-9) << *c;
+      EXPECT_NEAR(left, *c == '1' ? 1 : 0, 1e-9) << *c;  // below the flag of a 1 nothing stands
+    }
+  }
+}
+
+struct SignCase {
+  const char* sign;
+  const char* beginning;  // the letter whose lines it begins with
+  std::size_t more;       // lines
+};
+
+TEST(StrokeFont, SignsAreLettersWithMore) {
+  const SignCase rows[] = {
+      {"\xC3\x84", "A", 2},        {"\xC3\x96", "O", 2},     {"\xC3\x9C", "U", 2},
+      {"\xC3\xA4", "a", 2},        {"\xC3\xB6", "o", 2},     {"\xC3\xBC", "u", 2},
+      {"\xC3\x98", "O", 1},        {"\xE2\x8C\x80", "O", 1}, {"\xC3\xB8", "o", 1},
+      {"\xCE\xBC", "\xC2\xB5", 0}, {"\xC2\xA0", " ", 0},     {"\xF0\x9F\x98\x80", "\x01", 0},
+      {"\xE2\x82\xAC", "\x01", 0},
+  };
+  for (const SignCase& row : rows) {
+    const std::string sign = shapeOf(row.sign);
+    const std::string letter = shapeOf(row.beginning);
+    EXPECT_EQ(sign.substr(0, letter.size()), letter) << row.sign;
+    EXPECT_EQ(linesOf(row.sign).size(), linesOf(row.beginning).size() + row.more) << row.sign;
+    EXPECT_DOUBLE_EQ(StrokeFont::widthOf(row.sign), StrokeFont::widthOf(row.beginning));
+  }
+}
+
+// By the tables of Unicode: what is too long, too large, half of a pair or cut off is bytes of
+// Latin-1.
+TEST(StrokeFont, CharactersAreThoseOfUtf8) {
+  struct Row {
+    std::string bytes;
+    std::u32string characters;
+  };
+  const Row rows[] = {
+      {"A", U"A"},
+      {"\xC2\x80", {0x80}},
+      {"\xDF\xBF", {0x7FF}},
+      {"\xE0\xA0\x80", {0x800}},
+      {"\xEF\xBF\xBF", {0xFFFF}},
+      {"\xED\x9F\xBF", {0xD7FF}},
+      {"\xEE\x80\x80", {0xE000}},
+      {"\xF0\x90\x80\x80", {0x10000}},
+      {"\xF4\x8F\xBF\xBF", {0x10FFFF}},
+      {"\xF4\x90\x80\x80", {0xF4, 0x90, 0x80, 0x80}},
+      {"\xF5\x80\x80\x80", {0xF5, 0x80, 0x80, 0x80}},
+      {"\xC1\xBF", {0xC1, 0xBF}},
+      {"\xE0\x9F\xBF", {0xE0, 0x9F, 0xBF}},
+      {"\xF0\x8F\xBF\xBF", {0xF0, 0x8F, 0xBF, 0xBF}},
+      {"\xED\xA0\x80", {0xED, 0xA0, 0x80}},
+      {"\xED\xBF\xBF", {0xED, 0xBF, 0xBF}},
+      {"\xC3", {0xC3}},
+      {"\xE2\x82", {0xE2, 0x82}},
+      {"\xE2\x82z", {0xE2, 0x82, 'z'}},
+  };
+  for (const Row& row : rows) EXPECT_EQ(charactersOf(row.bytes), row.characters) << row.bytes;
 }
 
 // L is 4 sixths wide, the gap 2, the blank 3.

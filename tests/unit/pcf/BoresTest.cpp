@@ -72,8 +72,10 @@ const BoreCase kBores[] = {
     {"DiametersInInches",     "INCH", "6.625 4.5 2.375 3.5", "168.275 114.3 60.325 88.9", ": 2.375 is drawn 60.325"},
 
     // ---- what nothing tells
-    {"AloneItIsFourInches",   "MM",   "101.6",               "114.3", "warning: bore 101.6 is 4 inches"},
-    {"AloneItIsADiameter",    "MM",   "88.9",                "88.9",  "warning: bore 88.9 is the diameter of 3 inches"},
+    {"AloneItIsFourInches",   "MM",   "101.6",               "114.3",
+     "warning: bore 101.6 is 4 inches in millimetres or the diameter of 3 1/2 inches: taken as 4 inches; --bores diameter takes it as the diameter\n"},
+    {"AloneItIsADiameter",    "MM",   "88.9",                "88.9",
+     "warning: bore 88.9 is the diameter of 3 inches or 3 1/2 inches in millimetres: taken as the diameter; --bores inches takes it as inches\n"},
     {"BesideNominalSizesToo", "MM",   "150 101.6",           "168.3 114.3", "warning: bore 101.6 is 4 inches"},
     {"AloneUnderInches",      "INCH", "3.5",                 "101.6", nullptr},
     {"OfNoTable",             "MM",   "47.5 361.4 150",      "47.5 361.4 168.3", "note: bores that are in no table are drawn as they are: 47.5, 361.4"},

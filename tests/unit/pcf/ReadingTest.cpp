@@ -114,6 +114,44 @@ TEST_P(Readings, TellWhatIsDrawnAndSaid) {
 INSTANTIATE_TEST_SUITE_P(Pcf, Readings, testing::ValuesIn(kReadings),
                          [](const auto& row) { return std::string(row.param.name); });
 
+struct PointCase {
+  const char* text;  // behind END-POINT
+  const char* said;  // nullptr: nothing
+};
+
+// Ten thousand kilometres are 1e10 mm.
+TEST(Points, ThatCannotBeReadAreSaid) {
+  static constexpr PointCase kRows[] = {
+      {"", "END-POINT: expected three co-ordinates (x y z), found none"},
+      {"1", "END-POINT: expected three co-ordinates (x y z), found only one"},
+      {"1 2", "END-POINT: expected three co-ordinates (x y z), found only two"},
+      {"a 2 3", "END-POINT: expected a number as x, found \"a\""},
+      {"1 b 3", "END-POINT: expected a number as y, found \"b\""},
+      {"1 2 c", "END-POINT: expected a number as z, found \"c\""},
+      {"1 2 3x", "END-POINT: expected a number as z, found \"3x\""},
+      {"1.001e10 2 3 100",
+       "END-POINT: expected x within ten thousand kilometres, found \"1.001e10\""},
+      {"1 -1.001e10 3 100",
+       "END-POINT: expected y within ten thousand kilometres, found \"-1.001e10\""},
+      {"1 2 1.001e10 100",
+       "END-POINT: expected z within ten thousand kilometres, found \"1.001e10\""},
+      {"9.99e9 2 3 100", nullptr},
+      {"1 -9.99e9 3 100", nullptr},
+      {"1 2 9.99e9 100", nullptr},
+  };
+  for (const PointCase& row : kRows) {
+    const PcfRun run =
+        runPcf("PIPE\n    END-POINT 0 0 0 100\n    END-POINT " + std::string(row.text) + "\n");
+    if (row.said == nullptr) {
+      EXPECT_EQ(run.errors, 0U) << run.messageText();
+    } else {
+      EXPECT_NE(run.messageText().find("in.pcf:3: error: " + std::string(row.said) + '\n'),
+                std::string::npos)
+          << row.text << ": " << run.messageText();
+    }
+  }
+}
+
 struct EndCase {
   const char* name;
   const char* bore;     // behind the first end; the second has 100

@@ -178,6 +178,56 @@ TEST(ReviewForms, DamageEndsWithAMessage) {
          return writer.finish();
        }(),
        "a line of more than 65536 bytes"},
+      {"LongestText",
+       [] {
+         // 16384 words.
+         ReviewWriter writer(kForms[0]);
+         writer.group('/' + std::string(65534, 'x'));
+         writer.end();
+         return writer.finish();
+       }(),
+       ""},
+      {"TextOfOneByteMore",
+       [] {
+         ReviewWriter writer(kForms[0]);
+         writer.group('/' + std::string(65535, 'x'));
+         writer.end();
+         return writer.finish();
+       }(),
+       "a text of 65540 bytes; at most 65536 are taken"},
+      {"LongestLine",
+       [] {
+         ReviewWriter writer(kForms[1]);
+         writer.group('/' + std::string(65535, 'x'));
+         writer.end();
+         return writer.finish();
+       }(),
+       ""},
+      {"LineOfOneByteMore",
+       [] {
+         ReviewWriter writer(kForms[1]);
+         writer.group('/' + std::string(65536, 'x'));
+         writer.end();
+         return writer.finish();
+       }(),
+       "a line of more than 65536 bytes"},
+      {"LongestNames",
+       [] {
+         ReviewWriter writer(kForms[0]);
+         for (int i = 0; i < 2; ++i) writer.group(std::string(32767, 'x'));
+         for (int i = 0; i < 2; ++i) writer.end();
+         return writer.finish();
+       }(),
+       ""},
+      {"NamesOfOneByteMore",
+       [] {
+         ReviewWriter writer(kForms[0]);
+         writer.group(std::string(32767, 'x'));
+         writer.group(std::string(32768, 'x'));
+         return writer.finish();
+       }(),
+       "the names of nested groups have more than 65536 bytes together"},
+      {"DeepEnoughOfText", nested(kForms[1], 10000, true), ""},
       {"OtherWordThanHead", "HEADER\n1 1\n", "this is not a review model"},
       {"WordBelowHead", "HEAC\n1 1\n", "this is not a review model"},
       {"BlanksAlone", " \n \n", "this is not a review model"},

@@ -160,23 +160,8 @@ std::string make(const Vesk::Pline& pline, ExactShape& shape) {
   return {};
 }
 
-std::string make(const Vesk::Txt& txt, ExactShape& shape) {
-  const double width = static_cast<double>(txt.text.size()) * txt.charWidth;
-  // The reference point lies on a grid of three by three over the text.
-  const int place = txt.alignment >= 1 && txt.alignment <= 9 ? txt.alignment - 1 : 0;
-  const double column = 0.5 * (place % 3);
-  const double row = 0.5 * (place / 3);  // NOLINT(bugprone-integer-division)
-  ExactText text;
-  text.position =
-      txt.position - txt.direction * (column * width) - txt.upDirection * (row * txt.height);
-  const double along = txt.direction.length();
-  const double up = txt.upDirection.length();
-  text.along = along > Vesk::kSmallestSize ? unit(txt.direction) : GeVector(1, 0, 0);
-  text.up = up > Vesk::kSmallestSize ? unit(txt.upDirection) : GeVector(0, 1, 0);
-  text.width = width * along;
-  text.height = txt.height * up;
-  text.text = txt.text;
-  shape = std::move(text);
+std::string make(const Vesk::Txt& /*txt*/, ExactShape& shape) {
+  shape = ExactText{};
   return {};
 }
 

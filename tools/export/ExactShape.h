@@ -77,14 +77,8 @@ struct ExactPolyline {
   std::vector<GePoint> points;  // one is a point
 };
 
-struct ExactText {
-  GePoint position;    // start of the base line
-  GeVector along;      // unit
-  GeVector up;         // of the unit's length, where the record gives none
-  double width = 0.0;  // of all characters
-  double height = 0.0;
-  std::string text;
-};
+// Of a text the exact formats keep nothing.
+struct ExactText {};
 
 using ExactShape = std::variant<std::monostate, ExactRound, ExactBend, ExactDuct, ExactBody,
                                 ExactFace, ExactPolyline, ExactText>;

@@ -1178,6 +1178,112 @@ const Answer kSiblings[] = {
      {"b.pcf:2: error: PIPE not drawn: has no length"}},
 };
 
+// A box, one of a flat edge, two pipes and a face.
+const std::string kReported =
+    "P-1     01001    00b 10 0 0,0 0 0,0 20 0,0 0 30\n"
+    "P-1     01002    00b 10 0 0,0 0 0,0 20 0,0 0 0\n"
+    "P-1     01003    00c 0 0 0,0 0 1000,100\n"
+    "P-1     01004    00g pt 0 0 0,pt 9 0 0,pt 9 9 0\n"
+    "P-2     01003    00c 0 0 0,0 0 1000,100\n";
+
+// Four that went up by 50, and something new before them.
+const std::string kUp = "P-1     01009    00b 10 0 0,9000 0 0,0 20 0,0 0 30\n";
+
+const Answer kMore[] = {
+    // 2 (64 + 60) triangles; 50 (1 - cos(180 / 32 degrees)) off; pi / 4 * 0.01 m3 twice, of which
+    // a polygon of 32 has 0.993587.
+    {"AReportHasARowForEachKind",
+     {{"a.dat", kReported}},
+     "export a.dat --report",
+     1,
+     {"\ntriangles         1          0          1       1                                         "
+      "    open\n",
+      "\nboxes             2          1         12       1          0   ",
+      "   0.000006  0.000006  yes\n",
+      "\ncylinders         2          0        248       1   0.240764   0.240764   0.015607  "
+      "0.015708  yes\n"},
+     {"a.dat:2: error: box can't be shown: edge of zero [V401]"}},
+    // 6000 cubic inches are 0.098322384 m3.
+    {"AReportIsInTheUnitOfTheFile",
+     {{"a.dat", kReported}},
+     "export a.dat --report --json --unit 25.4",
+     1,
+     {"\"format\": \"none\",\n  \"unit\": 25.4,\n  \"offset\": [0, 0, 0],",
+      R"({"kind": "box", "elements": 2, "notShown": 1, "triangles": 12, "meshes": 1, "deviation": 0, )",
+      R"("meshVolume": 0.098322384, "exactVolume": 0.098322384, "solids": 1, "closed": 1, "closedIn32Bits": 1})",
+      R"({"kind": "cylinder", "elements": 2, "notShown": 0, "triangles": 248, "meshes": 1, "deviation": 0.24076)",
+      R"("solids": 2, "closed": 2, "closedIn32Bits": 2})"}},
+    {"TheFormatOfAReportIsNamed",
+     {{"a.dat", kPipe}},
+     "export a.dat --report --json -o x.stl",
+     0,
+     {"\"format\": \"stl\",\n  \"unit\": 1,"}},
+    // The corners of the box and the surfaces of the pipes; 6000 - 0 + 2 pi / 4 * 1e7.
+    {"AFileIsSummedUp",
+     {{"a.dat", kReported}},
+     "info --headers a.dat",
+     0,
+     {"a.dat\n  style     token\n  elements  5\n    triangles   1\n    boxes       2\n    "
+      "cylinders   2\n"
+      "  headers   2\n    P-1 01      4\n    P-2 01      1\n  lines     5\n  bytes     ",
+      "  box from  -50.000 -50.000 0.000\n  to        50.000 50.000 1000.000\n  volume    "
+      "15713963.268\n"}},
+    // Of both sections of a cone, 114.3 and 60.3.
+    {"AConeHasTwoWalls",
+     {{"a.dat", "P-1     01001    00n 0 0 0,0 0 200,114.3,60.3\n"}},
+     "measure --schedule 40 a.dat",
+     0,
+     {" 114.3 x 60.3  6.02 x 3.91 "}},
+    {"AConeIsMeasuredFromItsWideEnd",
+     {{"a.dat",
+       "P-1     01001    00n 0 0 0,0 0 200,60.3,114.3\nP-1     01001    00n 0 0 0,0 0 "
+       "200,114.3,60.3\n"}},
+     "measure --csv a.dat",
+     0,
+     {"\nrow,,,,cone,114.3,60.3,0,0,0,0,0,0,0,2,0.4,"}},
+    {"AMoveOfManyNamesTheFirst",
+     {{"a.dat",
+       "P-1     01001    00c 0 0 0,0 0 9,4\nP-1     01002    00c 100 0 0,0 0 9,5\n"
+       "P-1     01003    00c 200 0 0,0 0 9,6\nP-1     01004    00c 300 0 0,0 0 9,7\n"},
+      {"b.dat",
+       kUp + "P-1     01001    00c 0 0 50,0 0 9,4\nP-1     01002    00c 100 0 50,0 0 9,5\n"
+             "P-1     01003    00c 200 0 50,0 0 9,6\nP-1     01004    00c 300 0 50,0 0 9,7\n"}},
+     "diff a.dat b.dat",
+     1,
+     {"~ A:1 and on  4 elements moved by 0 0 50\n+        B:1  box P-1 01/9: added at 9000 0 0, "
+      "edges "
+      "10, 20, 30\n4 moved, 1 added; 0 in their places\n"}},
+    // Pipes within five degrees face each other across nothing; the sine of 4 is 0.0698.
+    {"OpenEndsFaceEachOtherWithinFiveDegrees",
+     {{"a.dat", kRun + "P-1     01002    00c 1300 0 0,498.8 34.9 0,100\n"}},
+     "check --joints --only V207 a.dat",
+     0,
+     {"nothing for ", "1 warning in 2 elements"}},
+    {"OpenEndsDoNotBeyondFiveDegrees",
+     {{"a.dat", kRun + "P-1     01002    00c 1300 0 0,433 250 0,100\n"}},
+     "check --joints --only V207 a.dat",
+     0,
+     {"0 warnings in 2 elements"}},
+    // 21 of the heading, "pt 1 2", blanks and a 3.
+    {"ALongLineIsAsLongAsItIs",
+     {{"a.dat", "P-1     01001    00l pt 1 2" + std::string(485, ' ') + "34\n"}},
+     "check a.dat",
+     1,
+     {"a.dat:1:513-514: error: line of 514 characters [V018]", "  expected: at most 512\n"}},
+    {"ComplaintsAreCounted",
+     {{"a.rvm",
+       "HEAD\n 1 1\na plant\na note\ntoday\nsomeone\nMODL\n 1 1\nPROJECT\nMODEL\n" +
+           groupChunk("/A", times(3,
+                                  "PRIM\n 1 1\n 8\n 0.001 0 0 0\n 0 0.001 0 0\n 0 0 0.001 0\n -50 "
+                                  "-50 -500 50 50 500\n -50 1000\n") +
+                                pipeChunk("PRIM")) +
+           "END:\n 1 1\n"}},
+     "import --json a.rvm -o x.dat",
+     1,
+     {R"({"text": "refused, cylinder: a size is zero or below", "count": 3, "first": "a.rvm, line 16, in /A"})"},
+     {"3 shapes refused, cylinder: a size is zero or below", "the first: a.rvm, line 16, in /A"}},
+};
+
 class AnswerTest : public testing::TestWithParam<Answer> {};
 
 TEST_P(AnswerTest, IsThis) {
@@ -1214,6 +1320,7 @@ INSTANTIATE_TEST_SUITE_P(OfShapes, AnswerTest, testing::ValuesIn(kShapes), nameO
 INSTANTIATE_TEST_SUITE_P(OfImport, AnswerTest, testing::ValuesIn(kImports), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfJoints, AnswerTest, testing::ValuesIn(kJoints), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfSiblings, AnswerTest, testing::ValuesIn(kSiblings), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfMore, AnswerTest, testing::ValuesIn(kMore), nameOf);
 INSTANTIATE_TEST_SUITE_P(OfClash, AnswerTest, testing::ValuesIn(kClashes), nameOf);
 
 }  // namespace

@@ -523,6 +523,33 @@ TEST(ExportNumbers, OfDxfHaveTextsInLinesOf250) {
   }
 }
 
+// How many faces look along their surface's own normal, and how many against it: of a pipe the
+// plane where it begins, of a bend the one where it ends, of an elbow the lower side and the inner
+// one, whose surface looks away from the axis and so into the elbow.
+TEST(ExportNumbers, OfStepAreFacesWithTheirSides) {
+  const TempFolder folder;
+  struct Faces {
+    const char* record;
+    std::size_t along;
+    std::size_t against;
+  };
+  for (const Faces& each :
+       {Faces{"c 0 0 0,0 0 9,4", 2, 1}, Faces{"t 0 0 0,9 0 0,0 9 0,4", 2, 1},
+        Faces{"e 0 0 5,40 0 0,0 40 0,20,10", 4, 2}, Faces{"b 10 0 0,0 0 0,0 20 0,0 0 30", 6, 0}}) {
+    writeFile("one.dat", std::string("P-1     01001    00") + each.record + '\n');
+    std::istringstream lines(runTool("export one.dat -o - --to step").out);
+    std::size_t along = 0;
+    std::size_t against = 0;
+    for (std::string line; std::getline(lines, line);) {
+      if (!contains(line, "=ADVANCED_FACE(")) continue;
+      along += line.ends_with(",.T.);") ? 1U : 0U;
+      against += line.ends_with(",.F.);") ? 1U : 0U;
+    }
+    EXPECT_EQ(along, each.along) << each.record;
+    EXPECT_EQ(against, each.against) << each.record;
+  }
+}
+
 struct ClassCase {
   const char* component;  // of a piping file; "": the element has no row
   const char* record;

@@ -238,6 +238,16 @@ TEST(Glb, FilesAreNamedWithoutTheirFolders) {
   EXPECT_FALSE(contains(bytesOf("x.sqlite"), "two/b.dat"));
 }
 
+// A name and its value stand side by side in a row of the file.
+TEST(ExportedDatabase, KnowsTheUnitOfTheFile) {
+  const TempFolder folder;
+  writeFile("pipe.dat", kPipe);
+  const ToolRun run = runTool("export pipe.dat -o x.sqlite --unit 25.4");
+  if (run.exit == 2) return;  // a build without SQLite
+  EXPECT_EQ(run.exit, 0) << run.err;
+  EXPECT_TRUE(contains(bytesOf("x.sqlite"), "unit in millimetres25.4"));
+}
+
 TEST(Glb, HeadersStandBelowTheirGroups) {
   const TempFolder folder;
   writeFile("two.dat", kTwoHeaders);

@@ -18,6 +18,8 @@
 #include "elements/Encoder.h"
 #include "output/RecordLayout.h"
 #include "support/TempFolder.h"
+#include "text/Table.h"
+#include "text/Words.h"
 #include "tools/ToolRun.h"
 #include "vesk/Cyl.h"
 
@@ -502,6 +504,25 @@ TEST(RoundedNumbers, KeepTheirDecimals) {
   EXPECT_EQ(VeskTool::rounded(12.34, 1), "12.3");
   EXPECT_EQ(VeskTool::trimmedNumber(1.5004, 3), "1.5");
   EXPECT_EQ(VeskTool::trimmedNumber(-0.0004, 3), "0");
+}
+
+// By letters, not by bytes.
+TEST(PaddedTexts, AreAsWideAsTheirLetters) {
+  using Side = VeskTool::Table::Side;
+  EXPECT_EQ(VeskTool::padded("\xc3\xa4", 3, Side::kLeft), "\xc3\xa4  ");
+  EXPECT_EQ(VeskTool::padded("\xc3\xa4", 3, Side::kRight), "  \xc3\xa4");
+  EXPECT_EQ(VeskTool::padded("abc", 3, Side::kRight), "abc");
+  EXPECT_EQ(VeskTool::padded("abcd", 3, Side::kRight), "abcd");
+  VeskTool::Table table({{"\xc3\xa4", Side::kLeft}, {"N", Side::kRight}, {"", Side::kLeft}});
+  table.add({"one", "5", ""});
+  table.add({"\xc3\xb6\xc3\xbc", "1000", "x"});
+  EXPECT_EQ(table.text(), "\xc3\xa4       N\none     5\n\xc3\xb6\xc3\xbc   1000  x\n");
+}
+
+TEST(WrappedTexts, KeepToTheWidth) {
+  EXPECT_EQ(VeskTool::wrapped("aa bb cc", 2, 7), "  aa bb\n  cc\n");
+  EXPECT_EQ(VeskTool::wrapped("aa bb cc", 2, 6), "  aa\n  bb\n  cc\n");
+  EXPECT_EQ(VeskTool::wrapped("aaaaaaaaa b", 2, 6), "  aaaaaaaaa\n  b\n");
 }
 
 TEST(GroupedNumbers, HaveABlankForEachThousand) {

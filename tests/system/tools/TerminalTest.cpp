@@ -138,10 +138,10 @@ TEST(Terminal, ProgressIsShownAndCleared) {
   EXPECT_EQ(screen.find("vesk info: ", answer), std::string::npos);
 }
 
-// The numbers of one line belong together, whatever the clock says: 1 of 4 MB is a quarter, and
+// The numbers of one line belong together, whatever the clock says: 10 of 40 MB are a quarter, and
 // three quarters at this speed take the seconds that are left.
 TEST(Terminal, ProgressIsAQuarterOfTheWay) {
-  constexpr std::uint64_t kAll = 4000000;
+  constexpr std::uint64_t kAll = 40000000;
   for (const bool isLine : {false, true}) {
     using VeskTool::Progress;
     Progress progress("vesk info", isLine ? Progress::Mode::kLine : Progress::Mode::kJson);
@@ -151,7 +151,7 @@ TEST(Terminal, ProgressIsAQuarterOfTheWay) {
     progress.advance(kAll / 4);
     const std::string text = testing::internal::GetCapturedStderr();
     if (isLine) {
-      EXPECT_TRUE(text.starts_with("\rvesk info: 25 %, 1.0 of 4.0 MB, ")) << text;
+      EXPECT_TRUE(text.starts_with("\rvesk info: 25 %, 10.0 of 40.0 MB, ")) << text;
       EXPECT_TRUE(contains(text, " MB/s, ")) << text;
       continue;
     }

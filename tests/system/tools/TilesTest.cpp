@@ -92,6 +92,16 @@ TEST_F(TilesTest, ErrorsFallTowardsTheLeavesAndAreNoneThere) {
   }
 }
 
+// What shows nothing at all is off by the diagonal, and by no less than twice the root.
+TEST_F(TilesTest, TheErrorOfTheWholeIsItsDiagonal) {
+  const ReadTile& root = tiles_.front();
+  const double diagonal = std::hypot(root.high[0] - root.low[0], root.high[1] - root.low[1],
+                                     root.high[2] - root.low[2]);
+  const double error = nlohmann::json::parse(bytesOf("tiles/tileset.json"))["geometricError"];
+  ASSERT_LT(2.0 * root.error, diagonal);
+  EXPECT_NEAR(error, diagonal, 1e-3 * diagonal);
+}
+
 TEST_F(TilesTest, EveryElementIsInJustOneLeaf) {
   EXPECT_EQ(shownInLeaves(tiles_), linesOf("plant.dat", kCount));
 }
@@ -228,6 +238,10 @@ TEST(Tiles, ElementsInOnePlaceAreDividedByTheirOrder) {
   const std::vector<ReadTile> tiles = readTileset("tiles/tileset.json", Points::kLeft);
   EXPECT_EQ(shownInLeaves(tiles), linesOf("same.dat", 400));
   for (const ReadTile& tile : tiles) EXPECT_LE(tile.triangles(), 5000U);
+  // Its tiles are nearly as coarse as the whole is large.
+  const double diagonal = std::sqrt(0.1 * 0.1 + 0.1 * 0.1 + 1.0);
+  const double error = nlohmann::json::parse(bytesOf("tiles/tileset.json"))["geometricError"];
+  EXPECT_NEAR(error, std::max(diagonal, 2.0 * tiles[0].error), 1e-3 * diagonal);
 }
 
 // A single zone fills the whole: 1.25 times its error is more than the diagonal of its box.

@@ -74,7 +74,7 @@ std::string_view cutUtf8(std::string_view text, std::size_t most) {
   if (text.size() <= most) return text;
   std::size_t length = most;
   // At most three bytes follow the first of a character; more are no UTF-8.
-  while (length > 0 && most - length < 4 && isFollower(byteAt(text, length))) --length;
+  while (length > 0 && most - length < 3 && isFollower(byteAt(text, length))) --length;
   return text.substr(0, isFollower(byteAt(text, length)) ? most : length);
 }
 

@@ -148,6 +148,9 @@ const PointCase kPoints[] = {
     {"InnerCornerOfAFace", face({{0, 0, 0}, {200, 0, 0}, {200, 100, 0}, {100, 100, 0}, {100, 200, 0}, {0, 200, 0}}),
      {130, 140, 0}, 30},
     {"FaceWithoutAreaIsItsEdges", face({{0, 0, 0}, {50, 0, 0}, {100, 0, 0}}), {70, 0, 5}, 5},
+    // Its sides cross in the middle; the last goes back to its first corner.
+    {"FaceThatCrossesItselfIsItsEdges", face({{0, 0, 0}, {100, 100, 0}, {100, 0, 0}, {0, 100, 0}}), {-10, 50, 0}, 10},
+    {"FaceThatCrossesItselfIsOpen", face({{0, 0, 0}, {100, 100, 0}, {100, 0, 0}, {0, 100, 0}}), {110, 50, 0}, 10},
     {"TextIsItsPlace", label({10, 10, 10}), {10, 10, 25}, 15},
     // 25 off the middle of a side, square to it: 40 up while 20 inward.
     {"BesideAReducerToARidge", reducer(kSquare, kRidge), {0, 10 + 50 / kRoot5, 25 / kRoot5}, 25},

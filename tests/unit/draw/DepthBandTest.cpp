@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -276,6 +277,51 @@ TEST(DepthBandTest, KnowsWhichLinesAreBehindASlope) {
   const auto placed = [](const ScreenPoint& p) { return ScreenPoint{p.x, p.y, p.x - 16.0 + p.z}; };
   for (const Case& c : kCases) {
     EXPECT_EQ(band.isBehind(placed(c.a), placed(c.b), 1.0), c.isBehind) << c.name;
+  }
+}
+
+// Slopes that come out of a plate within a tile, whichever way they rise: each sample has the
+// nearer of both, by their heights there.
+TEST(DepthBandTest, SlopesComeOutOfAPlateInAnyDirection) {
+  struct Row {
+    const char* name;
+    double perX;
+    double perY;
+    double constant;
+  };
+  // Where they cross the plate they are in the midst of a tile of 25 by 6.25.
+  const Row rows[] = {
+      {"RisingToTheRight", 1, 0, -40}, {"RisingToTheLeft", -1, 0, 60},
+      {"RisingUpwards", 0, 1, -47},    {"RisingDownwards", 0, -1, 53},
+      {"RisingAslant", 1, 1, -97},     {"RisingAslantToTheLeft", -1, 1, 3},
+      {"FallingAslant", -1, -1, 97},   {"FallingAslantToTheRight", 1, -1, -3},
+  };
+  for (const Row& row : rows) {
+    const auto heightAt = [&](double x, double y) {
+      return row.perX * x + row.perY * y + row.constant;
+    };
+    std::vector<GePoint> corners;
+    for (const auto& [x, y] :
+         {std::pair(0, 0), std::pair(100, 0), std::pair(100, 100), std::pair(0, 100)}) {
+      corners.emplace_back(x, y, heightAt(x, y));
+    }
+    Model model = plates(1, 0);
+    model.push_back(face(corners));
+    const Scene scene = sceneOf(model);
+    const Projection projection = topOf(scene);
+    const Surfaces surfaces(scene, projection);
+    DepthBand band(surfaces, kSide);
+    Bands bands({});
+    band.draw(0, kSide, 0, surfaces.nearestFirst(), bands);
+    for (int y = 0; y < kSide * kSamples; ++y) {
+      for (int x = 0; x < kSide * kSamples; ++x) {
+        const double height = heightAt((x + 0.5) / (kSide * kSamples) * 100,
+                                       100 - (y + 0.5) / (kSide * kSamples) * 100);
+        if (std::fabs(height) < 1e-3) continue;
+        ASSERT_EQ(band.at(x, y)->instance, height > 0 ? 1U : 0U)
+            << row.name << ' ' << x << ' ' << y;
+      }
+    }
   }
 }
 

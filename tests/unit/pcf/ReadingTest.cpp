@@ -230,6 +230,30 @@ TEST(Materials, DescribeTheItemsOfTheirCodes) {
 }
 
 // The ends of 0 and 20 lie about 10.
+// A support is as large as the pipe that it stands on, whatever stands behind its place: of DN 100
+// a leg half as wide from 1.1 to 0.4 diameters below, 114.3 * 1.1 = 125.73 and 114.3 * 0.7 = 80.01.
+TEST(Spots, AreAsLargeAsTheirPipe) {
+  const char* const kPipe = "PIPE\n    END-POINT 0 0 0 100\n    END-POINT 1000 0 0 100\n";
+  for (const char* place :
+       {"CO-ORDS 500 0 0", "CO-ORDS 500 0 0 50", "CO-ORDS 500 67 0", "END-POINT 500 0 0 50"}) {
+    const PcfRun run = runPcf(kPipe + std::string("SUPPORT\n    ") + place + "\n");
+    const std::vector<double> leg = numbersOf(run.recordsOf('c').at(1));
+    EXPECT_NEAR(leg[2], -125.73, 1e-3) << place;
+    EXPECT_NEAR(leg[5], 80.01, 1e-3) << place;
+    EXPECT_NEAR(leg[6], 57.15, 1e-3) << place;
+  }
+  // 57.15 + 10 from the axis is the furthest; beyond it has its own bore, of DN 50, 60.3, or 100.
+  const auto widthAt = [&](const char* place) {
+    const PcfRun run = runPcf(kPipe + std::string("SUPPORT\n    ") + place + "\n");
+    return numbersOf(run.recordsOf('c').at(1)).back();
+  };
+  EXPECT_NEAR(widthAt("CO-ORDS 500 67.1 0 50"), 57.15, 1e-3);
+  EXPECT_NEAR(widthAt("CO-ORDS 500 67.2 0 50"), 30.15, 1e-3);
+  EXPECT_NEAR(widthAt("CO-ORDS 500 67.2 0"), 50, 1e-3);
+  EXPECT_NEAR(widthAt("CO-ORDS -67.1 0 0"), 57.15, 1e-3);
+  EXPECT_NEAR(widthAt("CO-ORDS -67.2 0 0"), 50, 1e-3);
+}
+
 // Its place belongs to the tap.
 TEST(Spots, AreNotAtThePlaceOfATap) {
   const char* const kEnd = "    END-POINT 50 0 0 100\n";

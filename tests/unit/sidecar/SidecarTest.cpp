@@ -341,6 +341,9 @@ TEST(Utf8, IsCutBetweenCharacters) {
   // More than three bytes that follow none are no UTF-8, and stay; fewer at the beginning too.
   EXPECT_EQ(cutUtf8("abc\x80\x80\x80\x80\x80\x80", 8), "abc\x80\x80\x80\x80\x80");
   EXPECT_EQ(cutUtf8("\x80\x80\x80", 2), "\x80\x80");
+  EXPECT_EQ(cutUtf8("abcd\xC3\x80\x80\x80\x80\x80", 8), "abcd\xC3\x80\x80\x80");
+  EXPECT_EQ(cutUtf8("abcd\xF0\x9F\x94\xA7z", 7), "abcd");
+  EXPECT_EQ(cutUtf8("abcd\xF0\x9F\x94\xA7z", 8), "abcd\xF0\x9F\x94\xA7");
 }
 
 TEST(Utf8, KnowsWhatIsNone) {

@@ -168,13 +168,30 @@ struct SizeRow {
 TEST(Shapes, TakeFlangesFromTheTable) {
   static constexpr SizeRow kRows[] = {
       // 1/2 to 24 inches
-      {21.3, 90},   {26.7, 100}, {33.4, 110},    {42.2, 115},  {48.3, 125},  {60.3, 150},
-      {73.0, 180},  {88.9, 190}, {101.6, 215},   {114.3, 230}, {141.3, 255}, {168.3, 280},
-      {219.1, 345}, {273, 405},  {323.8, 485},   {355.6, 535}, {406.4, 595}, {457, 635},
-      {508, 700},   {610, 815},  {76.1, 181.95},  // 180 + 10 * 3.1 / 15.9 = 181.950 between 2 1/2
-                                                  // and 3 inches
-      {10.65, 45},                                // half of the smallest
-      {710, 945},                                 // 815 + 1.3 * 100
+      {21.3, 90},
+      {26.7, 100},
+      {33.4, 110},
+      {42.2, 115},
+      {48.3, 125},
+      {60.3, 150},
+      {73.0, 180},
+      {88.9, 190},
+      {101.6, 215},
+      {114.3, 230},
+      {141.3, 255},
+      {168.3, 280},
+      {219.1, 345},
+      {273, 405},
+      {323.8, 485},
+      {355.6, 535},
+      {406.4, 595},
+      {457, 635},
+      {508, 700},
+      {610, 815},
+      {76.1, 181.95},  // 180 + 10 * 3.1 / 15.9 = 181.950 between 2 1/2
+                       // and 3 inches
+      {10.65, 45},     // half of the smallest
+      {710, 945},      // 815 + 1.3 * 100
   };
   for (const SizeRow& row : kRows)
     EXPECT_NEAR(flangeDiameter(row.outside), row.flange, 1e-3) << row.outside;
@@ -273,6 +290,24 @@ const ShapeRow kValveRows[] = {
         cone 0 0 100 > 0 0 55 d 90 0
         cylinder 0 0 100 > 0 0 310 d 90
         cone 0 0 310 > 0 0 355 d 90 45)"},
+    // An outlet is across where the cosine is below 0.9: sqrt(1 - 0.89^2) = 0.45596, and
+    // sqrt(1 - 0.91^2) = 0.41461; else it begins in the middle, 50 from its end.
+    {"ReliefAcrossBackwards", Family::kValveRelief, "e 0 0 0 100 e 45.596 0 11 100 c 0 0 100",
+     R"(cone 0 0 0 > 0 0 100 d 100 30
+        cone 45.596 0 11 > 0 0 100 d 100 30
+        ...)"},
+    {"ReliefAcrossForwards", Family::kValveRelief, "e 0 0 0 100 e 45.596 0 189 100 c 0 0 100",
+     R"(cone 0 0 0 > 0 0 100 d 100 30
+        cone 45.596 0 189 > 0 0 100 d 100 30
+        ...)"},
+    {"ReliefAlongBackwards", Family::kValveRelief, "e 0 0 0 100 e 41.461 0 9 100 c 0 0 100",
+     R"(cone 0 0 0 > 0 0 100 d 100 30
+        cylinder 20.73 0 54.5 > 0 0 100 d 60
+        cone 41.461 0 9 > 20.73 0 54.5 d 100 60)"},
+    {"ReliefAlongForwards", Family::kValveRelief, "e 0 0 0 100 e 41.461 0 191 100 c 0 0 100",
+     R"(cone 0 0 0 > 0 0 100 d 100 30
+        cylinder 20.73 0 145.5 > 0 0 100 d 60
+        cone 41.461 0 191 > 20.73 0 145.5 d 100 60)"},
     {"ReliefInTheLine", Family::kValveRelief, "e 0 0 0 100 e 200 0 0 100",
      R"(cone 0 0 0 > 100 0 0 d 100 30
         cylinder 150 0 0 > 100 0 0 d 60

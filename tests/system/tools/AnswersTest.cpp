@@ -1270,6 +1270,58 @@ const Answer kMore[] = {
      "check a.dat",
      1,
      {"a.dat:1:513-514: error: line of 514 characters [V018]", "  expected: at most 512\n"}},
+    // Two of a kind, in two lines.
+    {"MessagesOfAnImportAreCounted",
+     {{"a.pcf",
+       "PIPE\n END-POINT 0 0 0 100\n END-POINT 1000 0 0 100\nPIPE\n END-POINT 9 0 0 100\n "
+       "END-POINT 9 0 0 100\n"
+       "PIPE\n END-POINT 5 0 0 100\n END-POINT 5 0 0 100\n"}},
+     "import --json a.pcf -o x.dat",
+     1,
+     {"\"errors\": 2,\n  \"warnings\": 0,",
+      R"({"severity": "error", "text": "PIPE not drawn: has no length", "count": 2, "places": )"
+      R"([{"file": "a.pcf", "line": 4}, {"file": "a.pcf", "line": 7}]})"}},
+    // Three lines of which one is open, in pieces that are read one after another.
+    {"LinesAndBytesAreCounted",
+     {{"a.dat", kPipe + kPipe + kPipe.substr(0, kPipe.size() - 1)}},
+     "info -v --json a.dat",
+     1,
+     {"\"elements\": 2,", "\"faults\": 1,", "\"lines\": 3,\n", "\"bytes\": 119,\n"},
+     {"note: a.dat: token style, 2 elements, 3 lines, 119 bytes\n"}},
+    {"QuotesOfACsvAreDoubled",
+     {{"a.dat", "P-\"1,   01001    00c 0 0 0,0 0 1000,100\n"}},
+     "list --csv a.dat",
+     0,
+     {"\n1,cylinder,\"P-\"\"1,\",01,1,0,0,0,"}},
+    // Columns keep the radius of a bend of 100, tokens do not.
+    {"ABendRadiusThatOneStyleDoesNotKeepIsNoDifference",
+     {{"a.dat",
+       "60    01  P-1     001TOR    0.000    0.000    0.000  100.000    0.000    0.000    0.000"
+       "  100.000    0.000  100.000   20.000\n"},
+      {"b.dat", "P-1     01001    00t 0 0 0,100 0 0,0 100 0,20\n"}},
+     "diff a.dat b.dat",
+     0,
+     {"no difference; 1 in their places\n"}},
+    {"ABendRadiusThatTheOtherStyleDoesNotKeepIsNone",
+     {{"a.dat", "P-1     01001    00t 0 0 0,100 0 0,0 100 0,20\n"},
+      {"b.dat",
+       "60    01  P-1     001TOR    0.000    0.000    0.000  100.000    0.000    0.000    0.000"
+       "  100.000    0.000  100.000   20.000\n"}},
+     "diff a.dat b.dat",
+     0,
+     {"no difference; 1 in their places\n"}},
+    {"PipesThatEndInsideAreCounted",
+     {{"a.dat", kRun + "P-2     01001    00c 500 0 0,0 0 500,60\n"}},
+     "clash --strict a.dat",
+     1,
+     {"a.dat:1: error: cylinder of P-1 01 and the pipe that ends in it: cylinder of P-2 01 at line "
+      "2",
+      " [V504]\n", "a.dat: 0 clashes, 1 inside, 0 too near, 0 duplicates in 2 elements\n"}},
+    {"SarifSaysWhatIsExpected",
+     {{"a.dat", "P-1     01001    00c 0 0 0,0 0 1000,-12.5\n"}},
+     "check --format sarif a.dat",
+     1,
+     {R"("text": "diameter is below zero: -12.5; expected a positive number"})"}},
     {"ComplaintsAreCounted",
      {{"a.rvm",
        "HEAD\n 1 1\na plant\na note\ntoday\nsomeone\nMODL\n 1 1\nPROJECT\nMODEL\n" +

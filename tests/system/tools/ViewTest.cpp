@@ -463,6 +463,15 @@ TEST_F(PageTest, MarksAClashInBothFiles) {
   EXPECT_TRUE(contains(page.head["marks"][1]["text"], "at a.dat:2 ")) << page.head["marks"];
 }
 
+TEST_F(PageTest, IsCalledByItsFilesUnlessItIsNamed) {
+  const TempFolder folder;
+  writeFile("a.dat", kPipe);
+  writeFile("b.dat", kPipe);
+  EXPECT_EQ(pageOf("view a.dat").head["title"], "a.dat");
+  EXPECT_EQ(pageOf("view a.dat b.dat").head["title"], "a and others");
+  EXPECT_EQ(pageOf("view a.dat b.dat --title Plant").head["title"], "Plant");
+}
+
 // The words of a finding, and what was expected.
 TEST_F(PageTest, MarksSayWhatIsExpected) {
   const TempFolder folder;

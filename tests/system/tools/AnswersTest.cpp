@@ -1322,6 +1322,22 @@ const Answer kMore[] = {
      "check --format sarif a.dat",
      1,
      {R"("text": "diameter is below zero: -12.5; expected a positive number"})"}},
+    {"AnglesAsNearAsRoundingAreOne",
+     {{"a.dat",
+       "P-1     01001    00t 0 0 0,300 0 0,0 300 0,40\nP-1     01002    00t 0 0 0,300 0 0,0 300 "
+       "0,40\n"
+       "P-1     01003    00t 0 0 0,300 0 0,0.0524 299.999995 0,40\n"}},  // 0.01 degrees less
+     "measure --csv a.dat",
+     0,
+     {"\nrow,,,,torus,40,0,0,0,300,90,0,0,0,3,"}},
+    {"OtherAnglesAreNot",
+     {{"a.dat",
+       "P-1     01001    00t 0 0 0,300 0 0,0 300 0,40\nP-1     01002    00t 0 0 0,300 0 0,0 300 "
+       "0,40\n"
+       "P-1     01003    00t 0 0 0,300 0 0,0.5236 299.99954 0,40\n"}},  // 0.1 degrees less
+     "measure --csv a.dat",
+     0,
+     {"\nrow,,,,torus,40,0,0,0,300,90,0,0,0,2,", "\nrow,,,,torus,40,0,0,0,300,89.9,0,0,0,1,"}},
     {"ComplaintsAreCounted",
      {{"a.rvm",
        "HEAD\n 1 1\na plant\na note\ntoday\nsomeone\nMODL\n 1 1\nPROJECT\nMODEL\n" +

@@ -148,6 +148,13 @@ TEST(Drawing, ScaleBarIsRoundAndInMillimetresOrMetres) {
   EXPECT_FALSE(contains(drawn("--plain"), "</text>"));
 }
 
+TEST(Drawing, AnSvgHasItsWidthAndHeight) {
+  const TempFolder folder;
+  writeFile("row.dat", "P-1     01001    00c 0 0 0,1000 0 0,100\n");
+  const std::string svg = runTool("view row.dat -o - --to svg --pixels 300x200").out;
+  EXPECT_TRUE(contains(svg, " width=\"300\" height=\"200\" viewBox=\"0 0 300 200\" ")) << svg;
+}
+
 // One path for each element, in its own colour, however many strokes it has.
 TEST(Drawing, HasAPathForEachElement) {
   const TempFolder folder;

@@ -472,6 +472,20 @@ TEST_F(PageTest, IsCalledByItsFilesUnlessItIsNamed) {
   EXPECT_EQ(pageOf("view a.dat b.dat --title Plant").head["title"], "Plant");
 }
 
+// By their second header field, each once.
+TEST_F(PageTest, ElementsAreInTheirGroups) {
+  const TempFolder folder;
+  writeFile("a.dat",
+            "P-1     A1001    00c 0 0 0,0 0 9,4\n"
+            "P-1     B2002    00c 9 0 0,0 0 9,4\n"
+            "P-2     A1001    00c 18 0 0,0 0 9,4\n");
+  const WrittenPage page = pageOf("view a.dat");
+  std::vector<std::string> groups;
+  for (const std::uint32_t id : page.steps(page.head["elements"]["group"]))
+    groups.push_back(page.head["groupNames"][id]);
+  EXPECT_EQ(groups, (std::vector<std::string>{"A1", "B2", "A1"}));
+}
+
 // The words of a finding, and what was expected.
 TEST_F(PageTest, MarksSayWhatIsExpected) {
   const TempFolder folder;

@@ -275,6 +275,20 @@ TEST(Kinds, HaveTheseNames) {
 }
 
 // A reducer has no size, even where all are meant.
+// Half a thousandth is rounding.
+TEST(Selection, TakesWhatRoundingSetsApartAsTouching) {
+  const Cyl pipe(GeVector(0, 0, 0), GeVector(1000, 0, 0), 100);
+  for (const auto& [gap, isTouching] : {std::pair(0.0004, true), std::pair(0.0006, false)}) {
+    const Cyl next(GeVector(1000 + gap, 0, 0), GeVector(2000, 0, 0), 100);
+    Selection selection;
+    selection.add(kTouching, "A");
+    selection.gather({pipe, "A", "", 1, 1});
+    selection.gather({next, "B", "", 2, 2});
+    selection.finish();
+    EXPECT_EQ(selection.takes({next, "B", "", 2, 2}), isTouching) << gap;
+  }
+}
+
 TEST(Selection, TakesNoReducerByItsSize) {
   Selection selection;
   selection.add(Criterion::kSize, "0..");

@@ -317,8 +317,12 @@ std::uint32_t Solids::add(const Geo& geo, std::uint64_t group, std::uint64_t lin
   if (geo.typeCode() == Pline::kTypeCode) {
     const auto& vertices = static_cast<const Pline&>(geo).vertices;
     if (vertices.size() < 2) return index;
-    lineEnds_.push_back(cellOf(vertices.front()));
-    lineEnds_.push_back(cellOf(vertices.back()));
+    for (const GePoint& p : {vertices.front(), vertices.back()}) {
+      // A number that is none is in no cell.
+      if (std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z)) {
+        lineEnds_.push_back(cellOf(p));
+      }
+    }
     if (groups_.empty() || groups_.back() != group) groups_.push_back(group);
     return index;
   }

@@ -363,6 +363,10 @@ const Row kOpenEnds[] = {
     {"DetailsOfALineWithACentreLine",
      kPipe + tokens("l ", "pt 0 0 0,pt 1000 0 0") + tokens("c ", "500 0 0,0 0 300,60"),
      {"1:22-26 note V205", "1:28-35 note V205"}},
+    // no end of the line is at the pipe, whose ends are details; for the sanitizers above all
+    {"NoLineEndsAtWhatIsNoNumber",
+     kPipe + tokens("l ", "pt 0 nan 0,pt 2000 0 0"),
+     {"2:27-29 error V105"}},
 };
 
 class CheckOpenEnds : public testing::TestWithParam<Row> {};

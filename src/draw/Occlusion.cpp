@@ -69,7 +69,13 @@ double lengthOf(const ScreenPoint& a, const ScreenPoint& b) {
   return std::sqrt((b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y));
 }
 
-int sampleBefore(double place) { return static_cast<int>(std::floor(place * kSamples - 0.5)); }
+// Of a place beside all drawings, where a text may be, some sample beside them.
+int sampleBefore(double place) {
+  constexpr double kBeside = 1e9;
+  const double sample = std::floor(place * kSamples - 0.5);
+  if (!(sample > -kBeside)) return static_cast<int>(-kBeside);
+  return static_cast<int>(std::min(sample, kBeside));
+}
 
 }  // namespace
 

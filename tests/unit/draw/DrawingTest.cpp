@@ -166,7 +166,7 @@ const FarTextCase kFarTexts[] = {
     {"FarToTheRight", {2010, 0, 500}, true}, {"FarToTheLeft", {-1010, 0, 500}, true},
     {"FarBefore", {500, -1010, 500}, true},  {"FarBehind", {500, 1110, 500}, true},
     {"FarAbove", {500, 0, 2010}, true},      {"FarBelow", {500, 0, -1010}, true},
-    {"AMillionAway", {1e9, 1e9, 500}, true},
+    {"AMillionAway", {1e9, 1e9, 500}, true}, {"BeyondAllPixels", {1e11, -1e11, 500}, true},
 };
 
 TEST(DrawingArea, TextsFarOffDoNotShrinkThePlant) {

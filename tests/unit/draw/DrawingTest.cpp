@@ -162,11 +162,17 @@ struct FarTextCase {
 
 // Further than 1000 from the box of all else, on any side.
 const FarTextCase kFarTexts[] = {
-    {"OnThePlate", {500, 0, 500}, false},    {"BesideIt", {1990, 0, 500}, false},
-    {"FarToTheRight", {2010, 0, 500}, true}, {"FarToTheLeft", {-1010, 0, 500}, true},
-    {"FarBefore", {500, -1010, 500}, true},  {"FarBehind", {500, 1110, 500}, true},
-    {"FarAbove", {500, 0, 2010}, true},      {"FarBelow", {500, 0, -1010}, true},
-    {"AMillionAway", {1e9, 1e9, 500}, true}, {"BeyondAllPixels", {1e11, -1e11, 500}, true},
+    {"OnThePlate", {500, 0, 500}, false},
+    {"BesideIt", {1990, 0, 500}, false},
+    {"FarToTheRight", {2010, 0, 500}, true},
+    {"FarToTheLeft", {-1010, 0, 500}, true},
+    {"FarBefore", {500, -1010, 500}, true},
+    {"FarBehind", {500, 1110, 500}, true},
+    {"FarAbove", {500, 0, 2010}, true},
+    {"FarBelow", {500, 0, -1010}, true},
+    {"AMillionAway", {1e9, 1e9, 500}, true},
+    {"BeyondAllPixels", {1e11, -1e11, 500}, true},
+    {"BeyondAllOnTheLeft", {-1e11, 0, 500}, true},
 };
 
 TEST(DrawingArea, TextsFarOffDoNotShrinkThePlant) {

@@ -224,6 +224,15 @@ TEST(Painting, TextsLieInTheirPlaces) {
   EXPECT_EQ(picture.at(12 + 28, 50), kInk);  // 6 / 16 * 75 further on
 }
 
+// Seen from above it stands level, 0.7 * 9 high: from 6.3 on, an L each 6.3 pixels, the foot of
+// the fifteenth from 94.5 to 98.7 on the base line in the middle. No more of them have room.
+TEST(Painting, TextsWiderThanThePaperEndWithIt) {
+  const Picture picture = pictureOf({text({0, 0, 0}, std::string(1000, 'L'))}, plainStyle("top"));
+  EXPECT_NE(picture.at(6, 47), kWhite);
+  EXPECT_NE(picture.at(96, 50), kWhite);
+  EXPECT_EQ(picture.at(50, 90), kWhite);
+}
+
 // One letter of 75 pixels: its strokes are 2 * 0.055 * 75 = 8.25 wide, half of it to
 // the right of 12.5.
 TEST(Painting, LargeTextsHaveWideStrokes) {

@@ -180,7 +180,8 @@ class JitterTest : public testing::TestWithParam<JitterCase> {
 // What a sample has when each body is drawn by itself: the nearest, of equal ones the first.
 TEST_P(JitterTest, EachSampleHasWhatTheBodiesAloneGiveIt) {
   const Scene scene = sceneOf(model(60));
-  const Surfaces surfaces(scene, isoOf(scene));
+  const Projection projection = isoOf(scene);
+  const Surfaces surfaces(scene, projection);
   Bands bands({});
   DepthBand all(surfaces, kSide);
   all.draw(0, kSide, 0, bands);
@@ -208,7 +209,8 @@ TEST_P(JitterTest, EachSampleHasWhatTheBodiesAloneGiveIt) {
 // Drawn again with these alone, a band is the same.
 TEST_P(JitterTest, ItsInstancesAreAllThatABandNeeds) {
   const Scene scene = sceneOf(model(60));
-  const Surfaces surfaces(scene, isoOf(scene));
+  const Projection projection = isoOf(scene);
+  const Surfaces surfaces(scene, projection);
   Bands bands({});
   DepthBand all(surfaces, kSide);
   all.draw(8, 24, 16, bands);

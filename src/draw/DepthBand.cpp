@@ -355,7 +355,7 @@ DepthBand::Area DepthBand::open(Tiling& tiling, const Tiling* cells, const Face&
     const Area area{begin, std::min(end, whole.right), firstRow, endRow};
     Tile& tile = tiling.tiles[tileOf(tiling, begin, firstRow)];
     const bool isOpen = (cells == nullptr || cells->isOpenAt(begin)) && !face.isHidden(tile, area);
-    tiling.isOpen[static_cast<std::size_t>(begin >> tiling.columnBits)] = isOpen;
+    tiling.isOpen[static_cast<std::size_t>(begin >> tiling.columnBits)] = isOpen ? 1 : 0;
     if (isOpen) {
       opened.left = std::min(opened.left, area.left);
       opened.right = area.right;

@@ -79,8 +79,12 @@ Surfaces::Surfaces(const Scene& scene, const Projection& projection)
     }
     // What is drawn at one place again would be painted over and over, and not be seen.
     const bool isNew = solids.insert(solidOf(scene.instances[i])).second;
-    boxes_.push_back({bounds.low.x, bounds.high.x, isNew ? bounds.low.y : kNowhere,
-                      isNew ? bounds.high.y : -kNowhere, bounds.high.z});
+    ScreenBox box{bounds.low.x, bounds.high.x, bounds.low.y, bounds.high.y, bounds.high.z};
+    if (!isNew) {
+      box.top = kNowhere;
+      box.bottom = -kNowhere;
+    }
+    boxes_.push_back(box);
   }
   thickness_ = medianOf(thicknesses);
   nearestFirst_.resize(boxes_.size());
